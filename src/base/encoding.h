@@ -1,0 +1,28 @@
+#pragma once
+// From bytes of unknown origin (the network, a list file) to the UTF-8 that the program works with.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace brindle {
+
+// True when `bytes` are well-formed UTF-8 (RFC 3629: no overlong forms, no surrogates).
+bool IsValidUtf8(std::string_view bytes);
+
+// The length of the longest well-formed UTF-8 prefix of `bytes`.
+size_t ValidUtf8Prefix(std::string_view bytes);
+
+// Reads every byte as one Windows-1252 character. The five bytes that the code page leaves open
+// become the control characters of the same number.
+std::string Utf8FromWindows1252(std::string_view bytes);
+
+enum class ByteOrder { kLittleEndian, kBigEndian };
+
+// Reads `bytes` as UTF-16. A lone surrogate becomes U+FFFD; an odd last byte is dropped.
+std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order);
+
+// One received line: valid UTF-8 stays as it is, anything else is read as Windows-1252.
+std::string DecodeReceived(std::string_view line);
+
+}  // namespace brindle

@@ -1,0 +1,127 @@
+#include "base/text.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <charconv>
+
+namespace brindle {
+namespace {
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+std::vector<std::string_view> Split(std::string_view text, std::string_view separator) {
+  std::vector<std::string_view> pieces;
+  size_t begin = 0;
+  for (size_t end = text.find(separator); end != std::string_view::npos;
+       end = text.find(separator, begin)) {
+    pieces.push_back(text.substr(begin, end - begin));
+    begin = end + separator.size();
+  }
+  pieces.push_back(text.substr(begin));
+  return pieces;
+}
+
+std::string JoinFrom(const std::vector<std::string_view>& pieces, size_t from,
+                     std::string_view separator) {
+  std::string joined;
+  for (size_t i = from; i < pieces.size(); ++i) {
+    if (i > from) joined += separator;
+    joined += pieces[i];
+  }
+  return joined;
+}
+
+std::string RemoveChars(std::string_view text, std::string_view unwanted) {
+  std::string kept;
+  kept.reserve(text.size());
+  for (char c : text) {
+    if (unwanted.find(c) == std::string_view::npos) kept += c;
+  }
+  return kept;
+}
+
+std::string RemoveBlanks(std::string_view text) { return RemoveChars(text, " "); }
+
+bool IsBlank(std::string_view text) {
+  return text.find_first_not_of(' ') == std::string_view::npos;
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+  const size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return text.substr(0, 0);
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  if (IsAscii(text)) {
+    std::transform(lower.begin(), lower.end(), lower.begin(), AsciiLower);
+    return lower;
+  }
+  lower.clear();
+  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+  auto left = static_cast<utf8proc_ssize_t>(text.size());
+  while (left > 0) {
+    utf8proc_int32_t character = -1;
+    const utf8proc_ssize_t length = utf8proc_iterate(bytes, left, &character);
+    if (length <= 0) {
+      lower += static_cast<char>(*bytes);
+      ++bytes;
+      --left;
+      continue;
+    }
+    utf8proc_uint8_t encoded[4];
+    const utf8proc_ssize_t size = utf8proc_encode_char(utf8proc_tolower(character), encoded);
+    lower.append(reinterpret_cast<const char*>(encoded), static_cast<size_t>(size));
+    bytes += length;
+    left -= length;
+  }
+  return lower;
+}
+
+bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
+  if (IsAscii(a) && IsAscii(b)) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return AsciiLower(x) == AsciiLower(y); });
+  }
+  return LowerCase(a) == LowerCase(b);
+}
+
+bool IsNumericText(std::string_view text) {
+  text = TrimBlanks(text);
+  if (!text.empty() && (text.front() == '+' || text.front() == '-')) text.remove_prefix(1);
+  const auto points = std::count(text.begin(), text.end(), '.');
+  const auto digits = std::count_if(text.begin(), text.end(), IsDigit);
+  return points <= 1 && digits >= 1 && points + digits == static_cast<long>(text.size());
+}
+
+bool IsAllDigits(std::string_view text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);
+}
+
+std::optional<long long> WholeNumber(std::string_view text, long long lowest, long long highest) {
+  text = TrimBlanks(text);
+  long long value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  if (value < lowest || value > highest) return std::nullopt;
+  return value;
+}
+
+size_t CharacterCount(std::string_view text) {
+  return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
+  }));
+}
+
+}  // namespace brindle
