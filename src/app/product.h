@@ -1,0 +1,24 @@
+#pragma once
+// What the product is called and where it lives on the web.
+
+#include <string>
+
+namespace brindle {
+
+inline constexpr int kVersionMajor = 0;
+inline constexpr int kVersionMinor = 5;
+inline constexpr int kVersionRevision = 85;
+
+// The product's web site, as told to other users.
+inline constexpr const char* kWebAddress = "http://www.brindle.example";
+
+// "0.5.85"
+inline std::string VersionNumber() {
+  return std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
+         std::to_string(kVersionRevision);
+}
+
+// "Brindle v0.5.85"
+inline std::string VersionText() { return "Brindle v" + VersionNumber(); }
+
+}  // namespace brindle

@@ -1,0 +1,64 @@
+#include "irc/arrival_cutter.h"
+
+#include <utility>
+
+#include "base/text.h"
+
+namespace brindle {
+
+void ArrivalCutter::Receive(std::string_view bytes, TickCount now, const Deliver& deliver) {
+  if (dropping_) {
+    const bool splitEnd = dropEndsInCr_ && bytes.starts_with('\n');
+    const size_t end = splitEnd ? 0 : bytes.find(kCrLf);
+    if (end == std::string_view::npos) {
+      if (!bytes.empty()) dropEndsInCr_ = bytes.ends_with('\r');
+      return;
+    }
+    bytes.remove_prefix(splitEnd ? 1 : end + kCrLf.size());
+    dropping_ = false;
+  }
+  if (bytes.empty()) return;
+  // The search for a line end need not look again at what was searched before, but for a last CR.
+  size_t searchFrom = tail_.empty() ? 0 : tail_.size() - 1;
+  tail_.append(bytes);
+  tailSince_ = now;
+
+  const std::string received = std::exchange(tail_, {});
+  const unsigned connection = connection_;
+  size_t begin = 0;
+  for (size_t end = received.find(kCrLf, searchFrom); end != std::string::npos;
+       end = received.find(kCrLf, begin)) {
+    const std::string_view line = std::string_view(received).substr(begin, end + 2 - begin);
+    begin = end + kCrLf.size();
+    deliver(line);
+    if (connection != connection_) return;
+  }
+  tail_ = received.substr(begin);
+  if (tail_.size() > kLongestTail) DeliverTail(deliver);
+}
+
+void ArrivalCutter::Tick(TickCount now, const Deliver& deliver) {
+  const std::optional<TickCount> due = TailDue();
+  if (due && now >= *due) DeliverTail(deliver);
+}
+
+std::optional<TickCount> ArrivalCutter::TailDue() const {
+  if (tail_.empty()) return std::nullopt;
+  return tailSince_ + kTailPatienceMilliseconds;
+}
+
+void ArrivalCutter::Reset() {
+  tail_.clear();
+  dropping_ = false;
+  dropEndsInCr_ = false;
+  ++connection_;
+}
+
+void ArrivalCutter::DeliverTail(const Deliver& deliver) {
+  const std::string tail = std::exchange(tail_, {});
+  dropping_ = true;
+  dropEndsInCr_ = tail.ends_with('\r');
+  deliver(tail);
+}
+
+}  // namespace brindle

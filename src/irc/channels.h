@@ -1,0 +1,53 @@
+#pragma once
+// The channels panel: the user's own list of rooms, and entering one.
+
+#include <string>
+
+#include "app/options.h"
+#include "base/dialogs.h"
+#include "base/observed_list.h"
+#include "irc/connection.h"
+#include "irc/session.h"
+
+namespace brindle {
+
+class ChannelsView {
+ public:
+  virtual ~ChannelsView() = default;
+  // Puts the keyboard focus into the line for typing.
+  virtual void FocusSendBox() = 0;
+};
+
+class Channels {
+ public:
+  Channels(const Session& session, Connection& connection, const Options& options,
+           ChannelsView& view, Dialogs& dialogs)
+      : session_(session),
+        connection_(connection),
+        options_(options),
+        view_(view),
+        dialogs_(dialogs) {}
+
+  // The rooms in order of adding, each "#" and a name in lower case.
+  ObservedList& Rooms() { return rooms_; }
+
+  // Asks for a room and adds it, and enters it when the option says so.
+  void lblChannelsAdd_Click();
+
+  // `selected` is the row of the selected room, -1 for none.
+  void lblChannelsRemove_Click(int selected);
+  void lblJoin_Click(int selected);
+  void lstChannels_DblClick(int selected) { lblJoin_Click(selected); }
+
+ private:
+  bool Knows(const std::string& room) const;
+
+  const Session& session_;
+  Connection& connection_;
+  const Options& options_;
+  ChannelsView& view_;
+  Dialogs& dialogs_;
+  ObservedList rooms_;
+};
+
+}  // namespace brindle

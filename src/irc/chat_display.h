@@ -1,0 +1,66 @@
+#pragma once
+// Chat lines in colour: turns a display text with colour codes (character 3 and a colour number, as
+// IRC clients write them) into runs of one colour each, and puts them at the end of a view.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/options.h"
+#include "base/colour.h"
+
+namespace brindle {
+
+struct ColouredRun {
+  Colour colour;
+  std::string text;  // CR LF is a line break; holds no other control of the line's layout
+  friend bool operator==(const ColouredRun&, const ColouredRun&) = default;
+};
+
+// A view that shows coloured text and only ever grows at its end.
+class ChatView {
+ public:
+  virtual ~ChatView() = default;
+  virtual void Append(const std::vector<ColouredRun>& runs) = 0;
+  // Characters shown so far; a line break counts as two.
+  virtual size_t TextLength() const = 0;
+};
+
+// The index (0 to 15) of the console colour that shows IRC colour `number`.
+int IrcColorToBasic(int number);
+
+// The colour of a console colour index. REQUIRES: 0 <= index <= 15.
+Colour BasicColour(int index);
+
+// The runs of `text`: see ChatDisplay::Color_Response.
+std::vector<ColouredRun> ColouredRuns(std::string_view text, Colour roomBackcolor,
+                                      Colour roomForecolor);
+
+enum class ChatTarget { kStatus, kRoom };
+
+class ChatDisplay {
+ public:
+  ChatDisplay(ChatView& txtStatus, ChatView& txtChannel, const Options& options)
+      : txtStatus_(txtStatus), txtChannel_(txtChannel), options_(options) {}
+
+  // Appends `text` to a view. A text without a colour mark is black. In one with marks, each piece
+  // takes the colour whose number follows its mark; text of the room's background colour takes the
+  // user's room colour instead, whichever view it goes to, so that it can be read.
+  void Color_Response(std::string_view text, ChatTarget target);
+
+  // Appends `text` in one colour as it stands, colour marks included.
+  void Insert(std::string_view text, Colour colour, ChatTarget target);
+
+  size_t RoomTextLength() const { return txtChannel_.TextLength(); }
+
+ private:
+  ChatView& View(ChatTarget target) {
+    return target == ChatTarget::kStatus ? txtStatus_ : txtChannel_;
+  }
+
+  ChatView& txtStatus_;
+  ChatView& txtChannel_;
+  const Options& options_;
+};
+
+}  // namespace brindle

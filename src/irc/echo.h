@@ -1,0 +1,19 @@
+#pragma once
+// The beginnings that display lines share: the line break, the optional time, and the own nick in
+// front of a line that the user said in the room.
+
+#include <string>
+
+#include "app/options.h"
+#include "base/clock.h"
+#include "irc/session.h"
+
+namespace brindle {
+
+// CR LF, and "[3:07pm] " in colours when chat lines carry the time.
+std::string ChatLineStart(const Options& options, const Clock& clock);
+
+// ChatLineStart, then the own nick in angle brackets and a blank.
+std::string EchoStart(const Session& session, const Options& options, const Clock& clock);
+
+}  // namespace brindle

@@ -1,0 +1,93 @@
+#include "irc/line_pump.h"
+
+#include <algorithm>
+
+#include "app/product.h"
+#include "base/text.h"
+#include "base/time_text.h"
+
+namespace brindle {
+namespace {
+
+constexpr char kBoldAndUnderline[] = "\x02\x1F";
+
+std::string MonitorText(size_t current, size_t& peak) {
+  peak = std::max(peak, current);
+  return std::to_string(current) + "/" + std::to_string(peak);
+}
+
+}  // namespace
+
+Route RouteOf(Kind kind) {
+  switch (kind) {
+    case Kind::kBoth:
+      return {true, true, {}};
+    case Kind::kStatus:
+      return {true, false, {}};
+    case Kind::kRoom:
+      return {false, true, {}};
+    case Kind::kPrivateMessage:
+      return {false, true, SoundSlot::kMessage};
+    case Kind::kNotice:
+      return {false, true, SoundSlot::kNotice};
+    case Kind::kServerAdded:
+      return {false, true, SoundSlot::kServerAdded};
+    case Kind::kConnected:
+      return {true, false, SoundSlot::kConnected};
+    case Kind::kDisconnected:
+      return {true, true, SoundSlot::kDisconnected};
+    case Kind::kJoin:
+      return {false, true, SoundSlot::kJoin};
+    case Kind::kPart:
+      return {false, true, SoundSlot::kPart};
+  }
+  return {};
+}
+
+void LinePump::tmrProcess_Timer() {
+  RefreshMonitors();
+  RefreshUptime();
+  if (busy_ || queue_.Pending() == 0) return;
+  const bool alone = queue_.Pending() == 1;
+  OutputQueue::Line line = queue_.Take();
+  if (alone && IsBlank(line.text)) return;
+  Show(std::move(line));
+}
+
+void LinePump::RefreshMonitors() {
+  shownPending_ = queue_.Pending();
+  const auto refresh = [](std::string& shown, std::string text, const auto& show) {
+    if (text == shown) return;
+    shown = std::move(text);
+    show(shown);
+  };
+  refresh(bufferMonitor_, MonitorText(shownPending_, pendingPeak_),
+          [this](const std::string& text) { view_.SetBufferMonitor(text); });
+  refresh(rtbMonitor_, MonitorText(display_.RoomTextLength(), textPeak_),
+          [this](const std::string& text) { view_.SetRtbMonitor(text); });
+}
+
+void LinePump::RefreshUptime() {
+  if (session_.connectionState != ConnectionState::kRegistered) {
+    uptimeCaption_.clear();
+    return;
+  }
+  const std::int64_t seconds = (clock_.Ticks() - session_.connectedSince) / 1000;
+  std::string caption = VersionText() + " [NICK : " + session_.currentNick +
+                        "] [CONNECTED : " + DurationText(seconds, DurationStyle::kAltDhms) + "]";
+  if (caption == uptimeCaption_) return;
+  uptimeCaption_ = std::move(caption);
+  view_.SetWindowCaption(uptimeCaption_);
+}
+
+void LinePump::Show(OutputQueue::Line line) {
+  const std::string text = RemoveChars(line.text, kBoldAndUnderline);
+  const Route route = RouteOf(line.kind);
+  if (route.status) display_.Color_Response(text, ChatTarget::kStatus);
+  if (route.room) display_.Color_Response(text, ChatTarget::kRoom);
+  if (!route.sound) return;
+  const SoundOption& sound = options_.sounds[static_cast<size_t>(*route.sound)];
+  if (sound.on && !sound.path.empty()) sounds_.Play(sound.path);
+}
+
+}  // namespace brindle

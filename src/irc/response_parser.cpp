@@ -1,0 +1,97 @@
+#include "irc/response_parser.h"
+
+#include "base/encoding.h"
+#include "base/text.h"
+
+namespace brindle {
+namespace {
+
+// Numerics that need no answer and show nothing.
+constexpr std::string_view kSilentNumerics[] = {"002", "003", "004", "005", "250", "252", "254",
+                                                "255", "265", "266", "301", "311", "312", "317",
+                                                "318", "319", "333", "338", "375"};
+
+// Keeps the pump off the queue for as long as it lives.
+class BusyPump {
+ public:
+  explicit BusyPump(LinePump& pump) : pump_(pump), before_(pump.IsBusy()) { pump_.SetBusy(true); }
+  ~BusyPump() { pump_.SetBusy(before_); }
+  BusyPump(const BusyPump&) = delete;
+  BusyPump& operator=(const BusyPump&) = delete;
+
+ private:
+  LinePump& pump_;
+  bool before_;
+};
+
+}  // namespace
+
+// Second word of a line, in lower case.
+const ResponseParser::Command ResponseParser::kCommands[] = {
+    {"auth", 2, &ResponseParser::Ignore},   {"mode", 2, &ResponseParser::Ignore},
+    {"join", 3, &ResponseParser::Join},     {":closing", 2, &ResponseParser::ClosingLink},
+    {"kick", 4, &ResponseParser::Kick},     {"nick", 3, &ResponseParser::Nick},
+    {"notice", 3, &ResponseParser::Notice}, {"part", 3, &ResponseParser::Part},
+    {"ping", 2, &ResponseParser::Ping},     {"privmsg", 3, &ResponseParser::Privmsg},
+    {"quit", 2, &ResponseParser::Quit},
+};
+
+// Replies, RFC 1459 section 6; compared as text.
+const ResponseParser::Command ResponseParser::kNumerics[] = {
+    {"001", 3, &ResponseParser::Welcome},        {"251", 2, &ResponseParser::StatusReply},
+    {"253", 2, &ResponseParser::StatusReply},    {"332", 3, &ResponseParser::Topic},
+    {"353", 5, &ResponseParser::Names},          {"366", 2, &ResponseParser::EndOfNames},
+    {"372", 2, &ResponseParser::StatusReply},    {"376", 2, &ResponseParser::EndOfMotd},
+    {"422", 2, &ResponseParser::NoMotd},         {"433", 2, &ResponseParser::NickInUse},
+    {"465", 2, &ResponseParser::Banned},         {"471", 4, &ResponseParser::RoomFull},
+    {"474", 4, &ResponseParser::BannedFromRoom},
+};
+
+void ResponseParser::Parse_Response(std::string_view received, std::string& currentNick) {
+  const BusyPump busy(pump_);
+  currentNick_ = &currentNick;
+  for (size_t end = received.find(kCrLf); end != std::string_view::npos;
+       end = received.find(kCrLf)) {
+    const std::string text = DecodeReceived(received.substr(0, end));
+    received.remove_prefix(end + kCrLf.size());
+    // The colon makes sure that even a line without source or text has two fields.
+    const bool connecting = session_.connectionState == ConnectionState::kConnecting;
+    const bool addColon = !text.starts_with(':') && !connecting;
+    if (!HandleLine(ServerLine(text, addColon))) return;
+  }
+}
+
+bool ResponseParser::HandleLine(const ServerLine& line) {
+  if (line.WordCount() < 2) {
+    queue_.QueueLine("\r\nERROR : " + line.Line(), Kind::kStatus);
+    return true;
+  }
+  if (const Command* command = Find(line)) {
+    if (line.WordCount() < command->leastWords) return false;
+    (this->*command->handle)(line);
+  } else if (IsAllDigits(line.Word(1))) {
+    UnknownNumeric(line);
+  } else {
+    NotParsed(line);
+  }
+  return true;
+}
+
+const ResponseParser::Command* ResponseParser::Find(const ServerLine& line) const {
+  // A server may leave out the source of a PING, which makes it the first word.
+  static constexpr Command kPing = {"ping", 2, &ResponseParser::Ping};
+  static constexpr Command kSilent = {"", 2, &ResponseParser::Ignore};
+  for (const Command& command : kCommands) {
+    if (EqualsIgnoringCase(line.Word(1), command.word)) return &command;
+  }
+  if (EqualsIgnoringCase(WithoutColon(line.Word(0)), kPing.word)) return &kPing;
+  for (const Command& numeric : kNumerics) {
+    if (line.Word(1) == numeric.word) return &numeric;
+  }
+  for (std::string_view silent : kSilentNumerics) {
+    if (line.Word(1) == silent) return &kSilent;
+  }
+  return nullptr;
+}
+
+}  // namespace brindle

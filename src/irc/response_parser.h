@@ -1,0 +1,104 @@
+#pragma once
+// What the server says, turned into effects: answers to the server, changes of the session and of
+// the who's-here list, and lines for the display queue. Cutting a line into its parts is
+// ServerLine; the table of commands is in response_parser.cpp, their handlers are in
+// response_handlers.cpp.
+
+#include <string>
+#include <string_view>
+
+#include "app/options.h"
+#include "base/clock.h"
+#include "irc/connection.h"
+#include "irc/line_pump.h"
+#include "irc/output_queue.h"
+#include "irc/server_line.h"
+#include "irc/session.h"
+#include "irc/who_list.h"
+
+namespace brindle {
+
+// Brings the room view to the front.
+class RoomTab {
+ public:
+  virtual ~RoomTab() = default;
+  virtual void Show_RoomTab() = 0;
+};
+
+class ResponseParser : public ReceivedText {
+ public:
+  ResponseParser(Session& session, Connection& connection, OutputQueue& queue, LinePump& pump,
+                 WhoList& who, RoomTab& roomTab, const Options& options, const Clock& clock)
+      : session_(session),
+        connection_(connection),
+        queue_(queue),
+        pump_(pump),
+        who_(who),
+        roomTab_(roomTab),
+        options_(options),
+        clock_(clock) {}
+
+  // Handles every line of `received` that ends in CR LF; what follows the last CR LF is dropped. A
+  // line with too few words for its command ends the handling of the whole text, quietly.
+  // `currentNick` is the session's own and changes with the server's welcome and nick changes.
+  void Parse_Response(std::string_view received, std::string& currentNick) override;
+
+ private:
+  // A row of the dispatch table: the word, the least number of words in such a line, the handler.
+  struct Command {
+    const char* word;
+    size_t leastWords;
+    void (ResponseParser::*handle)(const ServerLine&);
+  };
+  static const Command kCommands[];
+  static const Command kNumerics[];
+
+  // False when the line has too few words for its command.
+  bool HandleLine(const ServerLine& line);
+  const Command* Find(const ServerLine& line) const;
+
+  void Ignore(const ServerLine& line);
+  void Join(const ServerLine& line);
+  void OwnJoin(const std::string& room);
+  void ClosingLink(const ServerLine& line);
+  void Kick(const ServerLine& line);
+  void Nick(const ServerLine& line);
+  void Notice(const ServerLine& line);
+  void Part(const ServerLine& line);
+  void Privmsg(const ServerLine& line);
+  void RoomMessage(const ServerLine& line, const std::string& text);
+  void PrivateMessage(const ServerLine& line, const std::string& text);
+  void Quit(const ServerLine& line);
+  void Ping(const ServerLine& line);
+
+  void Welcome(const ServerLine& line);
+  void StatusReply(const ServerLine& line);
+  void Topic(const ServerLine& line);
+  void Names(const ServerLine& line);
+  void EndOfNames(const ServerLine& line);
+  void EndOfMotd(const ServerLine& line);
+  void NoMotd(const ServerLine& line);
+  void NickInUse(const ServerLine& line);
+  void Banned(const ServerLine& line);
+  void RoomFull(const ServerLine& line);
+  void BannedFromRoom(const ServerLine& line);
+  void UnknownNumeric(const ServerLine& line);
+  void NotParsed(const ServerLine& line);
+
+  void Greet();
+  bool IsOwnNick(std::string_view nick) const;
+  bool IsCurrentRoom(std::string_view room) const;
+
+  Session& session_;
+  Connection& connection_;
+  OutputQueue& queue_;
+  LinePump& pump_;
+  WhoList& who_;
+  RoomTab& roomTab_;
+  const Options& options_;
+  const Clock& clock_;
+  std::string* currentNick_ = nullptr;  // valid within Parse_Response
+  bool namesClearPending_ = false;
+};
+
+}  // namespace brindle

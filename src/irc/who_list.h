@@ -1,0 +1,36 @@
+#pragma once
+// Who's here: the nicks in the current room, in order of arrival. Entries from a names reply keep
+// the server's status mark ("@" operator, "+" voiced). One list serves the one current room.
+
+#include <string>
+#include <string_view>
+
+#include "base/observed_list.h"
+#include "irc/server_line.h"
+
+namespace brindle {
+
+class WhoList {
+ public:
+  ObservedList& Nicks() { return nicks_; }
+  const ObservedList& Nicks() const { return nicks_; }
+
+  // Adds every nick of a names reply (numeric 353), after clearing the list when `clearFirst`.
+  void AddNames(const ServerLine& reply, bool clearFirst);
+
+  void AddNick(std::string_view nick);
+
+  // Removes the first entry that equals `nick`, ignoring case, either whole or without its first
+  // character. An empty nick removes nothing.
+  void RemoveNick(std::string_view nick);
+
+  void Clear() { nicks_.Clear(); }
+
+  // "Who's here (3)"
+  std::string Caption() const;
+
+ private:
+  ObservedList nicks_;
+};
+
+}  // namespace brindle
