@@ -4,14 +4,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 
 namespace brindle {
 namespace {
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
 
 char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
@@ -116,6 +113,19 @@ std::optional<long long> WholeNumber(std::string_view text, long long lowest, lo
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   if (value < lowest || value > highest) return std::nullopt;
   return value;
+}
+
+bool IsAscii(std::string_view text) {
+  constexpr std::uint64_t kTopBits = 0x8080808080808080U;
+  std::uint64_t seen = 0;
+  size_t i = 0;
+  for (; i + sizeof seen <= text.size(); i += sizeof seen) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + i, sizeof word);
+    seen |= word;
+  }
+  for (; i < text.size(); ++i) seen |= static_cast<unsigned char>(text[i]);
+  return (seen & kTopBits) == 0;
 }
 
 size_t CharacterCount(std::string_view text) {

@@ -49,6 +49,9 @@ bool IsAllDigits(std::string_view text);
 // or does not fit. REQUIRES: lowest <= highest.
 std::optional<long long> WholeNumber(std::string_view text, long long lowest, long long highest);
 
+// True when no byte of `text` has its top bit set.
+bool IsAscii(std::string_view text);
+
 // The number of Unicode characters in UTF-8 `text`; a byte that is not valid counts as one.
 size_t CharacterCount(std::string_view text);
 

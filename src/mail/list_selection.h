@@ -1,0 +1,65 @@
+#pragma once
+// The Select menu and shift-click: ways of checking many rows at once. The menu serves two lists,
+// the mail list of the main window and the results of a search.
+
+#include <cstddef>
+#include <vector>
+
+#include "base/dialogs.h"
+#include "mail/list_view.h"
+#include "mail/mail_list.h"
+
+namespace brindle {
+
+enum class ListKind { kMain, kResults };
+
+// The list that a command works on.
+struct SelectTarget {
+  ListKind kind;
+  MailList& list;
+  TitledView& view;
+};
+
+struct Modifiers {
+  bool shift = false;
+  bool control = false;
+  bool alt = false;
+};
+
+// Rows `first` to `last` inclusive, from 0.
+struct RowRange {
+  size_t first;
+  size_t last;
+};
+
+enum class Marking {
+  kDone,
+  kCutShort,  // highlighted rows beyond the 32767th were not reached
+};
+
+class ListSelection {
+ public:
+  // `dialogs` is not owned and must outlive this.
+  explicit ListSelection(Dialogs& dialogs) : dialogs_(dialogs) {}
+
+  // Offered for the results list only.
+  void mnuSelectAll_Click(const SelectTarget& target);
+  void mnuSelectNone_Click(const SelectTarget& target);
+  // Takes the checked rows as pairs of start and stop and checks what lies between.
+  void mnuSelectBetween_Click(const SelectTarget& target);
+  // Asks for a text and checks the rows whose title contains it.
+  void mnuSelectString_Click(const SelectTarget& target);
+
+  // The user has toggled the check of a row.
+  void lstServerList_ItemCheck(const SelectTarget& target);
+  // With Shift alone: checks the highlighted rows among the first 32767. The header is left alone.
+  Marking lstServerList_MouseUp(MailList& list, const Modifiers& modifiers,
+                                const std::vector<RowRange>& highlighted);
+
+ private:
+  void Inform(const char* text) { dialogs_.Notice(Icon::kInformation, text); }
+
+  Dialogs& dialogs_;
+};
+
+}  // namespace brindle

@@ -1,0 +1,127 @@
+#pragma once
+// The mails of one server's list: a number (kept as text), a title and a check for each row. The
+// texts of all rows lie one after another in two large buffers, so that a list of a million mails
+// is a handful of blocks of memory. Rows count from 0. One observer (a view's model) is told about
+// every change; the header above the titles is not the list's business, because it is refreshed at
+// some changes only.
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "mail/row_set.h"
+
+namespace brindle {
+
+class MailListObserver {
+ public:
+  virtual ~MailListObserver() = default;
+  // All rows are about to be replaced, and then: have been.
+  virtual void RowsAboutToBeReplaced() = 0;
+  virtual void RowsReplaced() = 0;
+  // The check of one row has changed.
+  virtual void CheckChanged(size_t row) = 0;
+  // The checks of any number of rows have changed.
+  virtual void ChecksChanged() = 0;
+};
+
+class MailList {
+ public:
+  MailList() = default;
+  MailList(const MailList&) = delete;
+  MailList& operator=(const MailList&) = delete;
+
+  // Null ends the observing. The observer is not owned and must outlive the list or its observing.
+  void Observe(MailListObserver* observer) { observer_ = observer; }
+
+  // Removes all rows.
+  void Clear();
+
+  // Takes over all rows of `other`, with their checks; `other` is left empty. The observer and the
+  // generation stay this list's own. A list that is observed is filled in this way.
+  void Replace(MailList& other);
+
+  // Adds one row, not checked, at the end. False when the row was refused because one kind of text
+  // would pass 4 GiB. REQUIRES: nobody observes this list; the texts are no part of this list.
+  bool Append(std::string_view number, std::string_view title);
+
+  // Makes room for about `bytes` of titles to come.
+  void ReserveTitles(size_t bytes) { rows_.titles.reserve(bytes); }
+  // Gives back memory that was reserved and not needed.
+  void GiveBackMemory();
+
+  size_t Size() const { return rows_.ends.size(); }
+  size_t CheckedCount() const { return rows_.checked.Count(); }
+
+  // Changes whenever all rows are removed or replaced: a loop that lets window events run compares
+  // it to notice that it walks another list.
+  std::uint64_t Generation() const { return generation_; }
+
+  // The texts of a row; valid until the rows change. REQUIRES: row < Size().
+  std::string_view Number(size_t row) const;
+  std::string_view Title(size_t row) const;
+
+  // REQUIRES: row < Size().
+  bool IsChecked(size_t row) const { return rows_.checked.Contains(row); }
+  void SetChecked(size_t row, bool checked);
+
+  // The bulk changes: whatever they do, the observer is told once, and not at all when nothing
+  // changed. REQUIRES: first <= last < Size(); rows.Rows() == Size().
+  void CheckAll();
+  void UncheckAll();
+  void CheckRange(size_t first, size_t last);
+  void CheckRows(const RowSet& rows);
+
+  // The first checked row that is not before `from`; nothing when there is none. One checked row in
+  // a million is found in microseconds.
+  std::optional<size_t> NextChecked(size_t from) const { return rows_.checked.Next(from); }
+
+  // While one of these lives, changed checks are collected and reported by one ChecksChanged.
+  class BulkChange {
+   public:
+    explicit BulkChange(MailList& list) : list_(list) { ++list_.bulkDepth_; }
+    ~BulkChange() { list_.EndBulkChange(); }
+    BulkChange(const BulkChange&) = delete;
+    BulkChange& operator=(const BulkChange&) = delete;
+
+   private:
+    MailList& list_;
+  };
+
+  // For searching: the titles of all rows without anything between them, where the title of a row
+  // ends in that text, and the rows whose title holds more than ASCII.
+  std::string_view AllTitles() const { return rows_.titles; }
+  size_t TitleEnd(size_t row) const { return rows_.ends[row].title; }
+  const RowSet& NonAsciiTitles() const { return rows_.nonAscii; }
+
+ private:
+  struct Ends {
+    std::uint32_t number;
+    std::uint32_t title;
+  };
+  struct Rows {
+    std::string numbers;
+    std::string titles;
+    std::vector<Ends> ends;
+    RowSet checked;
+    RowSet nonAscii;
+  };
+
+  void TakeRows(Rows rows);
+  void TellChecksChanged();
+  void EndBulkChange();
+
+  Rows rows_;
+  std::uint64_t generation_ = 0;
+  MailListObserver* observer_ = nullptr;
+  int bulkDepth_ = 0;
+  bool bulkChanged_ = false;
+};
+
+// The header above the titles: "Mail Title [checked/total]".
+std::string MailTitleHeader(size_t checked, size_t total);
+
+}  // namespace brindle
