@@ -1,0 +1,62 @@
+#include "mail/requests.h"
+
+#include <cstdint>
+#include <optional>
+
+#include "base/text.h"
+#include "irc/echo.h"
+#include "mail/request_runs.h"
+
+namespace brindle {
+
+void Requests::cmdRequest_Click(const std::string& screenName, const std::string& handle) {
+  if (session_.connectionState == ConnectionState::kDisconnected) {
+    view_.ShowHint("Connect to a server first: requests are said in a room.");
+    return;
+  }
+  if (IsBlank(screenName)) {
+    dialogs_.Notice(Icon::kInformation, "You must enter an AOL Screen Name for this to work.");
+    return;
+  }
+  if (IsBlank(handle)) {
+    dialogs_.Notice(Icon::kInformation, "You must enter a servers handle for this to work.");
+    return;
+  }
+  if (session_.currentRoom.empty()) {
+    // Nobody would hear the requests, and the selection would be gone.
+    view_.ShowHint("Enter a room first: requests are said in the current room.");
+    return;
+  }
+  const int sent = RequestChecked(screenName, handle);
+  if (sent > 0) view_.ShowHint("Requests sent: " + std::to_string(sent));
+}
+
+int Requests::RequestChecked(const std::string& screenName, const std::string& handle) {
+  const AfterRequest after =
+      options_.deselectAfterRequested ? AfterRequest::kDeselect : AfterRequest::kKeepChecked;
+  const std::uint64_t generation = list_.Generation();
+  const std::string room = session_.currentRoom;
+  const size_t rows = list_.Size();
+  RequestRuns runs;
+  int sent = 0;
+  for (std::optional<size_t> row = list_.NextChecked(0); row && *row < rows;
+       row = list_.NextChecked(*row + 1)) {
+    const std::optional<std::string> what = runs.Step(list_, *row, after);
+    if (!what) continue;
+    Send("!" + handle + " send " + screenName + " " + *what);
+    ++sent;
+    view_.ShowHint("Requesting " + *what + " (request " + std::to_string(sent) + ")...");
+    Pause(clock_, events_, kPauseMilliseconds);
+    const bool sameRoom =
+        session_.currentRoom == room && session_.connectionState != ConnectionState::kDisconnected;
+    if (stopped_ || !sameRoom || list_.Generation() != generation) break;
+  }
+  return sent;
+}
+
+void Requests::Send(const std::string& text) {
+  queue_.QueueLine(EchoStart(session_, options_, clock_) + text, Kind::kRoom);
+  connection_.SendRaw("PRIVMSG " + session_.currentRoom + " :" + text);
+}
+
+}  // namespace brindle

@@ -1,0 +1,48 @@
+#include "mail/server_commands.h"
+
+#include "base/text.h"
+#include "irc/echo.h"
+
+namespace brindle {
+namespace {
+
+constexpr char kNoScreenName[] = "You must enter an AOL Screen Name for this to work.";
+constexpr char kNoAccessCode[] = "You must enter your accesscode for this to work.";
+constexpr char kNoHandle[] = "You must enter a servers handle for this to work.";
+
+}  // namespace
+
+void ServerCommands::mnuCommandsRequest_Click(const CommandFields& fields) {
+  Run(fields.screenName, kNoScreenName, fields, " send " + fields.screenName + " accesscode");
+}
+
+void ServerCommands::mnuCommandsVerify_Click(const CommandFields& fields) {
+  Run(fields.accessCode, kNoAccessCode, fields,
+      " verify " + fields.screenName + " " + fields.accessCode);
+}
+
+void ServerCommands::mnuCommandsList_Click(const CommandFields& fields) {
+  Run(fields.screenName, kNoScreenName, fields, " send " + fields.screenName + " list");
+}
+
+void ServerCommands::mnuCommandsStatus_Click(const CommandFields& fields) {
+  Run(fields.screenName, kNoScreenName, fields, " send " + fields.screenName + " status");
+}
+
+void ServerCommands::Run(const std::string& required, const char* refusal,
+                         const CommandFields& fields, const std::string& tail) {
+  if (session_.connectionState == ConnectionState::kDisconnected) {
+    dialogs_.Notice(Icon::kInformation,
+                    "You must first connect to a server before entering a room.");
+  } else if (IsBlank(required)) {
+    dialogs_.Notice(Icon::kInformation, refusal);
+  } else if (IsBlank(fields.handle)) {
+    dialogs_.Notice(Icon::kInformation, kNoHandle);
+  } else {
+    const std::string said = "!" + fields.handle + tail;
+    queue_.QueueLine(EchoStart(session_, options_, clock_) + said, Kind::kRoom);
+    connection_.SendRaw("PRIVMSG " + session_.currentRoom + " :" + said);
+  }
+}
+
+}  // namespace brindle

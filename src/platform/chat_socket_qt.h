@@ -1,0 +1,43 @@
+#pragma once
+// The chat socket over the toolkit's TCP socket. Raises its events to one listener.
+
+#include <QTcpSocket>
+#include <QTimer>
+
+#include "base/clock.h"
+#include "irc/arrival_cutter.h"
+#include "irc/chat_socket.h"
+
+namespace brindle {
+
+class QtChatSocket : public ChatSocket {
+ public:
+  explicit QtChatSocket(const Clock& clock);
+
+  // Must be set before Connect.
+  void SetListener(ChatSocketEvents& listener) { listener_ = &listener; }
+
+  void Connect(const std::string& host, int port) override;
+  void Close() override;
+  void Send(std::string_view bytes) override;
+  bool IsConnected() const override;
+
+  // Gives what was sent up to `milliseconds` to leave the machine: for the end of the program.
+  void Flush(int milliseconds);
+
+ private:
+  void ReadSome();
+  ArrivalCutter::Deliver Deliver();
+  void WatchTail();
+  void OnError(QAbstractSocket::SocketError error);
+
+  const Clock& clock_;
+  ChatSocketEvents* listener_ = nullptr;
+  QTcpSocket socket_;
+  ArrivalCutter cutter_;
+  bool open_ = false;  // between Connect and Close
+  QTimer tailTimer_;
+  QTimer readTimer_;  // goes on with a long burst after other events had their turn
+};
+
+}  // namespace brindle

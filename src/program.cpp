@@ -1,0 +1,59 @@
+#include "program.h"
+
+#include "ui/qt_text.h"
+
+namespace brindle {
+namespace {
+
+constexpr int kFarewellMilliseconds = 500;
+
+}  // namespace
+
+Program::Program(const StartState& start, Dialogs& dialogs)
+    : wsChat_(clock_),
+      display_(window_.StatusView(), window_.RoomView(), options_),
+      pump_(queue_, session_, options_, display_, window_, sounds_, clock_),
+      connection_(session_, wsChat_, queue_, display_, window_, dialogs, clock_),
+      parser_(session_, connection_, queue_, pump_, who_, window_, options_, clock_),
+      channels_(session_, connection_, options_, window_, dialogs),
+      handles_(dialogs),
+      commands_(session_, connection_, queue_, options_, dialogs, clock_),
+      loader_(dialogs, events_, window_.List(), mailList_),
+      selection_(dialogs),
+      requests_(mailList_, session_, connection_, queue_, options_, window_, dialogs, clock_,
+                events_) {
+  wsChat_.SetListener(connection_);
+  connection_.SetReceiver(parser_);
+  window_.Connection().Attach(connection_);
+  window_.ChannelList().Attach(channels_);
+  window_.Who().Attach(who_);
+  window_.Info().Attach(handles_, commands_);
+  window_.List().Attach(mailList_, loader_, selection_, requests_);
+  QObject::connect(&window_, &FrmMain::Closing, &window_, [this] { Form_Unload(); });
+  Form_Load(start);
+}
+
+Program::~Program() { Form_Unload(); }
+
+void Program::Form_Load(const StartState& start) {
+  for (const std::string& channel : start.channels) channels_.Rooms().Add(channel);
+  window_.Connection().SetFields({start.nick, start.alternateNick, start.server, start.port});
+  window_.SetScreenName(ToQString(start.screenName));
+  window_.ShowTab(Tab::kConnection);
+  // Last, so that nothing received is shown before the settings are in place.
+  window_.AttachPump(pump_, queue_);
+}
+
+void Program::Form_Unload() {
+  if (unloaded_) return;
+  unloaded_ = true;
+  requests_.Stop();
+  loader_.Stop();
+  if (connection_.ButtonCaption() == ConnectCaption::kDisconnect) {
+    connection_.cmdConnect_Click(window_.Connection().Fields());
+    wsChat_.Flush(kFarewellMilliseconds);
+  }
+  wsChat_.Close();
+}
+
+}  // namespace brindle

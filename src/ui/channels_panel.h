@@ -1,0 +1,31 @@
+#pragma once
+// The channels panel: the user's rooms, with buttons to add, remove and enter one.
+
+#include <QWidget>
+#include <memory>
+
+#include "irc/channels.h"
+
+namespace Ui {
+class ChannelsPanel;
+}
+
+namespace brindle {
+
+class ChannelsPanel : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit ChannelsPanel(QWidget* parent = nullptr);
+  ~ChannelsPanel() override;
+
+  void Attach(Channels& channels);
+
+ private:
+  // The selected row, -1 for none.
+  int Selected() const;
+
+  std::unique_ptr<Ui::ChannelsPanel> ui_;
+};
+
+}  // namespace brindle

@@ -1,0 +1,56 @@
+#include "ui/info_panel.h"
+
+#include "ui/observed_list_model.h"
+#include "ui/pop_up.h"
+#include "ui_info_panel.h"
+
+namespace brindle {
+
+InfoPanel::InfoPanel(QWidget* parent)
+    : QWidget(parent), ui_(std::make_unique<Ui::InfoPanel>()), mnuCommands_("Commands", this) {
+  ui_->setupUi(this);
+  mnuCommands_.setObjectName("mnuCommands");
+  connect(ui_->cmdCommands, &QPushButton::clicked, this,
+          [this] { PopUpBelow(mnuCommands_, *ui_->cmdCommands); });
+  connect(ui_->txtInfoAOLSN, &QLineEdit::textEdited, this, &InfoPanel::ScreenNameEdited);
+}
+
+InfoPanel::~InfoPanel() = default;
+
+void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands) {
+  auto* model = new ObservedListModel(handles.Items(), this);
+  // The first item of an empty box would put itself over what the user has typed.
+  connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this,
+          [this] { typedHandle_ = ui_->cmbServers->currentText(); });
+  ui_->cmbServers->setModel(model);
+  connect(model, &QAbstractItemModel::rowsInserted, this, [this] {
+    if (!typedHandle_.trimmed().isEmpty()) ui_->cmbServers->setEditText(typedHandle_);
+  });
+  const auto add = [this, &handles] {
+    handles.cmdInfoAdd_Click(ui_->cmbServers->currentText().toStdString());
+  };
+  connect(ui_->cmdInfoAdd, &QPushButton::clicked, this, add);
+  connect(ui_->cmbServers->lineEdit(), &QLineEdit::returnPressed, this, add);
+  connect(ui_->cmdInfoRemove, &QPushButton::clicked, this,
+          [this, &handles] { handles.cmdInfoRemove_Click(ui_->cmbServers->currentIndex()); });
+  AddMenuItem(mnuCommands_, "mnuCommandsRequest", "Request Code",
+              [this, &commands] { commands.mnuCommandsRequest_Click(Fields()); });
+  AddMenuItem(mnuCommands_, "mnuCommandsVerify", "Verify Code",
+              [this, &commands] { commands.mnuCommandsVerify_Click(Fields()); });
+  mnuCommands_.addSeparator()->setObjectName("mnuCommandsDiv0");
+  AddMenuItem(mnuCommands_, "mnuCommandsList", "Request List",
+              [this, &commands] { commands.mnuCommandsList_Click(Fields()); });
+  AddMenuItem(mnuCommands_, "mnuCommandsStatus", "Request Status",
+              [this, &commands] { commands.mnuCommandsStatus_Click(Fields()); });
+}
+
+QString InfoPanel::ScreenName() const { return ui_->txtInfoAOLSN->text(); }
+
+void InfoPanel::SetScreenName(const QString& name) { ui_->txtInfoAOLSN->setText(name); }
+
+CommandFields InfoPanel::Fields() const {
+  return {ui_->txtInfoAOLSN->text().toStdString(), ui_->txtAccessCode->text().toStdString(),
+          ui_->cmbServers->currentText().toStdString()};
+}
+
+}  // namespace brindle

@@ -1,0 +1,74 @@
+#include "ui/mail_list_model.h"
+
+#include "ui/qt_text.h"
+
+namespace brindle {
+
+MailListModel::MailListModel(MailList& list, QObject* parent)
+    : QAbstractTableModel(parent),
+      list_(list),
+      rows_(static_cast<int>(list.Size())),
+      titleHeader_(ToQString(MailTitleHeader(list.CheckedCount(), list.Size()))) {
+  list_.Observe(this);
+}
+
+MailListModel::~MailListModel() { list_.Observe(nullptr); }
+
+void MailListModel::SetTitleHeader(const QString& text) {
+  titleHeader_ = text;
+  emit headerDataChanged(Qt::Horizontal, kTitle, kTitle);
+}
+
+int MailListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_;
+}
+
+int MailListModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : kColumns;
+}
+
+QVariant MailListModel::data(const QModelIndex& index, int role) const {
+  const auto row = static_cast<size_t>(index.row());
+  if (!index.isValid() || row >= list_.Size()) return {};
+  const bool number = index.column() == kNumber;
+  if (role == Qt::DisplayRole) return ToQString(number ? list_.Number(row) : list_.Title(row));
+  if (role == Qt::CheckStateRole && number) {
+    return list_.IsChecked(row) ? Qt::Checked : Qt::Unchecked;
+  }
+  return {};
+}
+
+bool MailListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  const auto row = static_cast<size_t>(index.row());
+  if (role != Qt::CheckStateRole || index.column() != kNumber || row >= list_.Size()) return false;
+  list_.SetChecked(row, value.toInt() == Qt::Checked);
+  emit CheckToggled();
+  return true;
+}
+
+QVariant MailListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  return section == kNumber ? QString("Mail #") : titleHeader_;
+}
+
+Qt::ItemFlags MailListModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags always = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+  return index.column() == kNumber ? always | Qt::ItemIsUserCheckable : always;
+}
+
+void MailListModel::RowsReplaced() {
+  rows_ = static_cast<int>(list_.Size());
+  endResetModel();
+}
+
+void MailListModel::CheckChanged(size_t row) {
+  const QModelIndex changed = index(static_cast<int>(row), kNumber);
+  emit dataChanged(changed, changed, {Qt::CheckStateRole});
+}
+
+void MailListModel::ChecksChanged() {
+  if (rows_ == 0) return;
+  emit dataChanged(index(0, kNumber), index(rows_ - 1, kNumber), {Qt::CheckStateRole});
+}
+
+}  // namespace brindle
