@@ -136,21 +136,14 @@ std::string MailBot::Status(Moment now) const {
 void MailBot::Tick(Moment now) {
   if (!nextAnnouncement_ || now < *nextAnnouncement_) return;
   nextAnnouncement_ = now + settings_.announce;
-  const std::string& handle = settings_.handle;
-  const std::string text =
-      announcements_++ % 2 == 0
-          ? "\x03"
-            "04[\x03"
-            "07 Mail \x03"
-            "04]\x03"
-            "12 Type \x03"
-            "07!" +
-                handle + " send <your screen name> list\x03" + "12 for my list of \x02" +
-                std::to_string(catalogue_.Count()) + "\x02 mails"
-          : "\x03"
-            "03,01 Mails here: \x03"
-            "09/notice " +
-                handle + " send <your screen name> list\x03 tells where the \x1Flist\x1F is";
+  const std::string invitation = settings_.handle + " send <your screen name> list";
+  const std::string count = std::to_string(catalogue_.Count());
+  // Octal, since the colour numbers that follow the colour mark would be read as hexadecimal.
+  const std::string text = announcements_++ % 2 == 0
+                               ? "\00304[\00307 Mail \00304]\00312 Type \00307!" + invitation +
+                                     "\00312 for my list of \002" + count + "\002 mails"
+                               : "\00303,01 Mails here: \00309/notice " + invitation +
+                                     "\003 tells where the \037list\037 is";
   link_.Queue("PRIVMSG " + settings_.room + " :" + text);
 }
 
