@@ -1,0 +1,77 @@
+#pragma once
+// A second user for tests: a plain IRC client that sends what it is told and keeps every line it
+// receives. It answers the server's PING by itself and understands nothing else.
+
+#include <QElapsedTimer>
+#include <QTcpSocket>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brindle::test {
+
+class RawClient {
+ public:
+  struct Line {
+    qint64 time;       // milliseconds since the client was made
+    std::string text;  // as received, without the line end
+  };
+  using Predicate = std::function<bool(const std::string& text)>;
+
+  static constexpr int kTimeoutMs = 10000;
+
+  explicit RawClient(std::string nick);
+
+  // Connects and asks to be registered, without waiting for either; several clients can so be
+  // registered at the same time.
+  void Begin(quint16 port);
+  // True once the server has said welcome (001); false when it has refused, has closed or has not
+  // answered in time.
+  bool WaitForWelcome(int timeoutMs = kTimeoutMs);
+  // Both of the above.
+  bool Connect(quint16 port, int timeoutMs = kTimeoutMs);
+
+  const std::string& Nick() const { return nick_; }
+  bool IsConnected() const { return socket_.state() == QAbstractSocket::ConnectedState; }
+
+  // Sends one line; the line end is added.
+  void Send(std::string_view line);
+  // Says `text` in a room or to a nick.
+  void Say(std::string_view target, std::string_view text);
+  // Joins and waits for the end of the names (366); false when refused or too late.
+  bool Join(const std::string& room, int timeoutMs = kTimeoutMs);
+  // Makes the user an operator; false when refused or too late.
+  bool BecomeOperator(const std::string& name, const std::string& password);
+
+  // Everything received so far.
+  const std::vector<Line>& Lines() const { return lines_; }
+  // True when some line received so far contains `part`.
+  bool HasReceived(std::string_view part) const;
+
+  // The first line that matches among those after the last line returned by a wait, arriving
+  // within the time. Lines in between are passed over for later waits.
+  std::optional<Line> WaitForLine(const Predicate& matches, int timeoutMs = kTimeoutMs);
+  // The same for a line that contains `part`.
+  std::optional<Line> WaitForLine(const std::string& part, int timeoutMs = kTimeoutMs);
+  // Later waits ignore everything received until now.
+  void SkipReceived() { next_ = lines_.size(); }
+
+  // Waits until the connection has ended, by either side.
+  bool WaitForClose(int timeoutMs = kTimeoutMs);
+  // Breaks the connection without a word.
+  void Abort() { socket_.abort(); }
+
+ private:
+  void Receive();
+  std::optional<Line> NextMatch(const Predicate& matches);
+
+  std::string nick_;
+  QElapsedTimer clock_;
+  std::vector<Line> lines_;
+  size_t next_ = 0;  // where the next wait starts to look
+  QTcpSocket socket_;
+};
+
+}  // namespace brindle::test
