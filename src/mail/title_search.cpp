@@ -19,24 +19,30 @@ constexpr unsigned char kCaseBit = 0x20;
 constexpr std::string_view kDottedI = "\xC4\xB0";
 constexpr std::string_view kKelvin = "\xE2\x84\xAA";
 
-// One ASCII character in both cases, compared to eight bytes of text at a time.
+// One ASCII character in both cases, compared to many bytes at a time.
 class CharacterProbe {
  public:
   explicit CharacterProbe(char lower)
-      : fold_(lower >= 'a' && lower <= 'z' ? kLowBits * kCaseBit : 0),
-        pattern_(kLowBits * static_cast<unsigned char>(lower)) {}
+      : fold_(lower >= 'a' && lower <= 'z' ? kCaseBit : 0),
+        lower_(static_cast<unsigned char>(lower)) {}
 
-  // A top bit for each byte that is the character. A byte after one that is may be wrong.
+  // 1 where the byte is the character, else 0: without a branch, so that the compiler can compare
+  // many bytes at once.
+  unsigned char Matches(char c) const {
+    return static_cast<unsigned char>((static_cast<unsigned char>(c) | fold_) == lower_);
+  }
+
+  // A top bit for each of eight bytes that is the character. A byte after one that is may be wrong.
   std::uint64_t Candidates(const char* text) const {
     std::uint64_t word = 0;
     std::memcpy(&word, text, sizeof word);
-    const std::uint64_t difference = (word | fold_) ^ pattern_;
+    const std::uint64_t difference = (word | fold_ * kLowBits) ^ (lower_ * kLowBits);
     return (difference - kLowBits) & ~difference & kTopBits;
   }
 
  private:
-  std::uint64_t fold_;
-  std::uint64_t pattern_;
+  unsigned char fold_;
+  unsigned char lower_;
 };
 
 // Finds a lower-case ASCII text in text of any case.
@@ -47,15 +53,17 @@ class AsciiFinder {
 
   // The first place not before `from` where the wanted text is; npos when there is none.
   size_t Find(size_t from) const {
-    constexpr size_t kStep = sizeof(std::uint64_t);
     const size_t reach = wanted_.size() - 1;
     size_t at = from;
-    // Most words are passed over by the first and the last character alone.
-    for (; at + reach + kStep <= text_.size(); at += kStep) {
-      const char* here = text_.data() + at;
-      if ((first_.Candidates(here) & last_.Candidates(here + reach)) == 0) continue;
-      for (size_t i = 0; i < kStep; ++i) {
-        if (IsAt(at + i)) return at + i;
+    // Most places are passed over by the first and the last character alone, in large steps.
+    for (; at + reach + kBlock <= text_.size(); at += kBlock) {
+      if (!MayBeIn(text_.data() + at, reach)) continue;
+      for (size_t word = at; word < at + kBlock; word += kWord) {
+        const char* here = text_.data() + word;
+        if ((first_.Candidates(here) & last_.Candidates(here + reach)) == 0) continue;
+        for (size_t i = word; i < word + kWord; ++i) {
+          if (IsAt(i)) return i;
+        }
       }
     }
     for (; at + reach < text_.size(); ++at) {
@@ -65,6 +73,21 @@ class AsciiFinder {
   }
 
  private:
+  static constexpr size_t kWord = sizeof(std::uint64_t);
+  static constexpr size_t kBlock = 8 * kWord;
+
+  // False when the wanted text starts at none of the kBlock places from `here` on.
+  bool MayBeIn(const char* here, size_t reach) const {
+    const CharacterProbe first = first_;
+    const CharacterProbe last = last_;
+    unsigned char any = 0;
+    for (size_t i = 0; i < kBlock; ++i) {
+      any = static_cast<unsigned char>(any |
+                                       (first.Matches(here[i]) & last.Matches(here[i + reach])));
+    }
+    return any != 0;
+  }
+
   bool IsAt(size_t at) const {
     for (size_t i = 0; i < wanted_.size(); ++i) {
       char c = text_[at + i];

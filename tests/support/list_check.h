@@ -83,7 +83,7 @@ inline PlainList SlowReading(std::string_view bytes) {
 // Empty when all readings of `bytes` agree, else what is wrong.
 inline std::string WrongWithReading(std::string_view bytes) {
   const PlainList expected = SlowReading(bytes);
-  for (const size_t block : {size_t{1}, size_t{7}, size_t{1} << 20U}) {
+  for (const size_t block : {size_t{1}, size_t{7}, size_t{4096}}) {
     MemorySource source(bytes, block);
     MailList list;
     ReadLimits limits;
