@@ -21,10 +21,10 @@ void ChatTextView::Append(const std::vector<ColouredRun>& runs) {
   QScrollBar* bar = verticalScrollBar();
   const bool following = bar->value() == bar->maximum();
 
-  // The user's own cursor may stand at the end: it must not be dragged along.
+  // Text inserted where the user's own cursor or selection ends would drag it along.
   QTextCursor own = textCursor();
-  own.setKeepPositionOnInsert(true);
-  setTextCursor(own);
+  const int anchor = own.anchor();
+  const int position = own.position();
 
   QTextCursor end(document());
   end.movePosition(QTextCursor::End);
@@ -36,6 +36,13 @@ void ChatTextView::Append(const std::vector<ColouredRun>& runs) {
     textLength_ += CharacterCount(run.text);
   }
   end.endEditBlock();
+  if (own.anchor() != anchor || own.position() != position) {
+    const int scrolled = bar->value();
+    own.setPosition(anchor);
+    own.setPosition(position, QTextCursor::KeepAnchor);
+    setTextCursor(own);
+    bar->setValue(scrolled);
+  }
   if (following) bar->setValue(bar->maximum());
 }
 

@@ -3,6 +3,17 @@
 #include "ui/qt_text.h"
 
 namespace brindle {
+namespace {
+
+// More than any screen shows; drawing a title of megabytes would freeze the window.
+constexpr size_t kLongestShownText = 2000;
+
+QString ShownText(std::string_view text) {
+  QString shown = ToQString(text.substr(0, kLongestShownText));
+  return shown.remove(QChar::Null);
+}
+
+}  // namespace
 
 MailListModel::MailListModel(MailList& list, QObject* parent)
     : QAbstractTableModel(parent),
@@ -31,7 +42,7 @@ QVariant MailListModel::data(const QModelIndex& index, int role) const {
   const auto row = static_cast<size_t>(index.row());
   if (!index.isValid() || row >= list_.Size()) return {};
   const bool number = index.column() == kNumber;
-  if (role == Qt::DisplayRole) return ToQString(number ? list_.Number(row) : list_.Title(row));
+  if (role == Qt::DisplayRole) return ShownText(number ? list_.Number(row) : list_.Title(row));
   if (role == Qt::CheckStateRole && number) {
     return list_.IsChecked(row) ? Qt::Checked : Qt::Unchecked;
   }

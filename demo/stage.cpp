@@ -1,0 +1,45 @@
+#include "stage.h"
+
+#include "support/wait.h"
+
+namespace brindle::demo {
+namespace {
+
+constexpr int kBotPatienceMilliseconds = 15000;
+constexpr int kEndPatienceMilliseconds = 2000;
+constexpr const char* kSecondsBetweenAnnouncements = "45";
+
+}  // namespace
+
+Stage::Stage(const QString& transcript) : transcript_(transcript) {}
+
+Stage::~Stage() {
+  bot_.terminate();
+  if (!bot_.waitForFinished(kEndPatienceMilliseconds)) bot_.kill();
+  bot_.waitForFinished(kEndPatienceMilliseconds);
+}
+
+bool Stage::Start(const QString& botProgram) {
+  if (!server_.Start()) {
+    error_ = "The IRC server did not start: " + server_.Error();
+    return false;
+  }
+  bot_.setProcessChannelMode(QProcess::MergedChannels);
+  bot_.start(botProgram, {"--port", QString::number(Port()), "--room", kRoom, "--handle", kHandle,
+                          "--mails", QString::number(kMails), "--list", ListPath(), "--transcript",
+                          transcript_, "--announce", kSecondsBetweenAnnouncements});
+  QByteArray said;
+  const bool ready = test::WaitUntil(
+      [&] {
+        said += bot_.readAll();
+        return said.contains("ready") || bot_.state() == QProcess::NotRunning;
+      },
+      kBotPatienceMilliseconds);
+  if (!ready || bot_.state() != QProcess::Running) {
+    error_ = "The mail bot did not start: " + QString::fromUtf8(said);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace brindle::demo
