@@ -18,6 +18,10 @@ Program::Program(const StartState& start, Dialogs& dialogs)
       channels_(session_, connection_, options_, window_, dialogs),
       handles_(dialogs),
       commands_(session_, connection_, queue_, options_, dialogs, clock_),
+      detection_(session_, connection_, queue_, options_, handles_, clock_,
+                 [this] { return window_.Info().ScreenName().toStdString(); }),
+      outgoing_(session_, connection_, queue_, display_, options_, window_, dialogs, clock_),
+      advertisement_(session_, connection_, queue_, options_, window_.Info(), clock_),
       loader_(dialogs, events_, window_.List(), mailList_),
       selection_(dialogs),
       requests_(mailList_, session_, connection_, queue_, options_, window_, dialogs, clock_,
@@ -27,7 +31,9 @@ Program::Program(const StartState& start, Dialogs& dialogs)
   window_.Connection().Attach(connection_);
   window_.ChannelList().Attach(channels_);
   window_.Who().Attach(who_);
-  window_.Info().Attach(handles_, commands_);
+  window_.Info().Attach(handles_, commands_, advertisement_);
+  window_.AttachSendBox(outgoing_);
+  pump_.SetScanner(detection_);
   window_.List().Attach(mailList_, loader_, selection_, requests_);
   QObject::connect(&window_, &FrmMain::Closing, &window_, [this] { Form_Unload(); });
   Form_Load(start);

@@ -5,12 +5,15 @@
 #include <string>
 #include <vector>
 
+#include "advert/advertisement.h"
 #include "app/options.h"
 #include "irc/channels.h"
 #include "irc/connection.h"
 #include "irc/line_pump.h"
+#include "irc/outgoing_text.h"
 #include "irc/output_queue.h"
 #include "irc/response_parser.h"
+#include "irc/server_detection.h"
 #include "irc/session.h"
 #include "irc/who_list.h"
 #include "mail/list_loader.h"
@@ -68,6 +71,9 @@ class Program {
   Channels channels_;
   ServerHandles handles_;
   ServerCommands commands_;
+  ServerDetection detection_;
+  OutgoingText outgoing_;
+  Advertisement advertisement_;
   ListLoader loader_;
   ListSelection selection_;
   Requests requests_;

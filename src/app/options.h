@@ -29,6 +29,9 @@ struct Options {
   // "Send notices to status window" and "Send mesagess to status window"
   bool noticesToStatus = false;
   bool messagesToStatus = false;
+  // "Scan chat for servers" and "Request accesscode if found"
+  bool scanChatForServers = true;
+  bool requestAccesscodeIfFound = false;
   // "Deselect selected after requested"
   bool deselectAfterRequested = true;
   // "Include timestamp on chat lines" and "Try to enter room upon adding it"

@@ -10,6 +10,7 @@ inline constexpr int kVersionMinor = 5;
 inline constexpr int kVersionRevision = 85;
 
 // The product's web site, as told to other users.
+inline constexpr const char* kWebHost = "www.brindle.example";
 inline constexpr const char* kWebAddress = "http://www.brindle.example";
 
 // "0.5.85"

@@ -12,6 +12,37 @@ namespace {
 
 char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
+char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c; }
+
+// `text` with every character put through `mapAscii` or `map`; bytes that are not valid stay.
+std::string MapCharacters(std::string_view text, char (*mapAscii)(char),
+                          utf8proc_int32_t (*map)(utf8proc_int32_t)) {
+  std::string mapped(text);
+  if (IsAscii(text)) {
+    std::transform(mapped.begin(), mapped.end(), mapped.begin(), mapAscii);
+    return mapped;
+  }
+  mapped.clear();
+  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
+  auto left = static_cast<utf8proc_ssize_t>(text.size());
+  while (left > 0) {
+    utf8proc_int32_t character = -1;
+    const utf8proc_ssize_t length = utf8proc_iterate(bytes, left, &character);
+    if (length <= 0) {
+      mapped += static_cast<char>(*bytes);
+      ++bytes;
+      --left;
+      continue;
+    }
+    utf8proc_uint8_t encoded[4];
+    const utf8proc_ssize_t size = utf8proc_encode_char(map(character), encoded);
+    mapped.append(reinterpret_cast<const char*>(encoded), static_cast<size_t>(size));
+    bytes += length;
+    left -= length;
+  }
+  return mapped;
+}
+
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
@@ -60,30 +91,11 @@ std::string_view TrimBlanks(std::string_view text) {
 }
 
 std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  if (IsAscii(text)) {
-    std::transform(lower.begin(), lower.end(), lower.begin(), AsciiLower);
-    return lower;
-  }
-  lower.clear();
-  const auto* bytes = reinterpret_cast<const utf8proc_uint8_t*>(text.data());
-  auto left = static_cast<utf8proc_ssize_t>(text.size());
-  while (left > 0) {
-    utf8proc_int32_t character = -1;
-    const utf8proc_ssize_t length = utf8proc_iterate(bytes, left, &character);
-    if (length <= 0) {
-      lower += static_cast<char>(*bytes);
-      ++bytes;
-      --left;
-      continue;
-    }
-    utf8proc_uint8_t encoded[4];
-    const utf8proc_ssize_t size = utf8proc_encode_char(utf8proc_tolower(character), encoded);
-    lower.append(reinterpret_cast<const char*>(encoded), static_cast<size_t>(size));
-    bytes += length;
-    left -= length;
-  }
-  return lower;
+  return MapCharacters(text, AsciiLower, utf8proc_tolower);
+}
+
+std::string UpperCase(std::string_view text) {
+  return MapCharacters(text, AsciiUpper, utf8proc_toupper);
 }
 
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {

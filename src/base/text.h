@@ -35,6 +35,9 @@ std::string_view TrimBlanks(std::string_view text);
 // UTF-8 are kept as they are.
 std::string LowerCase(std::string_view text);
 
+// The same in upper case.
+std::string UpperCase(std::string_view text);
+
 // True when both texts are equal once lower-cased.
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 

@@ -62,6 +62,8 @@ class Connection : public ChatSocketEvents {
   // in it can add a line of its own. Without a connection nothing happens.
   void SendRaw(std::string_view line);
 
+  bool IsSocketConnected() const { return wsChat_.IsConnected(); }
+
   // Connects, or says farewell and quits, by the button's caption.
   void cmdConnect_Click(const ConnectFields& fields);
 

@@ -51,6 +51,7 @@ void LinePump::tmrProcess_Timer() {
   const bool alone = queue_.Pending() == 1;
   OutputQueue::Line line = queue_.Take();
   if (alone && IsBlank(line.text)) return;
+  if (scanner_ != nullptr) scanner_->Scan(line.text);
   Show(std::move(line));
 }
 

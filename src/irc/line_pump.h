@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/options.h"
 #include "base/clock.h"
@@ -31,6 +32,13 @@ class SoundPlayer {
   virtual void Play(const std::string& path) = 0;
 };
 
+// Looks at each line before it is shown.
+class LineScanner {
+ public:
+  virtual ~LineScanner() = default;
+  virtual void Scan(std::string_view line) = 0;
+};
+
 // The views and the sound of a kind; a number that is no kind has neither.
 struct Route {
   bool status = false;
@@ -52,6 +60,8 @@ class LinePump {
         view_(view),
         sounds_(sounds),
         clock_(clock) {}
+
+  void SetScanner(LineScanner& scanner) { scanner_ = &scanner; }
 
   // One step; shows at most one line.
   void tmrProcess_Timer();
@@ -75,6 +85,7 @@ class LinePump {
   PumpView& view_;
   SoundPlayer& sounds_;
   const Clock& clock_;
+  LineScanner* scanner_ = nullptr;
   bool busy_ = false;
   size_t pendingPeak_ = 0;
   size_t textPeak_ = 0;

@@ -1,10 +1,12 @@
 #include "ui/frm_main.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QStatusBar>
 
 #include "app/product.h"
+#include "ui/observed_list_model.h"
 #include "ui/qt_text.h"
 #include "ui_frm_main.h"
 
@@ -26,11 +28,9 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   ui_->splitMain->setStretchFactor(0, 1);
   ui_->splitMain->setSizes({kFirstSize.width() - kSideWidth, kSideWidth});
   ui_->splitSide->setSizes({1, 1});
+  // A completer would put old lines in place of what is being typed.
+  ui_->cmbSend->setCompleter(nullptr);
   BuildStatusBar();
-
-  // The line for typing comes to life with the sending of chat text.
-  ui_->cmbSend->setEnabled(false);
-  ui_->cmdSend->setEnabled(false);
 
   tmrProcess_.setObjectName("tmrProcess");
   tmrProcess_.setInterval(LinePump::kTickMilliseconds);
@@ -79,6 +79,34 @@ void FrmMain::AttachPump(LinePump& pump, OutputQueue& queue) {
     if (!held_ && !tmrProcess_.isActive()) pump_->tmrProcess_Timer();
   });
   uptimeTimer_.start();
+}
+
+void FrmMain::AttachSendBox(OutgoingText& outgoing) {
+  outgoing_ = &outgoing;
+  ui_->cmbSend->setModel(new ObservedListModel(outgoing.History(), this));
+  ui_->cmbSend->installEventFilter(this);
+  connect(ui_->cmdSend, &QPushButton::clicked, this, [this] {
+    outgoing_->cmdSend_Click(ui_->cmbSend->currentText().toStdString(),
+                             ui_->tabMain->currentIndex());
+    ui_->cmbSend->setFocus();
+  });
+  connect(ui_->cmbSend->lineEdit(), &QLineEdit::returnPressed, ui_->cmdSend, &QPushButton::click);
+}
+
+bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->cmbSend && event->type() == QEvent::KeyPress) {
+    return WalkHistory(static_cast<QKeyEvent*>(event)->key());
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+bool FrmMain::WalkHistory(int key) {
+  if (key == Qt::Key_Up) {
+    outgoing_->cmbSend_Up(ui_->cmbSend->currentText().toStdString());
+  } else if (key == Qt::Key_Down) {
+    outgoing_->cmbSend_Down();
+  }
+  return key == Qt::Key_Up || key == Qt::Key_Down;
 }
 
 void FrmMain::HoldPumpDuringSelection(bool selecting) {
@@ -134,6 +162,8 @@ void FrmMain::SetRtbMonitor(const std::string& text) { lblRTBSizePeak_->setText(
 void FrmMain::FocusSendBox() { ui_->cmbSend->setFocus(); }
 
 void FrmMain::ShowHint(const std::string& text) { hintPanel_->setText(ToQString(text)); }
+
+void FrmMain::SetSendText(const std::string& text) { ui_->cmbSend->setEditText(ToQString(text)); }
 
 void FrmMain::closeEvent(QCloseEvent* event) {
   emit Closing();

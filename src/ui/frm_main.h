@@ -11,6 +11,7 @@
 #include "irc/channels.h"
 #include "irc/connection.h"
 #include "irc/line_pump.h"
+#include "irc/outgoing_text.h"
 #include "irc/response_parser.h"
 #include "mail/requests.h"
 #include "ui/channels_panel.h"
@@ -34,7 +35,8 @@ class FrmMain : public QMainWindow,
                 public PumpView,
                 public RoomTab,
                 public ChannelsView,
-                public RequestsView {
+                public RequestsView,
+                public SendBoxView {
   Q_OBJECT
 
  public:
@@ -43,6 +45,8 @@ class FrmMain : public QMainWindow,
 
   // Runs the pump from tmrProcess. The timer rests while there is nothing to show.
   void AttachPump(LinePump& pump, OutputQueue& queue);
+
+  void AttachSendBox(OutgoingText& outgoing);
 
   ChatTextView& StatusView();
   ChatTextView& RoomView();
@@ -66,6 +70,7 @@ class FrmMain : public QMainWindow,
   void Show_RoomTab() override { ShowTab(Tab::kRoom); }
   void FocusSendBox() override;
   void ShowHint(const std::string& text) override;
+  void SetSendText(const std::string& text) override;
 
  signals:
   // The user closes the window.
@@ -73,9 +78,12 @@ class FrmMain : public QMainWindow,
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void BuildStatusBar();
+  // True when the key belongs to the history of the send box.
+  bool WalkHistory(int key);
   void HoldPumpDuringSelection(bool selecting);
 
   std::unique_ptr<Ui::FrmMain> ui_;
@@ -86,6 +94,7 @@ class FrmMain : public QMainWindow,
   QTimer tmrProcess_;
   QTimer uptimeTimer_;
   LinePump* pump_ = nullptr;
+  OutgoingText* outgoing_ = nullptr;
   bool held_ = false;  // a mouse selection is under way
 };
 

@@ -2,6 +2,7 @@
 
 #include "ui/observed_list_model.h"
 #include "ui/pop_up.h"
+#include "ui/qt_text.h"
 #include "ui_info_panel.h"
 
 namespace brindle {
@@ -10,6 +11,8 @@ InfoPanel::InfoPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::InfoPanel>()), mnuCommands_("Commands", this) {
   ui_->setupUi(this);
   mnuCommands_.setObjectName("mnuCommands");
+  tmrAD_.setObjectName("tmrAD");
+  tmrAD_.setInterval(Advertisement::kTickMilliseconds);
   connect(ui_->cmdCommands, &QPushButton::clicked, this,
           [this] { PopUpBelow(mnuCommands_, *ui_->cmdCommands); });
   connect(ui_->txtInfoAOLSN, &QLineEdit::textEdited, this, &InfoPanel::ScreenNameEdited);
@@ -17,7 +20,7 @@ InfoPanel::InfoPanel(QWidget* parent)
 
 InfoPanel::~InfoPanel() = default;
 
-void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands) {
+void InfoPanel::AttachHandles(ServerHandles& handles) {
   auto* model = new ObservedListModel(handles.Items(), this);
   // The first item of an empty box would put itself over what the user has typed.
   connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this,
@@ -33,6 +36,14 @@ void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands) {
   connect(ui_->cmbServers->lineEdit(), &QLineEdit::returnPressed, this, add);
   connect(ui_->cmdInfoRemove, &QPushButton::clicked, this,
           [this, &handles] { handles.cmdInfoRemove_Click(ui_->cmbServers->currentIndex()); });
+}
+
+void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands,
+                       Advertisement& advertisement) {
+  AttachHandles(handles);
+  connect(ui_->cmdIdle, &QPushButton::clicked, this,
+          [&advertisement] { advertisement.cmdIdle_Click(); });
+  connect(&tmrAD_, &QTimer::timeout, this, [&advertisement] { advertisement.tmrAD_Timer(); });
   AddMenuItem(mnuCommands_, "mnuCommandsRequest", "Request Code",
               [this, &commands] { commands.mnuCommandsRequest_Click(Fields()); });
   AddMenuItem(mnuCommands_, "mnuCommandsVerify", "Verify Code",
@@ -47,6 +58,22 @@ void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands) {
 QString InfoPanel::ScreenName() const { return ui_->txtInfoAOLSN->text(); }
 
 void InfoPanel::SetScreenName(const QString& name) { ui_->txtInfoAOLSN->setText(name); }
+
+void InfoPanel::SetIdleCaption(const std::string& caption) {
+  ui_->cmdIdle->setText(ToQString(caption));
+}
+
+void InfoPanel::SetSentAd(const std::string& caption) {
+  ui_->lblSentAd->setText(ToQString(caption));
+}
+
+void InfoPanel::EnableAdTimer(bool enabled) {
+  if (enabled) {
+    tmrAD_.start();
+  } else {
+    tmrAD_.stop();
+  }
+}
 
 CommandFields InfoPanel::Fields() const {
   return {ui_->txtInfoAOLSN->text().toStdString(), ui_->txtAccessCode->text().toStdString(),

@@ -1,10 +1,13 @@
 #pragma once
-// The "Info / Commands" panel: screen name, server handles, access code, and the commands menu.
+// The "Info / Commands" panel: screen name, server handles, access code, the commands menu and the
+// advertising.
 
 #include <QMenu>
+#include <QTimer>
 #include <QWidget>
 #include <memory>
 
+#include "advert/advertisement.h"
 #include "mail/server_commands.h"
 #include "mail/server_handles.h"
 
@@ -14,28 +17,34 @@ class InfoPanel;
 
 namespace brindle {
 
-class InfoPanel : public QWidget {
+class InfoPanel : public QWidget, public AdvertisementView {
   Q_OBJECT
 
  public:
   explicit InfoPanel(QWidget* parent = nullptr);
   ~InfoPanel() override;
 
-  void Attach(ServerHandles& handles, ServerCommands& commands);
+  void Attach(ServerHandles& handles, ServerCommands& commands, Advertisement& advertisement);
 
   QString ScreenName() const;
   void SetScreenName(const QString& name);
+
+  void SetIdleCaption(const std::string& caption) override;
+  void SetSentAd(const std::string& caption) override;
+  void EnableAdTimer(bool enabled) override;
 
  signals:
   // The user typed in the screen name box.
   void ScreenNameEdited(const QString& name);
 
  private:
+  void AttachHandles(ServerHandles& handles);
   CommandFields Fields() const;
 
   std::unique_ptr<Ui::InfoPanel> ui_;
   QMenu mnuCommands_;
   QString typedHandle_;
+  QTimer tmrAD_;
 };
 
 }  // namespace brindle
