@@ -4,6 +4,7 @@
 #include <fstream>
 #include <random>
 #include <string_view>
+#include <utility>
 
 namespace demo {
 

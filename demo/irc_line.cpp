@@ -1,11 +1,13 @@
 #include "irc_line.h"
 
+#include <algorithm>
+
 namespace demo {
 
 namespace {
 
 // A peer that sends this much without a line end is not speaking the protocol.
-constexpr size_t kLongestLine = 16 * 1024;
+constexpr size_t kLongestLine = 16384;
 
 // Takes the next word off the front of `rest`, with the blanks that follow it.
 std::string TakeWord(std::string_view& rest) {

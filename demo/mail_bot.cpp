@@ -50,13 +50,12 @@ void MailBot::HandleLine(const std::string& text, Moment now) {
   const IrcLine line = ParseIrcLine(text);
   if (line.command == "PING") {
     link_.Queue("PONG :" + line.Parameter(0), ServerLink::Order::kFirst);
-  } else if (line.command == "001") {
-    link_.Queue("JOIN " + settings_.room);
   } else if (line.command == "JOIN") {
     OnJoin(line, now);
   } else if (line.command == "PRIVMSG" || line.command == "NOTICE") {
     OnText(line, now);
-  } else if (line.command == "KICK" && line.Parameter(1) == settings_.handle) {
+  } else if (line.command == "001" ||
+             (line.command == "KICK" && line.Parameter(1) == settings_.handle)) {
     link_.Queue("JOIN " + settings_.room);
   } else if (IsRefusal(line.command)) {
     failure_ = "the server refused: " + text;

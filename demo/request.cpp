@@ -1,5 +1,6 @@
 #include "request.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 

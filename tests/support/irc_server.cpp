@@ -9,6 +9,7 @@
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <utility>
 
 #include "wait.h"
 
