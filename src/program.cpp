@@ -24,8 +24,9 @@ Program::Program(const StartState& start, Dialogs& dialogs)
       advertisement_(session_, connection_, queue_, options_, window_.Info(), clock_),
       loader_(dialogs, events_, window_.List(), mailList_),
       selection_(dialogs),
-      requests_(mailList_, session_, connection_, queue_, options_, window_, dialogs, clock_,
-                events_) {
+      sender_(session_, connection_, queue_, options_, clock_, events_),
+      requests_(mailList_, sender_, options_, window_, dialogs),
+      manualRequest_(sender_, dialogs) {
   wsChat_.SetListener(connection_);
   connection_.SetReceiver(parser_);
   window_.Connection().Attach(connection_);
@@ -35,6 +36,8 @@ Program::Program(const StartState& start, Dialogs& dialogs)
   window_.AttachSendBox(outgoing_);
   pump_.SetScanner(detection_);
   window_.List().Attach(mailList_, loader_, selection_, requests_);
+  QObject::connect(&window_.List(), &ListPanel::ManualRequestClicked, &window_,
+                   [this] { ShowManualRequest(); });
   QObject::connect(&window_, &FrmMain::Closing, &window_, [this] { Form_Unload(); });
   Form_Load(start);
 }
@@ -50,10 +53,20 @@ void Program::Form_Load(const StartState& start) {
   window_.AttachPump(pump_, queue_);
 }
 
+void Program::ShowManualRequest() {
+  if (manualRequestWindow_.isNull()) {
+    manualRequestWindow_ = new FrmManualRequest(manualRequest_, handles_.Items(),
+                                                window_.List().ScreenName(), &window_);
+  }
+  manualRequestWindow_->show();
+  manualRequestWindow_->activateWindow();
+}
+
 void Program::Form_Unload() {
   if (unloaded_) return;
   unloaded_ = true;
   requests_.Stop();
+  manualRequest_.Stop();
   loader_.Stop();
   if (connection_.ButtonCaption() == ConnectCaption::kDisconnect) {
     connection_.cmdConnect_Click(window_.Connection().Fields());

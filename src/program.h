@@ -2,6 +2,7 @@
 // The program as a whole: owns the window, the session and the mail rooms, and joins them. What
 // asks the user (the dialogs) comes from outside, so that the same program runs under a test.
 
+#include <QPointer>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@
 #include "mail/list_loader.h"
 #include "mail/list_selection.h"
 #include "mail/mail_list.h"
+#include "mail/manual_request.h"
+#include "mail/request_sender.h"
 #include "mail/requests.h"
 #include "mail/server_commands.h"
 #include "mail/server_handles.h"
@@ -26,6 +29,7 @@
 #include "platform/clock_qt.h"
 #include "platform/sound_player_none.h"
 #include "ui/frm_main.h"
+#include "ui/frm_manual_request.h"
 
 namespace brindle {
 
@@ -51,6 +55,7 @@ class Program {
 
  private:
   void Form_Load(const StartState& start);
+  void ShowManualRequest();
   // Ends every loop that runs and the session.
   void Form_Unload();
 
@@ -76,7 +81,10 @@ class Program {
   Advertisement advertisement_;
   ListLoader loader_;
   ListSelection selection_;
+  RequestSender sender_;
   Requests requests_;
+  ManualRequest manualRequest_;
+  QPointer<FrmManualRequest> manualRequestWindow_;
   bool unloaded_ = false;
 };
 

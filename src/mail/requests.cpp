@@ -4,13 +4,13 @@
 #include <optional>
 
 #include "base/text.h"
-#include "irc/echo.h"
 #include "mail/request_runs.h"
 
 namespace brindle {
 
 void Requests::cmdRequest_Click(const std::string& screenName, const std::string& handle) {
-  if (session_.connectionState == ConnectionState::kDisconnected) {
+  const Session& session = sender_.CurrentSession();
+  if (session.connectionState == ConnectionState::kDisconnected) {
     view_.ShowHint("Connect to a server first: requests are said in a room.");
     return;
   }
@@ -22,7 +22,7 @@ void Requests::cmdRequest_Click(const std::string& screenName, const std::string
     dialogs_.Notice(Icon::kInformation, "You must enter a servers handle for this to work.");
     return;
   }
-  if (session_.currentRoom.empty()) {
+  if (session.currentRoom.empty()) {
     // Nobody would hear the requests, and the selection would be gone.
     view_.ShowHint("Enter a room first: requests are said in the current room.");
     return;
@@ -35,7 +35,8 @@ int Requests::RequestChecked(const std::string& screenName, const std::string& h
   const AfterRequest after =
       options_.deselectAfterRequested ? AfterRequest::kDeselect : AfterRequest::kKeepChecked;
   const std::uint64_t generation = list_.Generation();
-  const std::string room = session_.currentRoom;
+  const Session& session = sender_.CurrentSession();
+  const std::string room = session.currentRoom;
   const size_t rows = list_.Size();
   RequestRuns runs;
   int sent = 0;
@@ -43,20 +44,15 @@ int Requests::RequestChecked(const std::string& screenName, const std::string& h
        row = list_.NextChecked(*row + 1)) {
     const std::optional<std::string> what = runs.Step(list_, *row, after);
     if (!what) continue;
-    Send("!" + handle + " send " + screenName + " " + *what);
+    sender_.Send(handle, screenName, *what);
     ++sent;
     view_.ShowHint("Requesting " + *what + " (request " + std::to_string(sent) + ")...");
-    Pause(clock_, events_, kPauseMilliseconds);
+    sender_.PauseAfter();
     const bool sameRoom =
-        session_.currentRoom == room && session_.connectionState != ConnectionState::kDisconnected;
+        session.currentRoom == room && session.connectionState != ConnectionState::kDisconnected;
     if (stopped_ || !sameRoom || list_.Generation() != generation) break;
   }
   return sent;
-}
-
-void Requests::Send(const std::string& text) {
-  queue_.QueueLine(EchoStart(session_, options_, clock_) + text, Kind::kRoom);
-  connection_.SendRaw("PRIVMSG " + session_.currentRoom + " :" + text);
 }
 
 }  // namespace brindle

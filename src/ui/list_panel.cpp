@@ -1,21 +1,12 @@
 #include "ui/list_panel.h"
 
-#include <QHeaderView>
-#include <QMouseEvent>
-#include <algorithm>
+#include <QShortcut>
 
-#include "ui/mail_list_model.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
 #include "ui_list_panel.h"
 
 namespace brindle {
-namespace {
-
-constexpr int kNumberColumnWidth = 110;
-
-}  // namespace
-
 ListPanel::ListPanel(QWidget* parent)
     : QWidget(parent),
       ui_(std::make_unique<Ui::ListPanel>()),
@@ -24,18 +15,6 @@ ListPanel::ListPanel(QWidget* parent)
   ui_->setupUi(this);
   mnuLoadList_.setObjectName("mnuLoadList");
   mnuSelect_.setObjectName("mnuSelect");
-  QTableView* table = ui_->lstServerList;
-  table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
-  table->verticalHeader()->hide();
-  table->horizontalHeader()->setStretchLastSection(true);
-  table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  table->horizontalHeader()->setHighlightSections(false);
-  table->installEventFilter(this);
-  table->viewport()->installEventFilter(this);
-  // They come with the search and the manual request windows.
-  ui_->cmdManualRequest->setVisible(false);
-  ui_->cmdFind->setVisible(false);
   connect(ui_->txtListAOLSN, &QLineEdit::textEdited, this, &ListPanel::ScreenNameEdited);
 }
 
@@ -45,11 +24,17 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
                        Requests& requests) {
   list_ = &list;
   selection_ = &selection;
-  model_ = new MailListModel(list, this);
-  ui_->lstServerList->setModel(model_);
-  ui_->lstServerList->setColumnWidth(MailListModel::kNumber, kNumberColumnWidth);
-  connect(model_, &MailListModel::CheckToggled, this,
-          [this] { selection_->lstServerList_ItemCheck(Target()); });
+  ui_->lstServerList->Attach(list);
+  connect(ui_->lstServerList, &MailTable::CheckToggled, this, [this] {
+    selection_->lstServerList_ItemCheck({ListKind::kMain, *list_, *this});
+  });
+  connect(ui_->lstServerList, &MailTable::MouseUp, this, &ListPanel::ShiftClick);
+  // Where the list has the focus; elsewhere the key searches something else.
+  auto* find = new QShortcut(QKeySequence::Find, ui_->lstServerList);
+  find->setContext(Qt::WidgetShortcut);
+  connect(find, &QShortcut::activated, ui_->cmdFind, &QPushButton::click);
+  connect(ui_->cmdFind, &QPushButton::clicked, this, &ListPanel::FindClicked);
+  connect(ui_->cmdManualRequest, &QPushButton::clicked, this, &ListPanel::ManualRequestClicked);
   connect(ui_->cmdRequest, &QPushButton::clicked, this, [this, &requests] {
     requests.cmdRequest_Click(ui_->txtListAOLSN->text().toStdString(),
                               ui_->txtListServer->text().toStdString());
@@ -84,11 +69,24 @@ void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
   AddMenuItem(mnuSelect_, "mnuSelectSimilarRight", "Similar From Right", [] {});
 }
 
-SelectTarget ListPanel::Target() { return {ListKind::kMain, *list_, *this}; }
+SelectTarget ListPanel::Target() {
+  if (mnuSelectAll_->isVisible() && results_) return *results_;
+  return {ListKind::kMain, *list_, *this};
+}
+
+void ListPanel::PopUpSelectFor(const SelectTarget& results, const QWidget& button) {
+  results_.emplace(results);
+  mnuSelectAll_->setVisible(true);
+  PopUpBelow(mnuSelect_, button);
+}
+
+QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
 
 void ListPanel::SetScreenName(const QString& name) { ui_->txtListAOLSN->setText(name); }
 
-void ListPanel::SetTitleHeader(const std::string& text) { model_->SetTitleHeader(ToQString(text)); }
+void ListPanel::SetTitleHeader(const std::string& text) {
+  ui_->lstServerList->SetTitleHeader(text);
+}
 
 void ListPanel::EnableListButtons(bool enabled) {
   for (QPushButton* button : {ui_->cmdSelect, ui_->cmdRequest, ui_->cmdFind, ui_->cmdLoadList}) {
@@ -105,54 +103,15 @@ void ListPanel::SetListServer(const std::string& handle) {
   ui_->txtListServer->setText(ToQString(handle));
 }
 
-bool ListPanel::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == ui_->lstServerList && event->type() == QEvent::KeyPress) {
-    const auto* key = static_cast<QKeyEvent*>(event);
-    if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier) {
-      ToggleHighlighted();
-      return true;
-    }
-  }
-  if (watched == ui_->lstServerList->viewport() && event->type() == QEvent::MouseButtonRelease) {
-    // After the table has handled the release, which may toggle the row under the mouse.
-    const Qt::KeyboardModifiers held = static_cast<QMouseEvent*>(event)->modifiers();
-    QMetaObject::invokeMethod(
-        this, [this, held] { ShiftClick(held); }, Qt::QueuedConnection);
-  }
-  return QWidget::eventFilter(watched, event);
-}
-
 void ListPanel::ShiftClick(Qt::KeyboardModifiers held) {
   const Modifiers modifiers{held.testFlag(Qt::ShiftModifier), held.testFlag(Qt::ControlModifier),
                             held.testFlag(Qt::AltModifier)};
-  const Marking marking = selection_->lstServerList_MouseUp(*list_, modifiers, HighlightedRows());
+  const Marking marking =
+      selection_->lstServerList_MouseUp(*list_, modifiers, ui_->lstServerList->HighlightedRows());
   if (marking == Marking::kCutShort) {
     emit Hint(
         "Shift+click reaches the first 32767 rows; press Space to check all highlighted rows.");
   }
-}
-
-void ListPanel::ToggleHighlighted() {
-  const QModelIndex current = ui_->lstServerList->currentIndex();
-  if (!current.isValid()) return;
-  const bool checked = !list_->IsChecked(static_cast<size_t>(current.row()));
-  {
-    const MailList::BulkChange bulk(*list_);
-    for (const RowRange& range : HighlightedRows()) {
-      for (size_t row = range.first; row <= range.last; ++row) list_->SetChecked(row, checked);
-    }
-  }
-  selection_->lstServerList_ItemCheck(Target());
-}
-
-std::vector<RowRange> ListPanel::HighlightedRows() const {
-  std::vector<RowRange> ranges;
-  for (const QItemSelectionRange& range : ui_->lstServerList->selectionModel()->selection()) {
-    ranges.push_back({static_cast<size_t>(range.top()), static_cast<size_t>(range.bottom())});
-  }
-  std::sort(ranges.begin(), ranges.end(),
-            [](const RowRange& a, const RowRange& b) { return a.first < b.first; });
-  return ranges;
 }
 
 }  // namespace brindle

@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "mail/list_loader.h"
 #include "mail/list_selection.h"
@@ -16,8 +17,6 @@ class ListPanel;
 
 namespace brindle {
 
-class MailListModel;
-
 class ListPanel : public QWidget, public ListView {
   Q_OBJECT
 
@@ -27,6 +26,10 @@ class ListPanel : public QWidget, public ListView {
 
   void Attach(MailList& list, ListLoader& loader, ListSelection& selection, Requests& requests);
 
+  // Pops the Select menu up under `button`, for the list of search results.
+  void PopUpSelectFor(const SelectTarget& results, const QWidget& button);
+
+  QString ScreenName() const;
   void SetScreenName(const QString& name);
 
   void SetTitleHeader(const std::string& text) override;
@@ -37,26 +40,24 @@ class ListPanel : public QWidget, public ListView {
  signals:
   // The user typed in the screen name box.
   void ScreenNameEdited(const QString& name);
+  void FindClicked();
+  void ManualRequestClicked();
   // Something to tell the user without interrupting.
   void Hint(const QString& text);
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void BuildMenus(ListLoader& loader, ListSelection& selection);
+  // The list that the Select menu works on: the results while "All" is offered.
   SelectTarget Target();
   void ShiftClick(Qt::KeyboardModifiers modifiers);
-  // Space toggles the checks of all highlighted rows, by the state of the current one.
-  void ToggleHighlighted();
-  std::vector<RowRange> HighlightedRows() const;
 
   std::unique_ptr<Ui::ListPanel> ui_;
   QMenu mnuLoadList_;
   QMenu mnuSelect_;
+  QAction* mnuSelectAll_ = nullptr;
   MailList* list_ = nullptr;
   ListSelection* selection_ = nullptr;
-  MailListModel* model_ = nullptr;
+  std::optional<SelectTarget> results_;
 };
 
 }  // namespace brindle

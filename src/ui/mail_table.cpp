@@ -1,0 +1,81 @@
+#include "ui/mail_table.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <algorithm>
+
+#include "ui/mail_list_model.h"
+#include "ui/qt_text.h"
+
+namespace brindle {
+namespace {
+
+constexpr int kNumberColumnWidth = 110;
+constexpr int kRowPadding = 6;
+
+}  // namespace
+
+MailTable::MailTable(QWidget* parent) : QTableView(parent) {
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  verticalHeader()->hide();
+  horizontalHeader()->setStretchLastSection(true);
+  horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  horizontalHeader()->setHighlightSections(false);
+}
+
+void MailTable::Attach(MailList& list) {
+  list_ = &list;
+  model_ = new MailListModel(list, this);
+  setModel(model_);
+  setColumnWidth(MailListModel::kNumber, kNumberColumnWidth);
+  connect(model_, &MailListModel::CheckToggled, this, &MailTable::CheckToggled);
+}
+
+void MailTable::SetTitleHeader(const std::string& text) { model_->SetTitleHeader(ToQString(text)); }
+
+std::vector<RowRange> MailTable::HighlightedRows() const {
+  std::vector<RowRange> ranges;
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    ranges.push_back({static_cast<size_t>(range.top()), static_cast<size_t>(range.bottom())});
+  }
+  std::sort(ranges.begin(), ranges.end(),
+            [](const RowRange& a, const RowRange& b) { return a.first < b.first; });
+  return ranges;
+}
+
+void MailTable::SetColours(const QColor& text, const QColor& background) {
+  QPalette colours = palette();
+  colours.setColor(QPalette::Text, text);
+  colours.setColor(QPalette::Base, background);
+  setPalette(colours);
+}
+
+void MailTable::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
+    ToggleHighlighted();
+  } else {
+    QTableView::keyPressEvent(event);
+  }
+}
+
+void MailTable::mouseReleaseEvent(QMouseEvent* event) {
+  QTableView::mouseReleaseEvent(event);
+  emit MouseUp(event->modifiers());
+}
+
+void MailTable::ToggleHighlighted() {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return;
+  const bool checked = !list_->IsChecked(static_cast<size_t>(current.row()));
+  {
+    const MailList::BulkChange bulk(*list_);
+    for (const RowRange& range : HighlightedRows()) {
+      for (size_t row = range.first; row <= range.last; ++row) list_->SetChecked(row, checked);
+    }
+  }
+  emit CheckToggled();
+}
+
+}  // namespace brindle

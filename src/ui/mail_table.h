@@ -1,0 +1,50 @@
+#pragma once
+// A table of mails with a check box per row: lstServerList on the main window and lstResults in the
+// search window.
+
+#include <QTableView>
+#include <vector>
+
+#include "mail/list_selection.h"
+#include "mail/mail_list.h"
+
+namespace brindle {
+
+class MailListModel;
+
+class MailTable : public QTableView {
+  Q_OBJECT
+
+ public:
+  explicit MailTable(QWidget* parent = nullptr);
+
+  // Shows `list`, which must live longer than this.
+  void Attach(MailList& list);
+
+  void SetTitleHeader(const std::string& text);
+
+  // The highlighted rows, in order.
+  std::vector<RowRange> HighlightedRows() const;
+
+  // Colours of rows; invalid colours mean the desktop's own.
+  void SetColours(const QColor& text, const QColor& background);
+
+ signals:
+  // The user has toggled checks.
+  void CheckToggled();
+  // The mouse was released; the table has already acted on it.
+  void MouseUp(Qt::KeyboardModifiers held);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  // Gives all highlighted rows the opposite of the current row's check.
+  void ToggleHighlighted();
+
+  MailList* list_ = nullptr;
+  MailListModel* model_ = nullptr;
+};
+
+}  // namespace brindle
