@@ -34,6 +34,8 @@ class RawClient {
   bool Connect(quint16 port, int timeoutMs = kTimeoutMs);
 
   const std::string& Nick() const { return nick_; }
+  // After a change of nick.
+  void SetNick(std::string nick) { nick_ = std::move(nick); }
   bool IsConnected() const { return socket_.state() == QAbstractSocket::ConnectedState; }
 
   // Sends one line; the line end is added.
