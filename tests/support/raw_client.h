@@ -47,6 +47,8 @@ class RawClient {
   // Makes the user an operator; false when refused or too late.
   bool BecomeOperator(const std::string& name, const std::string& password);
 
+  // The present moment as the times of lines are measured.
+  qint64 Now() const { return clock_.elapsed(); }
   // Everything received so far.
   const std::vector<Line>& Lines() const { return lines_; }
   // True when some line received so far contains `part`.
