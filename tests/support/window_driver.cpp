@@ -51,6 +51,7 @@ std::string Transcript(const QPlainTextEdit& view) {
 WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
     : program_(StartWith(rooms), dialogs_) {
   program_.Settings().timestampChatLines = false;
+  program_.Settings().scanChatForServers = false;
   program_.Window().show();
 }
 

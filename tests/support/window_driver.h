@@ -24,7 +24,8 @@ class WindowDriver {
  public:
   static constexpr int kTimeoutMs = 10000;
 
-  // Shows the window with the rooms on its channels list. Chat lines carry no time.
+  // Shows the window with the rooms on its channels list. Chat lines carry no time and are
+  // not scanned for servers.
   explicit WindowDriver(const std::vector<std::string>& rooms = {});
   WindowDriver(const WindowDriver&) = delete;
   WindowDriver& operator=(const WindowDriver&) = delete;
