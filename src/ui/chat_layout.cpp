@@ -43,8 +43,9 @@ ChatLayout::~ChatLayout() = default;
 void ChatLayout::SetFont(const QFont& font) {
   const QFontMetricsF metrics(font);
   font_ = font;
-  rowHeight_ = std::max(1, static_cast<int>(std::ceil(metrics.lineSpacing())));
   ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
+  const int glyphs = ascent_ + static_cast<int>(std::ceil(metrics.descent()));
+  rowHeight_ = std::max({1, glyphs, static_cast<int>(std::ceil(metrics.lineSpacing()))});
   Forget();
 }
 
@@ -173,7 +174,7 @@ std::unique_ptr<ChatLayout::LaidOut> ChatLayout::MakeLayout(Segment segment, siz
   for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
     line.setLineWidth(width_);
     // Fonts that stand in for missing characters are of other heights; the base lines agree.
-    line.setPosition({0, row * rowHeight_ + ascent_ - line.ascent()});
+    line.setPosition({0, row * rowHeight_ + ascent_ - std::ceil(line.ascent())});
     ++row;
   }
   layout.endLayout();
@@ -267,6 +268,11 @@ void ChatLayout::Draw(QPainter& painter, Segment segment, QPoint origin, const L
     highlight.format.setForeground(palette.brush(QPalette::HighlightedText));
     highlights.append(highlight);
   }
+  // Lines are repainted one by one, so none may reach into its neighbour: stacked marks would.
+  const int rows = std::max(1, laid.layout.lineCount());
+  painter.save();
+  painter.setClipRect(QRect(0, origin.y(), width_ + 2 * origin.x(), rows * rowHeight_),
+                      Qt::IntersectClip);
   laid.layout.draw(&painter, origin, highlights);
 
   // A selected line break shows as a narrow bar, so that selected empty lines can be seen.
@@ -278,6 +284,7 @@ void ChatLayout::Draw(QPainter& painter, Segment segment, QPoint origin, const L
     const int y = origin.y() + last.lineNumber() * rowHeight_;
     painter.fillRect(x, y, rowHeight_ / 3, rowHeight_, palette.brush(QPalette::Highlight));
   }
+  painter.restore();
 }
 
 }  // namespace brindle

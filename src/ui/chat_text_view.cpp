@@ -72,8 +72,12 @@ void ChatTextView::Settle() {
 template <typename Change>
 void ChatTextView::LayOutAgain(Change change) {
   if (!following_ && !topText_) topText_ = scroll_.PositionOf(top_);
+  const int partOfRow = top_.y % layout_.RowHeight();
   change();
-  if (!following_) top_ = scroll_.PlaceOf(*topText_);
+  if (!following_) {
+    top_ = scroll_.PlaceOf(*topText_);
+    top_.y += std::min(partOfRow, layout_.RowHeight() - 1);
+  }
   Settle();
   viewport()->update();
 }
@@ -168,10 +172,11 @@ int ChatTextView::PageHeight() const {
 // view.
 void ChatTextView::UpdateBar() {
   const int units = scroll_.UnitsPerLine();
-  const bool fits = scroll_.Moved({}, 0) == end_;
-  const int maximum = fits ? 0 : scroll_.Value(end_) + 1;
-  const int all = static_cast<int>(log_.LineCount()) * units;
-  const int value = top_ == end_ ? maximum : std::min(scroll_.Value(top_), maximum - 1);
+  const Place start = scroll_.Moved({}, 0);
+  const int first = scroll_.Value(start);
+  const int maximum = start == end_ ? 0 : scroll_.Value(end_) - first + 1;
+  const int all = static_cast<int>(log_.LineCount()) * units - first;
+  const int value = top_ == end_ ? maximum : std::min(scroll_.Value(top_) - first, maximum - 1);
   QScrollBar* bar = verticalScrollBar();
   updatingBar_ = true;
   bar->setPageStep(std::max(units, all - maximum));
@@ -186,7 +191,8 @@ void ChatTextView::UpdateBar() {
 void ChatTextView::scrollContentsBy(int, int) {
   if (updatingBar_) return;
   const QScrollBar* bar = verticalScrollBar();
-  SetTop(bar->value() >= bar->maximum() ? end_ : scroll_.AtValue(bar->value()));
+  const int first = scroll_.Value(scroll_.Moved({}, 0));
+  SetTop(bar->value() >= bar->maximum() ? end_ : scroll_.AtValue(first + bar->value()));
 }
 
 // The bar counts in lines; its arrows and its trough move by rows and pages.
