@@ -6,7 +6,6 @@
 #include <QListView>
 #include <QMenu>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyleOptionViewItem>
 #include <QTabBar>
@@ -76,9 +75,9 @@ bool Tour::Connect() {
   Picture("ready-to-connect");
   Click("cmdConnect");
   ClickTab(Tab::kStatus);
-  const auto* status = Find<QPlainTextEdit>("txtStatus");
+  const auto* status = Find<ChatTextView>("txtStatus");
   if (!WaitFor("the greeting",
-               [&] { return status->toPlainText().contains("You are now connected."); })) {
+               [&] { return status->PlainText().contains("You are now connected."); })) {
     return false;
   }
   Picture("connected");
@@ -91,10 +90,10 @@ bool Tour::EnterRoom() {
   QTest::mouseClick(channels->viewport(), Qt::LeftButton, {}, room);
   Click("lblJoin");
   const auto* who = Find<QListView>("lstWho");
-  const auto* chat = Find<QPlainTextEdit>("txtChannel");
+  const auto* chat = Find<ChatTextView>("txtChannel");
   if (!WaitFor("the names in the room", [&] {
         return who->model()->rowCount() == 2 &&
-               chat->toPlainText().contains(QString("Now talking in ") + Stage::kRoom);
+               chat->PlainText().contains(QString("Now talking in ") + Stage::kRoom);
       })) {
     return false;
   }
@@ -144,10 +143,10 @@ bool Tour::RequestSelected() {
   QTimer::singleShot(300, &program_.Window(), [this] { Picture("requesting"); });
   Click("cmdRequest");
   ClickTab(Tab::kRoom);
-  const auto* chat = Find<QPlainTextEdit>("txtChannel");
+  const auto* chat = Find<ChatTextView>("txtChannel");
   const int answers = static_cast<int>(ExpectedRequests().size());
   if (!WaitFor("the bot's answers", [&] {
-        return chat->toPlainText().count(QString("-%1- ").arg(Stage::kHandle)) >= answers;
+        return chat->PlainText().count(QString("-%1- ").arg(Stage::kHandle)) >= answers;
       })) {
     return false;
   }

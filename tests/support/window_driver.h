@@ -4,7 +4,7 @@
 // its colours marked, so that whole transcripts can be compared.
 
 #include <QAbstractButton>
-#include <QPlainTextEdit>
+
 #include <QString>
 #include <QTableView>
 #include <functional>
@@ -18,7 +18,7 @@ namespace brindle::test {
 
 // The whole text of a view, one line per line of text; each run of one colour begins with the
 // colour in braces: "{#ff0000}red{#000000}black".
-std::string Transcript(const QPlainTextEdit& view);
+std::string Transcript(const ChatTextView& view);
 
 class WindowDriver {
  public:
@@ -67,8 +67,8 @@ class WindowDriver {
   // The second header of the mail list.
   std::string TitleHeader();
 
-  std::string Status() { return Transcript(Find<QPlainTextEdit>("txtStatus")); }
-  std::string Room() { return Transcript(Find<QPlainTextEdit>("txtChannel")); }
+  std::string Status() { return Transcript(Find<ChatTextView>("txtStatus")); }
+  std::string Room() { return Transcript(Find<ChatTextView>("txtChannel")); }
   // Waits until the view shows `part`; the text is looked at without its colours.
   bool ShowsInStatus(const QString& part) { return Shows("txtStatus", part); }
   bool ShowsInRoom(const QString& part) { return Shows("txtChannel", part); }
