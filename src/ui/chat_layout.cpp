@@ -44,8 +44,8 @@ void ChatLayout::SetFont(const QFont& font) {
   const QFontMetricsF metrics(font);
   font_ = font;
   ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
-  const int glyphs = ascent_ + static_cast<int>(std::ceil(metrics.descent()));
-  rowHeight_ = std::max({1, glyphs, static_cast<int>(std::ceil(metrics.lineSpacing()))});
+  rowHeight_ =
+      std::max(1, static_cast<int>(std::ceil(std::max(metrics.height(), metrics.lineSpacing()))));
   Forget();
 }
 
