@@ -10,7 +10,7 @@
 namespace brindle {
 namespace {
 
-constexpr size_t kSegmentBytes = 4096;
+constexpr size_t kSegmentBytes = 2048;
 // How far before the end of a segment a blank is looked for to cut at.
 constexpr size_t kCutBytes = 64;
 // More than any screen shows, so that a page is never laid out twice.
