@@ -10,7 +10,7 @@
 namespace brindle {
 namespace {
 
-constexpr size_t kSegmentBytes = 4096;
+constexpr size_t kSegmentBytes = 2048;
 // How far before the end of a segment a blank is looked for to cut at.
 constexpr size_t kCutBytes = 64;
 // More than any screen shows, so that a page is never laid out twice.
@@ -44,8 +44,8 @@ void ChatLayout::SetFont(const QFont& font) {
   const QFontMetricsF metrics(font);
   font_ = font;
   ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
-  const int glyphs = ascent_ + static_cast<int>(std::ceil(metrics.descent()));
-  rowHeight_ = std::max({1, glyphs, static_cast<int>(std::ceil(metrics.lineSpacing()))});
+  rowHeight_ =
+      std::max(1, static_cast<int>(std::ceil(std::max(metrics.height(), metrics.lineSpacing()))));
   Forget();
 }
 

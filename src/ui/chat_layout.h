@@ -1,7 +1,7 @@
 #pragma once
 // Lays out the lines of a chat log in rows of one height, only those that are asked for. A long
-// line is laid out in segments of a few thousand bytes, each beginning a row of its own, so that no
-// line can hold up the view. Offsets are bytes of the line, measures are pixels.
+// line is laid out in segments of some two thousand bytes, each beginning a row of its own, so that
+// no line can hold up the view. Offsets are bytes of the line, measures are pixels.
 
 #include <QFont>
 #include <QPainter>
