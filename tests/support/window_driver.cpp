@@ -21,12 +21,6 @@ namespace {
 
 constexpr int kTickMs = 10;
 
-StartState StartWith(const std::vector<std::string>& rooms) {
-  StartState start;
-  start.channels = rooms;
-  return start;
-}
-
 QStringList ItemsOf(const QAbstractItemModel& model) {
   QStringList items;
   for (int row = 0; row < model.rowCount(); ++row) items << model.index(row, 0).data().toString();
@@ -51,10 +45,11 @@ std::string Transcript(const ChatTextView& view) {
 }
 
 WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
-    : program_(StartWith(rooms), dialogs_) {
+    : folder_({.nick = {}, .server = {}, .channels = rooms, .screenName = {}}),
+      program_(folder_.Path().toStdString(), dialogs_) {
+  if (!program_.Open()) qFatal("the program does not open");
   program_.Settings().timestampChatLines = false;
   program_.Settings().scanChatForServers = false;
-  program_.Window().show();
 }
 
 void WindowDriver::ShowTab(Tab tab) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "program.h"
+#include "support/data_folder.h"
 #include "support/fake_dialogs.h"
 
 namespace brindle::test {
@@ -31,6 +32,7 @@ class WindowDriver {
   WindowDriver& operator=(const WindowDriver&) = delete;
 
   FakeDialogs& Boxes() { return dialogs_; }
+  const DataFolder& Folder() const { return folder_; }
   Program& App() { return program_; }
 
   // The object called `name`. Ends the test program when there is none: a test cannot go on.
@@ -86,6 +88,7 @@ class WindowDriver {
  private:
   bool Shows(const char* view, const QString& part);
 
+  DataFolder folder_;
   FakeDialogs dialogs_;
   Program program_;
 };
