@@ -48,6 +48,8 @@ WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
     : folder_({.nick = {}, .server = {}, .channels = rooms, .screenName = {}}),
       program_(folder_.Path().toStdString(), dialogs_) {
   if (!program_.Open()) qFatal("the program does not open");
+  // A screen of 800 pixels, as the offscreen platform has, earns a warning.
+  dialogs_.notices.clear();
   program_.Settings().timestampChatLines = false;
   program_.Settings().scanChatForServers = false;
 }
