@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "irc/chat_display.h"
 #include "irc/echo.h"
 #include "irc/response_parser.h"
 
@@ -119,7 +120,8 @@ void ResponseParser::Privmsg(const ServerLine& line) {
 
 void ResponseParser::RoomMessage(const ServerLine& line, const std::string& text) {
   if (IsAction(line.Word(3))) {
-    const std::string action = RemoveChars(line.WordRest(4), std::string_view(&kCtcpMark, 1));
+    const std::string action =
+        RemoveChars(ShowableText(line.WordRest(4)), std::string_view(&kCtcpMark, 1));
     queue_.QueueLine("\r\n\00314* " + line.Nick() + " " + action, Kind::kRoom);
     return;
   }
