@@ -79,7 +79,7 @@ void ResponseParser::OwnJoin(const std::string& room) {
 void ResponseParser::ClosingLink(const ServerLine&) { connection_.ClosingNotice(); }
 
 void ResponseParser::Kick(const ServerLine& line) {
-  const std::string kicked(line.Word(3));
+  const std::string kicked(WithoutColon(line.Word(3)));
   queue_.QueueLine("\r\n\00311* " + line.Nick() + " says " + Trailing(line) + ", then kicks " +
                        kicked + " from the channel.",
                    Kind::kRoom);
