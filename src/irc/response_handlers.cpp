@@ -53,7 +53,7 @@ void ResponseParser::Ignore(const ServerLine&) {}
 void ResponseParser::Join(const ServerLine& line) {
   const std::string nick = line.Nick();
   const std::string room = Room(line);
-  if (nick.empty()) return;
+  if (nick.empty() || room.empty()) return;
   if (IsOwnNick(nick)) {
     OwnJoin(room);
     return;
@@ -90,6 +90,7 @@ void ResponseParser::Kick(const ServerLine& line) {
 void ResponseParser::Nick(const ServerLine& line) {
   const std::string oldNick = line.Nick();
   const std::string newNick(WithoutColon(line.Word(2)));
+  if (oldNick.empty() || newNick.empty()) return;
   queue_.QueueLine("\r\n\00311* " + oldNick + " is now known as " + newNick + ".", Kind::kRoom);
   who_.RemoveNick(oldNick);
   who_.AddNick(newNick);
