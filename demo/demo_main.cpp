@@ -16,6 +16,8 @@ namespace {
 using brindle::demo::Stage;
 using brindle::demo::Tour;
 
+constexpr int kTourAnnounceSeconds = 2;
+constexpr int kUserAnnounceSeconds = 45;
 constexpr int kLeastMillisecondsApart = 200;
 constexpr int kDeliveryMilliseconds = 50;  // that one line may take longer than another
 
@@ -59,7 +61,7 @@ int PlayTour(const QDir& folder) {
     QFile::remove(folder.filePath(old));
   }
   Stage stage(transcript);
-  if (!stage.Start(BRINDLE_DEMO_BOT)) {
+  if (!stage.Start(BRINDLE_DEMO_BOT, kTourAnnounceSeconds)) {
     std::fprintf(stderr, "%s\n", qPrintable(stage.Error()));
     return 1;
   }
@@ -78,14 +80,14 @@ int PlayTour(const QDir& folder) {
     std::fprintf(stderr, "%s\n", qPrintable(tour.Failure()));
     return 1;
   }
-  return CheckTranscript(received, tour.ExpectedRequests()) ? 0 : 1;
+  return CheckTranscript(received, tour.ExpectedLines()) ? 0 : 1;
 }
 
 // Opens the program on the stage and waits until the user closes it.
 int OpenForUser() {
   const QTemporaryDir folder;
   Stage stage(folder.filePath("transcript.txt"));
-  if (!stage.Start(BRINDLE_DEMO_BOT)) {
+  if (!stage.Start(BRINDLE_DEMO_BOT, kUserAnnounceSeconds)) {
     std::fprintf(stderr, "%s\n", qPrintable(stage.Error()));
     return 1;
   }

@@ -7,7 +7,6 @@ namespace {
 
 constexpr int kBotPatienceMilliseconds = 15000;
 constexpr int kEndPatienceMilliseconds = 2000;
-constexpr const char* kSecondsBetweenAnnouncements = "45";
 
 }  // namespace
 
@@ -19,7 +18,7 @@ Stage::~Stage() {
   bot_.waitForFinished(kEndPatienceMilliseconds);
 }
 
-bool Stage::Start(const QString& botProgram) {
+bool Stage::Start(const QString& botProgram, int announceSeconds) {
   if (!server_.Start()) {
     error_ = "The IRC server did not start: " + server_.Error();
     return false;
@@ -27,7 +26,7 @@ bool Stage::Start(const QString& botProgram) {
   bot_.setProcessChannelMode(QProcess::MergedChannels);
   bot_.start(botProgram, {"--port", QString::number(Port()), "--room", kRoom, "--handle", kHandle,
                           "--mails", QString::number(kMails), "--list", ListPath(), "--transcript",
-                          transcript_, "--announce", kSecondsBetweenAnnouncements});
+                          transcript_, "--announce", QString::number(announceSeconds)});
   QByteArray said;
   const bool ready = test::WaitUntil(
       [&] {
@@ -43,7 +42,7 @@ bool Stage::Start(const QString& botProgram) {
 }
 
 test::StartState Stage::Visitor() const {
-  return {kNick, "127.0.0.1:" + std::to_string(Port()), {kRoom}, kScreenName};
+  return {kNick, "127.0.0.1:" + std::to_string(Port()), {kRoom}, kScreenName, true};
 }
 
 }  // namespace brindle::demo

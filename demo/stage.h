@@ -24,7 +24,7 @@ class Stage {
   ~Stage();
 
   // False after a bounded time when something did not start; Error() says what.
-  bool Start(const QString& botProgram);
+  bool Start(const QString& botProgram, int announceSeconds);
   const QString& Error() const { return error_; }
 
   quint16 Port() const { return server_.Port(); }

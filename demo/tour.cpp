@@ -1,37 +1,35 @@
 #include "tour.h"
 
 #include <QApplication>
-#include <QHeaderView>
 #include <QLabel>
 #include <QListView>
 #include <QMenu>
 #include <QPainter>
-#include <QPushButton>
-#include <QStyleOptionViewItem>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QTableView>
+#include <QTimer>
 #include <QtTest/QTest>
 
 #include "support/wait.h"
+#include "ui/mail_table.h"
 
 namespace brindle::demo {
 namespace {
 
 constexpr int kPatienceMilliseconds = 15000;
 
-// Row positions and mail numbers agree in the bot's list. "Between" turns the pairs into runs; the
-// last two rows are checked after it, one alone and one as a neighbour of nothing.
+// Mail numbers; in the bot's list they are the row positions too. "Between" turns the pairs into
+// runs; the other two are checked after it and stay alone.
 constexpr int kPairs[] = {2, 5, 8, 10};
 constexpr int kSingles[] = {12, 17};
 
-// The window with whatever pops up over it.
+constexpr char kSearch[] = "puzzles";
+
+// The window with whatever stands or pops up over it.
 QPixmap PictureOf(QWidget& window) {
   QPixmap picture = window.grab();
   QPainter painter(&picture);
-  for (QWidget* popup : QApplication::topLevelWidgets()) {
-    if (popup == &window || !popup->isVisible()) continue;
-    painter.drawPixmap(popup->pos() - window.pos(), popup->grab());
+  for (QWidget* over : QApplication::topLevelWidgets()) {
+    if (over == &window || !over->isVisible()) continue;
+    painter.drawPixmap(over->pos() - window.pos(), over->grab());
   }
   return picture;
 }
@@ -39,38 +37,21 @@ QPixmap PictureOf(QWidget& window) {
 }  // namespace
 
 Tour::Tour(const Stage& stage, const QDir& folder)
-    : stage_(stage),
-      pictureFolder_(folder),
-      dataFolder_(stage.Visitor()),
-      program_(dataFolder_.Path().toStdString(), dialogs_) {
-  dialogs_.file = stage.ListPath().toStdString();
-}
+    : stage_(stage), folder_(folder), window_(stage.Visitor()) {}
 
 bool Tour::Play() {
-  if (!program_.Open()) return Fail("The program does not open.");
-  // A screen of 800 pixels, as the offscreen platform has, earns a warning.
-  dialogs_.notices.clear();
-  return Connect() && EnterRoom() && LoadList() && CheckRows() &&
-         SelectBetween() && RequestSelected();
-}
-
-QStringList Tour::ExpectedRequests() const {
-  const QString start = QString("!%1 send %2 ").arg(Stage::kHandle, Stage::kScreenName);
-  QStringList requests;
-  for (size_t i = 0; i + 1 < std::size(kPairs); i += 2) {
-    requests << start + QString("%1-%2").arg(kPairs[i]).arg(kPairs[i + 1]);
-  }
-  for (int row : kSingles) requests << start + QString::number(row);
-  return requests;
+  const QStringList first = {"2-5", "8-10", "12", "17"};
+  return Connect() && EnterRoom() && FindServer() && LoadList() && CheckRows() && SelectBetween() &&
+         RequestSelected(first, "requested") && SearchList() && SayThanks();
 }
 
 bool Tour::Connect() {
   Picture("ready-to-connect");
-  Click("cmdConnect");
-  ClickTab(Tab::kStatus);
-  const auto* status = Find<ChatTextView>("txtStatus");
-  if (!WaitFor("the greeting",
-               [&] { return status->PlainText().contains("You are now connected."); })) {
+  window_.Click("cmdConnect");
+  window_.ShowTab(Tab::kStatus);
+  if (!WaitFor("the greeting", [&] {
+        return window_.Status().find("You are now connected.") != std::string::npos;
+      })) {
     return false;
   }
   Picture("connected");
@@ -78,75 +59,100 @@ bool Tour::Connect() {
 }
 
 bool Tour::EnterRoom() {
-  auto* channels = Find<QListView>("lstChannels");
-  const QPoint room = channels->visualRect(channels->model()->index(0, 0)).center();
-  QTest::mouseClick(channels->viewport(), Qt::LeftButton, {}, room);
-  Click("lblJoin");
-  const auto* who = Find<QListView>("lstWho");
-  const auto* chat = Find<ChatTextView>("txtChannel");
-  if (!WaitFor("the names in the room", [&] {
-        return who->model()->rowCount() == 2 &&
-               chat->PlainText().contains(QString("Now talking in ") + Stage::kRoom);
-      })) {
-    return false;
-  }
+  if (!window_.Join(0)) return Fail("The room was not entered.");
   Picture("in-the-room");
   return true;
 }
 
+bool Tour::FindServer() {
+  // The option to ask a new server for an access code is on.
+  expected_ << QString("!%1 send %2 accesscode")
+                   .arg(QString(Stage::kHandle).toLower(), Stage::kScreenName);
+  if (!RoomShows("the new server", "REQUESTING ACCESSCODE.") ||
+      !RoomShows("the access code", "access code")) {
+    return false;
+  }
+  Picture("server-found");
+  return true;
+}
+
 bool Tour::LoadList() {
-  ClickTab(Tab::kList);
-  Click("cmdLoadList");
-  auto* menu = Find<QMenu>("mnuLoadList");
-  if (!WaitFor("the load menu", [&] { return menu->isVisible(); })) return false;
+  window_.ShowTab(Tab::kList);
+  window_.Click("cmdLoadList");
   Picture("load-list-menu");
-  menu->close();
-  Find<QAction>("mnuLoadListFile")->trigger();
-  const auto* list = Find<QTableView>("lstServerList");
-  if (list->model()->rowCount() != Stage::kMails) return Fail("The list is not complete.");
+  window_.Find<QMenu>("mnuLoadList").close();
+  window_.LoadList(stage_.ListPath());
+  if (window_.App().Mails().Size() != Stage::kMails) return Fail("The list is not complete.");
   Picture("list-loaded");
   return true;
 }
 
 bool Tour::CheckRows() {
-  for (int row : kPairs) ClickCheckBox(row);
+  for (int number : kPairs) window_.ClickCheckBox(number - 1);
   Picture("rows-checked");
   return true;
 }
 
 bool Tour::SelectBetween() {
-  Click("cmdSelect");
-  auto* menu = Find<QMenu>("mnuSelect");
-  if (!WaitFor("the select menu", [&] { return menu->isVisible(); })) return false;
+  window_.Click("cmdSelect");
   Picture("select-menu");
-  menu->close();
-  Find<QAction>("mnuSelectBetween")->trigger();
-  for (int row : kSingles) ClickCheckBox(row);
-  const QString header =
-      Find<QTableView>("lstServerList")->model()->headerData(1, Qt::Horizontal).toString();
-  if (header != QString("Mail Title [9/%1]").arg(Stage::kMails)) {
-    return Fail("The header shows \"" + header + "\".");
-  }
+  window_.Find<QMenu>("mnuSelect").close();
+  window_.Choose("mnuSelectBetween");
+  for (int number : kSingles) window_.ClickCheckBox(number - 1);
+  const std::string header = "Mail Title [9/" + std::to_string(Stage::kMails) + "]";
+  if (window_.TitleHeader() != header) return Fail("The header does not count the checks.");
   Picture("selected-between");
   return true;
 }
 
-bool Tour::RequestSelected() {
+bool Tour::RequestSelected(const QStringList& expected, const char* picture) {
+  for (const QString& what : expected) {
+    expected_ << QString("!%1 send %2 %3").arg(Stage::kHandle, Stage::kScreenName, what);
+  }
   // The click returns when the last request is out.
-  QTimer::singleShot(300, &program_.Window(), [this] { Picture("requesting"); });
-  Click("cmdRequest");
-  ClickTab(Tab::kRoom);
-  const auto* chat = Find<ChatTextView>("txtChannel");
-  const int answers = static_cast<int>(ExpectedRequests().size());
+  QTimer::singleShot(300, &window_.App().Window(), [this] { Picture("requesting"); });
+  window_.Click("cmdRequest");
+  window_.ShowTab(Tab::kRoom);
+  answers_ += static_cast<int>(expected.size());
   if (!WaitFor("the bot's answers", [&] {
-        return chat->PlainText().count(QString("-%1- ").arg(Stage::kHandle)) >= answers;
+        const QString room = window_.Find<ChatTextView>("txtChannel").PlainText();
+        return room.count("on the way to") >= answers_;
       })) {
     return false;
   }
-  Picture("answered");
-  if (!dialogs_.notices.empty()) {
-    return Fail("A box said: " + QString::fromStdString(dialogs_.notices.front()));
+  Picture(picture);
+  return true;
+}
+
+bool Tour::SearchList() {
+  window_.ShowTab(Tab::kList);
+  window_.Click("cmdFind");
+  window_.Type("cmbSearch", kSearch);
+  window_.Click("cmdSearch");
+  const auto& results = window_.Find<MailTable>("lstResults");
+  if (results.model()->rowCount() < 3) return Fail("The search found too little.");
+  QStringList numbers;
+  for (int row : {0, 2}) {
+    window_.ClickCheckBox(row, "lstResults");
+    numbers << results.model()->index(row, 0).data().toString();
   }
+  Picture("search-results");
+  window_.Click("cmdSelected");
+  const auto& notices = window_.Boxes().notices;
+  if (notices.empty() || notices.back().text != "Selected 2 items.") {
+    return Fail("The results were not sent back.");
+  }
+  window_.Boxes().questionAnswers.push_back(true);
+  window_.App().Window().findChild<QWidget*>("frmResults")->close();
+  return RequestSelected(numbers, "results-requested");
+}
+
+bool Tour::SayThanks() {
+  const QString thanks = QString("thanks, %1!").arg(Stage::kHandle);
+  window_.Type("cmbSend", thanks);
+  window_.Click("cmdSend");
+  if (!RoomShows("the thanks", QString("<%1> %2").arg(Stage::kNick, thanks))) return false;
+  Picture("thanks");
   return true;
 }
 
@@ -161,35 +167,17 @@ bool Tour::WaitFor(const char* what, const std::function<bool()>& condition) {
   return Fail(QString("Waited in vain for ") + what + ".");
 }
 
+bool Tour::RoomShows(const char* what, const QString& text) {
+  const auto& room = window_.Find<ChatTextView>("txtChannel");
+  return WaitFor(what, [&] { return room.PlainText().contains(text); });
+}
+
 void Tour::Picture(const char* name) {
   // Until everything queued is shown.
-  const auto* waiting = Find<QLabel>("lblBufferSizePeak");
-  test::WaitUntil([&] { return waiting->text().startsWith("0/"); }, kPatienceMilliseconds);
+  const auto& waiting = window_.Find<QLabel>("lblBufferSizePeak");
+  test::WaitUntil([&] { return waiting.text().startsWith("0/"); }, kPatienceMilliseconds);
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QChar('0')).arg(name);
-  PictureOf(program_.Window()).save(pictureFolder_.filePath(file));
-}
-
-void Tour::Click(const char* button) {
-  QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
-}
-
-void Tour::ClickTab(Tab tab) {
-  auto* bar = Find<QTabWidget>("tabMain")->tabBar();
-  QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(static_cast<int>(tab)).center());
-}
-
-void Tour::ClickCheckBox(int row) {
-  auto* list = Find<QTableView>("lstServerList");
-  const QModelIndex index = list->model()->index(row - 1, 0);
-  list->scrollTo(index);
-  QStyleOptionViewItem option;
-  option.initFrom(list);
-  option.rect = list->visualRect(index);
-  option.features = QStyleOptionViewItem::HasCheckIndicator;
-  option.viewItemPosition = QStyleOptionViewItem::OnlyOne;
-  const QRect box =
-      list->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, list);
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, box.center());
+  PictureOf(window_.App().Window()).save(folder_.filePath(file));
 }
 
 }  // namespace brindle::demo

@@ -5,28 +5,12 @@
 #include <QDir>
 #include <QString>
 #include <QStringList>
-#include <deque>
-#include <optional>
-#include <string>
+#include <functional>
 
-#include "base/dialogs.h"
-#include "program.h"
 #include "stage.h"
+#include "support/window_driver.h"
 
 namespace brindle::demo {
-
-// Answers the file box as the user would, and keeps what the other boxes say.
-class TourDialogs : public Dialogs {
- public:
-  void Notice(Icon, const std::string& text) override { notices.push_back(text); }
-  bool Question(Icon, const std::string&) override { return true; }
-  std::optional<std::string> Input(const std::string&) override { return std::nullopt; }
-  std::optional<std::string> OpenFile(const std::string&) override { return file; }
-  std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
-
-  std::string file;
-  std::deque<std::string> notices;
-};
 
 class Tour {
  public:
@@ -37,34 +21,32 @@ class Tour {
   bool Play();
   const QString& Failure() const { return failure_; }
 
-  // The requests that the bot must have received by now, in order.
-  QStringList ExpectedRequests() const;
+  // The lines that the bot must have received by now, in order.
+  const QStringList& ExpectedLines() const { return expected_; }
 
  private:
   bool Connect();
   bool EnterRoom();
+  bool FindServer();
   bool LoadList();
   bool CheckRows();
   bool SelectBetween();
-  bool RequestSelected();
+  bool SearchList();
+  // Requests what is checked, which makes these ranges and numbers, and waits for the answers.
+  bool RequestSelected(const QStringList& expected, const char* picture);
+  bool SayThanks();
 
   // Records the first failure; always false.
   bool Fail(const QString& what);
   bool WaitFor(const char* what, const std::function<bool()>& condition);
+  bool RoomShows(const char* what, const QString& text);
   void Picture(const char* name);
-  void Click(const char* button);
-  void ClickTab(Tab tab);
-  void ClickCheckBox(int row);
-  template <typename Widget>
-  Widget* Find(const char* name) {
-    return program_.Window().findChild<Widget*>(name);
-  }
 
   const Stage& stage_;
-  QDir pictureFolder_;
-  test::DataFolder dataFolder_;
-  TourDialogs dialogs_;
-  Program program_;
+  QDir folder_;
+  test::WindowDriver window_;
+  QStringList expected_;
+  int answers_ = 0;  // of the bot to requests, so far
   int pictures_ = 0;
   QString failure_;
 };

@@ -7,7 +7,9 @@ namespace brindle::test {
 DataFolder::DataFolder(const StartState& start) {
   Write("brindle.ini", "[nicks]\r\npreferred=" + start.nick +
                            "\r\n[server]\r\nlast used=" + (start.server.empty() ? "-1" : "0") +
-                           "\r\n[screen name]\r\nlast used=" + start.screenName + "\r\n");
+                           "\r\n[screen name]\r\nlast used=" + start.screenName +
+                           "\r\n[misc options]\r\nRequest accesscode if found=" +
+                           (start.requestAccessCode ? "1" : "0") + "\r\n");
   Write("irc_servers.txt", start.server + "\r\n");
   std::string channels;
   for (const std::string& channel : start.channels) channels += channel + "\r\n";

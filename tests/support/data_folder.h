@@ -14,6 +14,7 @@ struct StartState {
   std::string server;  // "host:port"; selected when given
   std::vector<std::string> channels;
   std::string screenName;
+  bool requestAccessCode = false;
 };
 
 class DataFolder {

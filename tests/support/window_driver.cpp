@@ -44,14 +44,17 @@ std::string Transcript(const ChatTextView& view) {
   return transcript;
 }
 
-WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
-    : folder_({.nick = {}, .server = {}, .channels = rooms, .screenName = {}}),
-      program_(folder_.Path().toStdString(), dialogs_) {
+WindowDriver::WindowDriver(std::initializer_list<std::string> rooms)
+    : WindowDriver(StartState{.nick = {}, .server = {}, .channels = rooms, .screenName = {}}) {
+  program_.Settings().timestampChatLines = false;
+  program_.Settings().scanChatForServers = false;
+}
+
+WindowDriver::WindowDriver(const StartState& start)
+    : folder_(start), program_(folder_.Path().toStdString(), dialogs_) {
   if (!program_.Open()) qFatal("the program does not open");
   // A screen of 800 pixels, as the offscreen platform has, earns a warning.
   dialogs_.notices.clear();
-  program_.Settings().timestampChatLines = false;
-  program_.Settings().scanChatForServers = false;
 }
 
 void WindowDriver::ShowTab(Tab tab) {
@@ -116,8 +119,8 @@ void WindowDriver::LoadList(const QString& path) {
   Choose("mnuLoadListFile");
 }
 
-void WindowDriver::ClickCheckBox(int row) {
-  auto& table = Find<QTableView>("lstServerList");
+void WindowDriver::ClickCheckBox(int row, const char* name) {
+  auto& table = Find<QTableView>(name);
   const QModelIndex index = table.model()->index(row, 0);
   table.scrollTo(index);
   QStyleOptionViewItem option;

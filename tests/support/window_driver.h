@@ -4,10 +4,10 @@
 // its colours marked, so that whole transcripts can be compared.
 
 #include <QAbstractButton>
-
 #include <QString>
 #include <QTableView>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -27,7 +27,9 @@ class WindowDriver {
 
   // Shows the window with the rooms on its channels list. Chat lines carry no time and are
   // not scanned for servers.
-  explicit WindowDriver(const std::vector<std::string>& rooms = {});
+  explicit WindowDriver(std::initializer_list<std::string> rooms = {});
+  // Shows the window as a user finds it who has set up `start`.
+  explicit WindowDriver(const StartState& start);
   WindowDriver(const WindowDriver&) = delete;
   WindowDriver& operator=(const WindowDriver&) = delete;
 
@@ -62,8 +64,8 @@ class WindowDriver {
 
   // Loads a list file through the menu.
   void LoadList(const QString& path);
-  // Clicks the check box of a row of the mail list.
-  void ClickCheckBox(int row);
+  // Clicks the check box of a row of the mail list, or of the results.
+  void ClickCheckBox(int row, const char* table = "lstServerList");
   // The numbers of the checked rows, joined with blanks.
   std::string Checked();
   // The second header of the mail list.
