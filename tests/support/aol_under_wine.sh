@@ -21,8 +21,10 @@ export WINEPREFIX=$build/prefix WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=
 export XDG_RUNTIME_DIR=$build PATH=$PATH:/usr/lib/wine
 xvfb=
 
+# The prefix goes as well: it is large, and one cut short would spoil the next run.
 clean_up() {
   timeout 10 wineserver -k 2>/dev/null || true
+  rm -rf "$WINEPREFIX"
   if [ -n "$xvfb" ]; then
     kill "$xvfb" 2>/dev/null || true
     wait "$xvfb" 2>/dev/null || true
