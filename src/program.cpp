@@ -12,7 +12,7 @@ constexpr int kFarewellMilliseconds = 500;
 Program::Program(const StartState& start, Dialogs& dialogs)
     : wsChat_(clock_),
       display_(window_.StatusView(), window_.RoomView(), options_),
-      pump_(queue_, session_, options_, display_, window_, sounds_, clock_),
+      pump_(queue_, session_, options_, display_, window_, *sounds_, clock_),
       connection_(session_, wsChat_, queue_, display_, window_, dialogs, clock_),
       parser_(session_, connection_, queue_, pump_, who_, window_, options_, clock_),
       channels_(session_, connection_, options_, window_, dialogs),

@@ -3,6 +3,7 @@
 // asks the user (the dialogs) comes from outside, so that the same program runs under a test.
 
 #include <QPointer>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,7 @@
 #include "mail/server_handles.h"
 #include "platform/chat_socket_qt.h"
 #include "platform/clock_qt.h"
-#include "platform/sound_player_none.h"
+#include "platform/sound_player_native.h"
 #include "ui/frm_main.h"
 #include "ui/frm_manual_request.h"
 
@@ -64,7 +65,7 @@ class Program {
   Options options_;
   Session session_;
   OutputQueue queue_;
-  NoSoundPlayer sounds_;
+  std::unique_ptr<SoundPlayer> sounds_ = NativeSoundPlayer();
   MailList mailList_;
   WhoList who_;
   FrmMain window_;

@@ -50,10 +50,11 @@ void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
   AddMenuItem(mnuLoadList_, "mnuLoadListWeb", "From Web",
               [&loader] { loader.mnuLoadListWeb_Click(); });
 
-  QAction* all = AddMenuItem(mnuSelect_, "mnuSelectAll", "All",
-                             [this, &selection] { selection.mnuSelectAll_Click(Target()); });
-  connect(ui_->cmdSelect, &QPushButton::clicked, this, [this, all] {
-    all->setVisible(false);
+  mnuSelectAll_ = AddMenuItem(mnuSelect_, "mnuSelectAll", "All",
+                              [this, &selection] { selection.mnuSelectAll_Click(Target()); });
+  mnuSelectAll_->setVisible(false);
+  connect(ui_->cmdSelect, &QPushButton::clicked, this, [this] {
+    mnuSelectAll_->setVisible(false);
     PopUpBelow(mnuSelect_, *ui_->cmdSelect);
   });
   AddMenuItem(mnuSelect_, "mnuSelectNone", "None",

@@ -192,7 +192,7 @@ MaxConnectionsIP = 0
 MaxJoins = 0
 MaxNickLength = 30
 MaxPenaltyTime = 0
-PingTimeout = 120
+PingTimeout = %7
 PongTimeout = 60
 [Options]
 DNS = no
@@ -204,7 +204,7 @@ Name = %5
 Password = %6
 )")
       .arg(kServerName, kNetwork, QString::number(port), PathOf("motd.txt"), kOperatorName,
-           kOperatorPassword);
+           kOperatorPassword, QString::number(pingSeconds_));
 }
 
 QString IrcServer::InspircdConfiguration(quint16 port) const {
@@ -212,7 +212,7 @@ QString IrcServer::InspircdConfiguration(quint16 port) const {
 <server name="%1" description="Test server" network="%2">
 <admin name="Test server" nick="tester" email="test@%1">
 <bind address="127.0.0.1" port="%3" type="clients">
-<connect name="tests" allow="*" timeout="60" pingfreq="120" maxchans="1000"
+<connect name="tests" allow="*" timeout="60" pingfreq="%7" maxchans="1000"
          localmax="10000" globalmax="10000" maxconnwarn="no" resolvehostnames="no" useident="no"
          hardsendq="16M" softsendq="4M" recvq="4M" threshold="1000000" commandrate="1000000"
          fakelag="no">
@@ -223,7 +223,7 @@ QString IrcServer::InspircdConfiguration(quint16 port) const {
 <options prefixquit="Quit: ">
 )")
                      .arg(kServerName, kNetwork, QString::number(port), folder_.path(),
-                          kOperatorName, kOperatorPassword);
+                          kOperatorName, kOperatorPassword, QString::number(pingSeconds_));
   for (const QString& nick : bans_.nicks) {
     text += QString("<badnick nick=\"%1\" reason=\"Not wanted here\">\n").arg(nick);
   }

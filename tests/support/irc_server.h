@@ -36,6 +36,10 @@ class IrcServer {
   IrcServer(const IrcServer&) = delete;
   IrcServer& operator=(const IrcServer&) = delete;
 
+  // How long a user may be silent before the server sends a PING. ngIRCd knows no less than 5.
+  // Holds from the next Start.
+  void SetPingSeconds(int seconds) { pingSeconds_ = seconds; }
+
   // Returns once the server accepts connections, or false after a bounded time; Error() says why.
   // A server started again keeps its port.
   bool Start();
@@ -67,6 +71,7 @@ class IrcServer {
 
   Kind kind_;
   Bans bans_;
+  int pingSeconds_ = 120;
   QTemporaryDir folder_;
   std::unique_ptr<QProcess> process_;
   quint16 port_ = 0;

@@ -34,6 +34,8 @@ class RawClient {
   bool Connect(quint16 port, int timeoutMs = kTimeoutMs);
 
   const std::string& Nick() const { return nick_; }
+  // After a change of nick.
+  void SetNick(std::string nick) { nick_ = std::move(nick); }
   bool IsConnected() const { return socket_.state() == QAbstractSocket::ConnectedState; }
 
   // Sends one line; the line end is added.
@@ -45,6 +47,8 @@ class RawClient {
   // Makes the user an operator; false when refused or too late.
   bool BecomeOperator(const std::string& name, const std::string& password);
 
+  // The present moment as the times of lines are measured.
+  qint64 Now() const { return clock_.elapsed(); }
   // Everything received so far.
   const std::vector<Line>& Lines() const { return lines_; }
   // True when some line received so far contains `part`.

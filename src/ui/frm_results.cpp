@@ -1,0 +1,109 @@
+#include "ui/frm_results.h"
+
+#include <QCloseEvent>
+#include <QLineEdit>
+#include <QShortcut>
+
+#include "ui/mail_list_model.h"
+#include "ui/observed_list_model.h"
+#include "ui/qt_text.h"
+#include "ui_frm_results.h"
+
+namespace brindle {
+namespace {
+
+constexpr int kTwipsInPixel = 15;
+constexpr int kLargestSize = 10000;  // pixels; a size beyond is a fault of the settings
+constexpr int kOffset = 40;          // from the top left of the main window
+
+int Pixels(int twips) { return qBound(0, twips / kTwipsInPixel, kLargestSize); }
+
+}  // namespace
+
+FrmResults::FrmResults(Results& results, ListSelection& selection, PopUpSelect popUpSelect,
+                       QWidget* parent)
+    : QWidget(parent, Qt::Window),
+      ui_(std::make_unique<Ui::FrmResults>()),
+      results_(results),
+      selection_(selection) {
+  setAttribute(Qt::WA_DeleteOnClose);
+  ui_->setupUi(this);
+  ui_->cmbSearch->setModel(new ObservedListModel(results.FindTexts(), this));
+  ui_->cmbSearch->setCompleter(nullptr);
+  ui_->lstResults->Attach(results.Found());
+  ConnectControls(std::move(popUpSelect));
+  TakeGeometry(results_.Form_Load(*this));
+  if (parent != nullptr) move(parent->pos() + QPoint(kOffset, kOffset));
+  ui_->cmbSearch->lineEdit()->selectAll();
+  ui_->cmbSearch->setFocus();
+}
+
+FrmResults::~FrmResults() { results_.Form_Unload(); }
+
+void FrmResults::ConnectControls(PopUpSelect popUpSelect) {
+  connect(ui_->cmdSearch, &QPushButton::clicked, this,
+          [this] { results_.cmdSearch_Click(ui_->cmbSearch->currentText().toStdString()); });
+  connect(ui_->cmbSearch->lineEdit(), &QLineEdit::returnPressed, ui_->cmdSearch,
+          &QPushButton::click);
+  connect(ui_->cmdSelected, &QPushButton::clicked, this, [this] { results_.cmdSelected_Click(); });
+  connect(ui_->cmdAll, &QPushButton::clicked, this, [this] { results_.cmdAll_Click(); });
+  connect(ui_->cmdSelect, &QPushButton::clicked, this,
+          [this, popUp = std::move(popUpSelect)] { popUp(Target(), *ui_->cmdSelect); });
+  connect(ui_->cmdReturn, &QPushButton::clicked, this, &QWidget::close);
+  connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
+  connect(ui_->lstResults, &MailTable::CheckToggled, this,
+          [this] { selection_.lstServerList_ItemCheck(Target()); });
+}
+
+SelectTarget FrmResults::Target() { return {ListKind::kResults, results_.Found(), *this}; }
+
+ResultsGeometry FrmResults::Geometry() const {
+  const MailTable& table = *ui_->lstResults;
+  return {height() * kTwipsInPixel, width() * kTwipsInPixel,
+          table.columnWidth(MailListModel::kNumber) * kTwipsInPixel,
+          table.columnWidth(MailListModel::kTitle) * kTwipsInPixel};
+}
+
+void FrmResults::TakeGeometry(const ResultsGeometry& geometry) {
+  resize(Pixels(geometry.width), Pixels(geometry.height));
+  if (geometry.column1 > 0) {
+    ui_->lstResults->setColumnWidth(MailListModel::kNumber, Pixels(geometry.column1));
+  }
+  if (geometry.column2 > 0) {
+    ui_->lstResults->setColumnWidth(MailListModel::kTitle, Pixels(geometry.column2));
+  }
+}
+
+void FrmResults::closeEvent(QCloseEvent* event) {
+  event->setAccepted(results_.cmdReturn_Click(Geometry()));
+}
+
+void FrmResults::SetTitleHeader(const std::string& text) { ui_->lstResults->SetTitleHeader(text); }
+
+void FrmResults::SetSearchText(const std::string& text) {
+  ui_->cmbSearch->setEditText(ToQString(text));
+}
+
+void FrmResults::SetSearchCaption(const std::string& text) {
+  ui_->fmeSearch->setTitle(ToQString(text));
+}
+
+void FrmResults::EnableSearch(bool enabled) {
+  ui_->cmbSearch->setEnabled(enabled);
+  ui_->cmdSearch->setEnabled(enabled);
+}
+
+void FrmResults::EnableSending(bool enabled) {
+  ui_->cmdAll->setEnabled(enabled);
+  ui_->cmdSelected->setEnabled(enabled);
+}
+
+void FrmResults::SetCounts(size_t searched, size_t matches, TickCount milliseconds) {
+  ui_->lblSearchedThrough->setText(QString::number(searched));
+  ui_->lblSearchMatches->setText(QString::number(matches));
+  ui_->lblSearchTime->setText(QString::number(milliseconds));
+}
+
+void FrmResults::FocusSearch() { ui_->cmbSearch->setFocus(); }
+
+}  // namespace brindle

@@ -1,0 +1,198 @@
+#include "window_driver.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QStyleOptionViewItem>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTextBlock>
+#include <memory>
+#include <utility>
+
+#include "wait.h"
+
+namespace brindle::test {
+namespace {
+
+constexpr int kTickMs = 10;
+
+StartState StartWith(const std::vector<std::string>& rooms) {
+  StartState start;
+  start.channels = rooms;
+  return start;
+}
+
+QStringList ItemsOf(const QAbstractItemModel& model) {
+  QStringList items;
+  for (int row = 0; row < model.rowCount(); ++row) items << model.index(row, 0).data().toString();
+  return items;
+}
+
+}  // namespace
+
+std::string Transcript(const QPlainTextEdit& view) {
+  std::string transcript;
+  for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next()) {
+    if (block != view.document()->begin()) transcript += '\n';
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+      const QTextFragment run = it.fragment();
+      transcript += "{" + run.charFormat().foreground().color().name().toStdString() + "}" +
+                    run.text().toStdString();
+    }
+  }
+  return transcript;
+}
+
+WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
+    : program_(StartWith(rooms), dialogs_) {
+  program_.Settings().timestampChatLines = false;
+  program_.Window().show();
+}
+
+void WindowDriver::ShowTab(Tab tab) {
+  const auto& tabs = Find<QTabWidget>("tabMain");
+  const QRect where = tabs.tabBar()->tabRect(static_cast<int>(tab));
+  QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, where.center());
+}
+
+void WindowDriver::Type(const char* field, const QString& text) {
+  auto& widget = Find<QWidget>(field);
+  auto* box = qobject_cast<QComboBox*>(&widget);
+  QLineEdit* line = box != nullptr ? box->lineEdit() : qobject_cast<QLineEdit*>(&widget);
+  QTest::keySequence(line, QKeySequence::SelectAll);
+  QTest::keyClick(line, Qt::Key_Delete);
+  QTest::keyClicks(line, text);
+}
+
+void WindowDriver::Click(const char* button) {
+  QTest::mouseClick(&Find<QAbstractButton>(button), Qt::LeftButton);
+}
+
+void WindowDriver::Choose(const char* item) { Find<QAction>(item).trigger(); }
+
+void WindowDriver::Connect(const QString& nick, const QString& alternate, quint16 port) {
+  ShowTab(Tab::kConnection);
+  Type("txtConnectNick", nick);
+  Type("txtAlternateNick", alternate);
+  Type("cmbConnectServer", "127.0.0.1");
+  Type("txtConnectPort", QString::number(port));
+  Click("cmdConnect");
+}
+
+bool WindowDriver::Register(const QString& nick, quint16 port) {
+  const auto greetings = [this] {
+    return Find<QPlainTextEdit>("txtStatus").toPlainText().count("You are now connected.");
+  };
+  const auto before = greetings();
+  Connect(nick, "", port);
+  return WaitUntil([&] { return greetings() > before; }, kTimeoutMs);
+}
+
+void WindowDriver::AskToJoin(int row) {
+  auto& list = Find<QListView>("lstChannels");
+  const QRect where = list.visualRect(list.model()->index(row, 0));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, where.center());
+  Click("lblJoin");
+}
+
+bool WindowDriver::Join(int row) {
+  // The names end with a rule across the room view.
+  const auto rules = [this] {
+    return Find<QPlainTextEdit>("txtChannel").toPlainText().count("\n-----");
+  };
+  const auto before = rules();
+  AskToJoin(row);
+  return WaitUntil([&] { return rules() > before; }, kTimeoutMs);
+}
+
+void WindowDriver::LoadList(const QString& path) {
+  ShowTab(Tab::kList);
+  dialogs_.fileAnswers.push_back(path.toStdString());
+  Choose("mnuLoadListFile");
+}
+
+void WindowDriver::ClickCheckBox(int row) {
+  auto& table = Find<QTableView>("lstServerList");
+  const QModelIndex index = table.model()->index(row, 0);
+  table.scrollTo(index);
+  QStyleOptionViewItem option;
+  option.initFrom(&table);
+  option.rect = table.visualRect(index);
+  option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+  const QRect box =
+      table.style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, &table);
+  QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, box.center());
+}
+
+std::string WindowDriver::Checked() {
+  const QAbstractItemModel& model = *Find<QTableView>("lstServerList").model();
+  std::string numbers;
+  for (int row = 0; row < model.rowCount(); ++row) {
+    const QModelIndex index = model.index(row, 0);
+    if (index.data(Qt::CheckStateRole).toInt() != Qt::Checked) continue;
+    numbers += (numbers.empty() ? "" : " ") + index.data().toString().toStdString();
+  }
+  return numbers;
+}
+
+std::string WindowDriver::TitleHeader() {
+  const QAbstractItemModel& model = *Find<QTableView>("lstServerList").model();
+  return model.headerData(1, Qt::Horizontal).toString().toStdString();
+}
+
+bool WindowDriver::WhosHere(const std::string& nicks) {
+  return WaitUntil([&] { return Nicks() == nicks; }, kTimeoutMs);
+}
+
+std::string WindowDriver::Nicks() {
+  return ItemsOf(*Find<QListView>("lstWho").model()).join(' ').toStdString();
+}
+
+std::string WindowDriver::Who() { return Text("lblWhoshere") + " " + Nicks(); }
+
+std::string WindowDriver::SortedWho() {
+  QStringList nicks = ItemsOf(*Find<QListView>("lstWho").model());
+  nicks.sort();
+  return Text("lblWhoshere") + " " + nicks.join(' ').toStdString();
+}
+
+std::string WindowDriver::ConnectButton() {
+  const auto& button = Find<QPushButton>("cmdConnect");
+  return button.text().toStdString() + (button.isEnabled() ? "" : " (disabled)");
+}
+
+std::string WindowDriver::Text(const char* label) {
+  return Find<QLabel>(label).text().toStdString();
+}
+
+bool WindowDriver::Shows(const char* view, const QString& part) {
+  return WaitUntil([&] { return Find<QPlainTextEdit>(view).toPlainText().contains(part); },
+                   kTimeoutMs);
+}
+
+Once::Once(std::function<bool()> condition, std::function<void()> action) {
+  timer_.setInterval(1);
+  QObject::connect(&timer_, &QTimer::timeout, &timer_,
+                   [this, condition = std::move(condition), action = std::move(action)] {
+                     if (hasRun_ || !condition()) return;
+                     hasRun_ = true;
+                     timer_.stop();
+                     action();
+                   });
+  timer_.start();
+}
+
+void LetTicksPass(int count) {
+  int ticks = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&ticks] { ++ticks; });
+  timer.start(kTickMs);
+  WaitUntil([&] { return ticks >= count; }, count * kTickMs * 100);
+}
+
+}  // namespace brindle::test
