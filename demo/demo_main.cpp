@@ -89,17 +89,16 @@ int OpenForUser() {
     std::fprintf(stderr, "%s\n", qPrintable(stage.Error()));
     return 1;
   }
-  const QStringList arguments = {
-      "--nick",  "visitor",         "--server",      QString("127.0.0.1:%1").arg(stage.Port()),
-      "--room",  Stage::kRoom,      "--screen-name", "mailfan",
-      "--lists", stage.ListFolder()};
+  const brindle::test::DataFolder visitor(stage.Visitor());
   QProcess program;
   program.setProcessChannelMode(QProcess::ForwardedChannels);
   QObject::connect(&program, &QProcess::finished, [](int code) { QCoreApplication::exit(code); });
   QObject::connect(&program, &QProcess::errorOccurred, [](QProcess::ProcessError error) {
     if (error == QProcess::FailedToStart) QCoreApplication::exit(1);
   });
-  program.start(BRINDLE_PROGRAM, arguments);
+  // The file box opens where the program was started.
+  program.setWorkingDirectory(stage.ListFolder());
+  program.start(BRINDLE_PROGRAM, {"--data-dir", visitor.Path()});
   return QCoreApplication::exec();
 }
 

@@ -42,4 +42,8 @@ bool Stage::Start(const QString& botProgram) {
   return true;
 }
 
+test::StartState Stage::Visitor() const {
+  return {kNick, "127.0.0.1:" + std::to_string(Port()), {kRoom}, kScreenName};
+}
+
 }  // namespace brindle::demo

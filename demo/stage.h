@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include "support/data_folder.h"
 #include "support/irc_server.h"
 
 namespace brindle::demo {
@@ -15,6 +16,8 @@ class Stage {
   static constexpr const char* kRoom = "#mailroom";
   static constexpr const char* kHandle = "MailBot";
   static constexpr int kMails = 500;
+  static constexpr const char* kNick = "visitor";
+  static constexpr const char* kScreenName = "mailfan";
 
   // `transcript` is the file for the requests that the bot receives.
   explicit Stage(const QString& transcript);
@@ -25,6 +28,8 @@ class Stage {
   const QString& Error() const { return error_; }
 
   quint16 Port() const { return server_.Port(); }
+  // What a visitor of this stage has set up.
+  test::StartState Visitor() const;
   // The bot's list file, and the folder that holds nothing else.
   QString ListPath() const { return lists_.filePath("MailBot list.txt"); }
   QString ListFolder() const { return lists_.path(); }

@@ -6,7 +6,6 @@
 #include <QListView>
 #include <QMenu>
 #include <QPainter>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyleOptionViewItem>
 #include <QTabBar>
@@ -20,23 +19,11 @@ namespace brindle::demo {
 namespace {
 
 constexpr int kPatienceMilliseconds = 15000;
-constexpr char kNick[] = "visitor";
-constexpr char kScreenName[] = "mailfan";
 
 // Row positions and mail numbers agree in the bot's list. "Between" turns the pairs into runs; the
 // last two rows are checked after it, one alone and one as a neighbour of nothing.
 constexpr int kPairs[] = {2, 5, 8, 10};
 constexpr int kSingles[] = {12, 17};
-
-StartState StageStart(const Stage& stage) {
-  StartState start;
-  start.nick = kNick;
-  start.server = "127.0.0.1";
-  start.port = std::to_string(stage.Port());
-  start.channels = {Stage::kRoom};
-  start.screenName = kScreenName;
-  return start;
-}
 
 // The window with whatever pops up over it.
 QPixmap PictureOf(QWidget& window) {
@@ -52,18 +39,23 @@ QPixmap PictureOf(QWidget& window) {
 }  // namespace
 
 Tour::Tour(const Stage& stage, const QDir& folder)
-    : stage_(stage), folder_(folder), program_(StageStart(stage), dialogs_) {
+    : stage_(stage),
+      pictureFolder_(folder),
+      dataFolder_(stage.Visitor()),
+      program_(dataFolder_.Path().toStdString(), dialogs_) {
   dialogs_.file = stage.ListPath().toStdString();
 }
 
 bool Tour::Play() {
-  program_.Window().show();
-  return Connect() && EnterRoom() && LoadList() && CheckRows() && SelectBetween() &&
-         RequestSelected();
+  if (!program_.Open()) return Fail("The program does not open.");
+  // A screen of 800 pixels, as the offscreen platform has, earns a warning.
+  dialogs_.notices.clear();
+  return Connect() && EnterRoom() && LoadList() && CheckRows() &&
+         SelectBetween() && RequestSelected();
 }
 
 QStringList Tour::ExpectedRequests() const {
-  const QString start = QString("!%1 send %2 ").arg(Stage::kHandle, kScreenName);
+  const QString start = QString("!%1 send %2 ").arg(Stage::kHandle, Stage::kScreenName);
   QStringList requests;
   for (size_t i = 0; i + 1 < std::size(kPairs); i += 2) {
     requests << start + QString("%1-%2").arg(kPairs[i]).arg(kPairs[i + 1]);
@@ -76,9 +68,9 @@ bool Tour::Connect() {
   Picture("ready-to-connect");
   Click("cmdConnect");
   ClickTab(Tab::kStatus);
-  const auto* status = Find<QPlainTextEdit>("txtStatus");
+  const auto* status = Find<ChatTextView>("txtStatus");
   if (!WaitFor("the greeting",
-               [&] { return status->toPlainText().contains("You are now connected."); })) {
+               [&] { return status->PlainText().contains("You are now connected."); })) {
     return false;
   }
   Picture("connected");
@@ -91,10 +83,10 @@ bool Tour::EnterRoom() {
   QTest::mouseClick(channels->viewport(), Qt::LeftButton, {}, room);
   Click("lblJoin");
   const auto* who = Find<QListView>("lstWho");
-  const auto* chat = Find<QPlainTextEdit>("txtChannel");
+  const auto* chat = Find<ChatTextView>("txtChannel");
   if (!WaitFor("the names in the room", [&] {
         return who->model()->rowCount() == 2 &&
-               chat->toPlainText().contains(QString("Now talking in ") + Stage::kRoom);
+               chat->PlainText().contains(QString("Now talking in ") + Stage::kRoom);
       })) {
     return false;
   }
@@ -144,10 +136,10 @@ bool Tour::RequestSelected() {
   QTimer::singleShot(300, &program_.Window(), [this] { Picture("requesting"); });
   Click("cmdRequest");
   ClickTab(Tab::kRoom);
-  const auto* chat = Find<QPlainTextEdit>("txtChannel");
+  const auto* chat = Find<ChatTextView>("txtChannel");
   const int answers = static_cast<int>(ExpectedRequests().size());
   if (!WaitFor("the bot's answers", [&] {
-        return chat->toPlainText().count(QString("-%1- ").arg(Stage::kHandle)) >= answers;
+        return chat->PlainText().count(QString("-%1- ").arg(Stage::kHandle)) >= answers;
       })) {
     return false;
   }
@@ -174,7 +166,7 @@ void Tour::Picture(const char* name) {
   const auto* waiting = Find<QLabel>("lblBufferSizePeak");
   test::WaitUntil([&] { return waiting->text().startsWith("0/"); }, kPatienceMilliseconds);
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QChar('0')).arg(name);
-  PictureOf(program_.Window()).save(folder_.filePath(file));
+  PictureOf(program_.Window()).save(pictureFolder_.filePath(file));
 }
 
 void Tour::Click(const char* button) {

@@ -22,6 +22,7 @@ class TourDialogs : public Dialogs {
   bool Question(Icon, const std::string&) override { return true; }
   std::optional<std::string> Input(const std::string&) override { return std::nullopt; }
   std::optional<std::string> OpenFile(const std::string&) override { return file; }
+  std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
 
   std::string file;
   std::deque<std::string> notices;
@@ -60,7 +61,8 @@ class Tour {
   }
 
   const Stage& stage_;
-  QDir folder_;
+  QDir pictureFolder_;
+  test::DataFolder dataFolder_;
   TourDialogs dialogs_;
   Program program_;
   int pictures_ = 0;

@@ -2,9 +2,13 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <cstdio>
 #include <string_view>
 
+#include "app/data_folder.h"
 #include "app/product.h"
 #include "program.h"
 #include "ui/dialogs_qt.h"
@@ -12,16 +16,15 @@
 namespace {
 
 constexpr char kHelp[] =
-    "Usage: brindle [options]\n"
+    "Usage: brindle [--data-dir DIR]\n"
     "Gets mails from the mail servers in IRC rooms.\n"
     "\n"
-    "  --help             show this text\n"
-    "  --version          show the version\n"
-    "  --nick NAME        fill in the nick\n"
-    "  --server HOST:PORT fill in the IRC server\n"
-    "  --room ROOM        put a room on the channels list (may be repeated)\n"
-    "  --screen-name NAME fill in the AOL screen name\n"
-    "  --lists FOLDER     where the file box opens first\n";
+    "  --data-dir DIR  keep settings and lists in DIR; it is made when missing\n"
+    "  --help          show this text\n"
+    "  --version       show the version\n"
+    "\n"
+    "Without --data-dir they lie beside the program where that is possible, else in the\n"
+    "user's configuration folder.\n";
 
 // These two need no display, so they are answered before the toolkit starts.
 bool AnsweredWithoutDisplay(int argc, char** argv) {
@@ -39,6 +42,17 @@ bool AnsweredWithoutDisplay(int argc, char** argv) {
   return false;
 }
 
+std::string FolderFor(const QString& chosen) {
+  const QString program = QCoreApplication::applicationDirPath();
+  brindle::FolderFacts facts;
+  facts.chosen = chosen.toStdString();
+  facts.program = program.toStdString();
+  facts.programIsWritable = QFileInfo(program).isWritable();
+  facts.programHasSettings = QFileInfo::exists(QDir(program).filePath(brindle::kSettingsName));
+  facts.user = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
+  return brindle::DataFolder(facts);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -47,27 +61,18 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationName("Brindle");
 
   QCommandLineParser line;
-  const QCommandLineOption nick("nick", {}, "name");
-  const QCommandLineOption server("server", {}, "host:port");
-  const QCommandLineOption room("room", {}, "room");
-  const QCommandLineOption screenName("screen-name", {}, "name");
-  const QCommandLineOption lists("lists", {}, "folder");
-  line.addOptions({nick, server, room, screenName, lists});
-  if (!line.parse(QCoreApplication::arguments())) {
+  const QCommandLineOption dataDir("data-dir", {}, "dir");
+  line.addOption(dataDir);
+  if (!line.parse(QCoreApplication::arguments()) || !line.positionalArguments().isEmpty()) {
     std::fprintf(stderr, "%s\n%s", qPrintable(line.errorText()), kHelp);
     return 2;
   }
-
-  brindle::StartState start;
-  start.nick = line.value(nick).toStdString();
-  start.server = line.value(server).section(':', 0, 0).toStdString();
-  start.port = line.value(server).section(':', 1, 1).toStdString();
-  start.screenName = line.value(screenName).toStdString();
-  for (const QString& name : line.values(room)) start.channels.push_back(name.toStdString());
-
+  const std::string folder = FolderFor(line.value(dataDir));
+  if (!QDir().mkpath(QString::fromStdString(folder))) {
+    std::fprintf(stderr, "Cannot make the folder %s.\n", folder.c_str());
+    return 1;
+  }
   brindle::QtDialogs dialogs;
-  dialogs.SetFolder(line.value(lists));
-  brindle::Program program(start, dialogs);
-  program.Window().show();
-  return QApplication::exec();
+  brindle::Program program(folder, dialogs);
+  return program.Open() ? QApplication::exec() : 1;
 }

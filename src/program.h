@@ -1,14 +1,17 @@
 #pragma once
-// The program as a whole: owns the window, the session and the mail rooms, and joins them. What
-// asks the user (the dialogs) comes from outside, so that the same program runs under a test.
+// The program as a whole: owns the window, the session, the mail rooms and the settings, and joins
+// them. What asks the user (the dialogs) comes from outside, so that the same program runs under a
+// test.
 
 #include <QPointer>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "advert/advertisement.h"
+#include "aol/screen_name.h"
 #include "app/options.h"
+#include "app/options_page.h"
+#include "app/start_up.h"
 #include "irc/channels.h"
 #include "irc/connection.h"
 #include "irc/line_pump.h"
@@ -16,6 +19,7 @@
 #include "irc/output_queue.h"
 #include "irc/response_parser.h"
 #include "irc/server_detection.h"
+#include "irc/server_entries.h"
 #include "irc/session.h"
 #include "irc/who_list.h"
 #include "mail/list_loader.h"
@@ -24,30 +28,32 @@
 #include "mail/manual_request.h"
 #include "mail/request_sender.h"
 #include "mail/requests.h"
+#include "mail/results.h"
 #include "mail/server_commands.h"
 #include "mail/server_handles.h"
+#include "mail/stored_results.h"
 #include "platform/chat_socket_qt.h"
 #include "platform/clock_qt.h"
+#include "platform/files_native.h"
+#include "platform/single_instance_qt.h"
 #include "platform/sound_player_native.h"
+#include "platform/system_menu_native.h"
+#include "platform/window_tree_native.h"
 #include "ui/frm_main.h"
 #include "ui/frm_manual_request.h"
+#include "ui/frm_results.h"
 
 namespace brindle {
 
-// What the fields hold when the window opens.
-struct StartState {
-  std::string nick;
-  std::string alternateNick;
-  std::string server;
-  std::string port;
-  std::vector<std::string> channels;
-  std::string screenName;
-};
-
-class Program {
+class Program : private StartUpView {
  public:
-  Program(const StartState& start, Dialogs& dialogs);
-  ~Program();
+  // `dataFolder` must exist; settings and lists live in it.
+  Program(const std::string& dataFolder, Dialogs& dialogs);
+  ~Program() override;
+
+  // Restores what was set up last time and shows the window. False when the program already runs
+  // with this folder: the user has been told, and there is nothing more to do.
+  bool Open();
 
   FrmMain& Window() { return window_; }
   MailList& Mails() { return mailList_; }
@@ -55,38 +61,68 @@ class Program {
   const Session& CurrentSession() const { return session_; }
 
  private:
-  void Form_Load(const StartState& start);
+  bool IsAnotherInstanceRunning() override { return instance_.IsAnotherRunning(); }
+  int ScreenWidthInTwips() override;
+  void UnloadWindow() override { window_.close(); }
+  void ResetOutputQueue() override;
+  void CloseChatSocket() override { wsChat_.Close(); }
+  void SetScreenName(const std::string& name) override;
+  void SetNicks(const std::string& nick, const std::string& alternateNick) override;
+  void SelectServer(int row) override { window_.Connection().SelectServer(row); }
+  void ShowOptions(OptionsPart part) override { window_.ShowOptions(part); }
+  void ShowHelpPage() override {}
+  void SetWindowCaption(const std::string& text) override { window_.SetWindowCaption(text); }
+  void StartReceiveTimer() override { window_.AttachPump(pump_, queue_); }
+  ClosingFields FieldsAtClosing() override;
+  bool IsDisconnectOffered() override;
+  void ClickConnectButton() override;
+
+  void AttachPanels();
   void ShowManualRequest();
-  // Ends every loop that runs and the session.
-  void Form_Unload();
+  void ShowResults();
+  // Ends every loop that runs, saves, and ends the session; once.
+  void Close();
 
   QtClock clock_;
   QtEventPump events_;
+  NativeFiles files_;
+  const DataPaths paths_;
+  SettingsFile settings_{files_, paths_.settings};
+  SingleInstance instance_;
   Options options_;
   Session session_;
   OutputQueue queue_;
   std::unique_ptr<SoundPlayer> sounds_ = NativeSoundPlayer();
+  std::unique_ptr<WindowTree> windows_ = NativeWindowTree();
   MailList mailList_;
   WhoList who_;
   FrmMain window_;
+  NativeSystemMenu systemMenu_;
   QtChatSocket wsChat_;
   ChatDisplay display_;
   LinePump pump_;
   Connection connection_;
   ResponseParser parser_;
   Channels channels_;
+  ServerEntries servers_;
   ServerHandles handles_;
   ServerCommands commands_;
   ServerDetection detection_;
   OutgoingText outgoing_;
   Advertisement advertisement_;
+  OptionsPage optionsPage_;
   ListLoader loader_;
   ListSelection selection_;
   RequestSender sender_;
   Requests requests_;
   ManualRequest manualRequest_;
+  StoredResults storedResults_;
+  Results results_;
+  AolClient aol_;
+  StartUp startUp_;
   QPointer<FrmManualRequest> manualRequestWindow_;
-  bool unloaded_ = false;
+  QPointer<FrmResults> resultsWindow_;
+  bool closed_ = false;
 };
 
 }  // namespace brindle

@@ -21,22 +21,22 @@ constexpr int kStatics = 1;
 
 }  // namespace
 
-WindowTree::Window AolLink::FindAolFrame() { return windows_.FindTopLevel("AOL Frame25"); }
+WindowTree::Window AolClient::FindAolFrame() { return windows_.FindTopLevel("AOL Frame25"); }
 
-WindowTree::Window AolLink::FindAolMdiClient() {
+WindowTree::Window AolClient::FindAolMdiClient() {
   // Without a frame the search would go through the windows of everybody.
   const WindowTree::Window frame = FindAolFrame();
   return frame == 0 ? 0 : windows_.FindChild(frame, 0, "MDIClient", std::nullopt);
 }
 
-WindowTree::Window AolLink::FindAolChild(const std::string& caption) {
+WindowTree::Window AolClient::FindAolChild(const std::string& caption) {
   const WindowTree::Window mdi = FindAolMdiClient();
   if (mdi == 0) return 0;
   return windows_.FindChild(mdi, 0, kChildClass,
                             caption.empty() ? std::nullopt : std::optional(caption));
 }
 
-WindowTree::Window AolLink::FindAolWelcomeWindow() {
+WindowTree::Window AolClient::FindAolWelcomeWindow() {
   const WindowTree::Window mdi = FindAolMdiClient();
   WindowTree::Window child = FindAolChild("");
   while (child != 0 && !IsWelcomeWindow(child)) {
@@ -46,7 +46,7 @@ WindowTree::Window AolLink::FindAolWelcomeWindow() {
   return child;
 }
 
-std::string AolLink::GetAolScreenName() {
+std::string AolClient::GetAolScreenName() {
   const WindowTree::Window welcome = FindAolWelcomeWindow();
   if (welcome == 0) return "";
   const std::string caption = GetWindowCaption(welcome);
@@ -57,7 +57,7 @@ std::string AolLink::GetAolScreenName() {
   return Utf8FromWindows1252(caption.substr(before, caption.size() - before - 1));
 }
 
-WindowTree::Window AolLink::NthChild(WindowTree::Window parent, const char* className, int count) {
+WindowTree::Window AolClient::NthChild(WindowTree::Window parent, const char* className, int count) {
   WindowTree::Window child = 0;
   for (int i = 0; i < count; ++i) {
     child = windows_.FindChild(parent, child, className, std::nullopt);
@@ -66,7 +66,7 @@ WindowTree::Window AolLink::NthChild(WindowTree::Window parent, const char* clas
   return child;
 }
 
-bool AolLink::IsWelcomeWindow(WindowTree::Window child) {
+bool AolClient::IsWelcomeWindow(WindowTree::Window child) {
   return NthChild(child, "_AOL_Static", kStatics) != 0 &&
          NthChild(child, "_AOL_Glyph", kGlyphs) != 0 &&
          NthChild(child, "RICHCNTLSTATIC", kRichTexts) != 0 &&

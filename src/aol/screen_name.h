@@ -4,14 +4,15 @@
 
 #include <string>
 
+#include "aol/aol_link.h"
 #include "aol/window_tree.h"
 #include "base/clock.h"
 
 namespace brindle {
 
-class AolLink {
+class AolClient : public AolLink {
  public:
-  AolLink(WindowTree& windows, EventPump& events) : windows_(windows), events_(events) {}
+  AolClient(WindowTree& windows, EventPump& events) : windows_(windows), events_(events) {}
 
   // The client's frame, its document area, and a document window: the first one, or with a caption
   // the first one of exactly that caption. 0 when not found.
@@ -25,7 +26,7 @@ class AolLink {
   WindowTree::Window FindAolWelcomeWindow();
 
   // The screen name as the caption spells it; empty when there is none.
-  std::string GetAolScreenName();
+  std::string GetAolScreenName() override;
 
  private:
   // The `count`-th child of that class; 0 when there are fewer.

@@ -1,9 +1,15 @@
 #pragma once
-// The user's options, each starting in the state it has when nothing is stored yet.
+// The user's options, each starting in the state it has when nothing is stored yet, and how they
+// are kept in the settings file: every box under its own caption, so that renaming a caption starts
+// that option afresh.
 
 #include <array>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "app/settings_file.h"
 #include "base/colour.h"
 
 namespace brindle {
@@ -25,22 +31,87 @@ struct SoundOption {
   std::string path;  // of a wave file; may be empty or name a missing file
 };
 
+// How many days the days box of the finds offers: 1 to this.
+inline constexpr int kMostFindDays = 30;
+
 struct Options {
-  // "Send notices to status window" and "Send mesagess to status window"
+  // chkOptionsMisc
   bool noticesToStatus = false;
   bool messagesToStatus = false;
-  // "Scan chat for servers" and "Request accesscode if found"
   bool scanChatForServers = true;
-  bool requestAccesscodeIfFound = false;
-  // "Deselect selected after requested"
+  bool requestAccessCode = false;
+  bool stayOnTop = false;
+  // chkOptionsFind
+  bool clearFindsOnExit = false;
+  bool removeInactiveFinds = false;
+  // chkOptionsList
+  bool channelOnListTab = false;
   bool deselectAfterRequested = true;
-  // "Include timestamp on chat lines" and "Try to enter room upon adding it"
+  // chkOptionsRoom
   bool timestampChatLines = true;
   bool enterRoomUponAdding = true;
-  std::array<SoundOption, kSoundSlots> sounds;
-  // The room view's background, and the colour that stands in for text of that same colour.
-  Colour roomBackcolor = kWhite;
+  // chkOptionsSound and txtOptionsSound
+  std::array<SoundOption, kSoundSlots> sounds = {{{true, ""},
+                                                  {true, ""},
+                                                  {true, "c:\\windows\\media\\notify.wav"},
+                                                  {true, "c:\\windows\\media\\ding.wav"},
+                                                  {true, "c:\\windows\\media\\ding.wav"},
+                                                  {true, "c:\\windows\\media\\chimes.wav"},
+                                                  {true, "c:\\windows\\media\\tada.wav"}}};
+  // The selected row of the days box cmbOptionsFinds; row 0 says 1.
+  int findDaysIndex = 1;
+  // The mail list's colours, the room view's background, and the colour that stands in for text of
+  // that same colour.
+  Colour listForecolor = kBlack;
+  Colour listBackcolor = kWhite;
   Colour roomForecolor = kBlack;
+  Colour roomBackcolor = kWhite;
+
+  int FindDays() const { return findDaysIndex + 1; }
 };
+
+// A box of a group: its caption, which is also its key, and its state.
+struct OptionBox {
+  const char* caption;
+  bool Options::*state;
+};
+
+struct OptionGroup {
+  const char* section;
+  std::span<const OptionBox> boxes;  // by index
+};
+
+extern const OptionGroup kMiscOptions;
+extern const OptionGroup kListOptions;
+extern const OptionGroup kRoomOptions;
+extern const OptionGroup kFindOptions;
+
+// The captions of the sound boxes, by slot.
+inline constexpr const char* kSoundSection = "sound options";
+extern const std::array<const char*, kSoundSlots> kSoundCaptions;
+
+// One of the four colours that the user picks.
+struct ColourOption {
+  const char* section;
+  const char* key;
+  Colour Options::*colour;
+};
+enum class ColourSlot { kListForecolor, kListBackcolor, kRoomForecolor, kRoomBackcolor };
+extern const std::array<ColourOption, 4> kColourOptions;  // by slot
+
+// Each reads its part of the options; what is not stored keeps the state it has in `options`.
+void LoadOptionGroup(const SettingsFile& settings, const OptionGroup& group, Options& options);
+void LoadSoundOptions(const SettingsFile& settings, Options& options);
+void LoadFindDays(const SettingsFile& settings, Options& options);
+void LoadColours(const SettingsFile& settings, Options& options);
+
+// Everything that is stored when the program ends, in order; the colours are not part of it.
+void AppendOptions(const Options& options, std::vector<Setting>& settings);
+
+// Sets one colour and stores it at once.
+void PickColour(ColourSlot slot, Colour colour, Options& options, SettingsFile& settings);
+
+// A colour as the settings hold it: a decimal number with red in its low byte.
+std::string ColourText(Colour colour);
 
 }  // namespace brindle

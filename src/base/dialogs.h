@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "base/colour.h"
+
 namespace brindle {
 
 enum class Icon { kInformation, kExclamation, kCritical };
@@ -21,6 +23,8 @@ class Dialogs {
   // Asks for an existing file; nothing when the user cancelled. `filter` is a list of
   // "description|patterns" pairs, all joined with "|", patterns joined with ";".
   virtual std::optional<std::string> OpenFile(const std::string& filter) = 0;
+  // Asks for a colour, starting from `current`; nothing when the user cancelled.
+  virtual std::optional<Colour> PickColour(Colour current) = 0;
 };
 
 }  // namespace brindle

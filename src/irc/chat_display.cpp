@@ -2,6 +2,7 @@
 
 #include <array>
 #include <optional>
+#include <utility>
 
 #include "base/text.h"
 
@@ -68,9 +69,14 @@ size_t Unshowable(std::string_view text, size_t at) {
   return rest.starts_with("\uFDD0") || rest.starts_with("\uFDD1") ? 3 : 0;
 }
 
-// Only our own CR LF may break a line: anything else that a view would take for a break is shown as
-// a blank, so that received text cannot pose as a line of its own.
-std::string ViewText(std::string_view text) {
+std::vector<ColouredRun> OneRun(Colour colour, std::string text) {
+  if (text.empty()) return {};
+  return {{colour, std::move(text)}};
+}
+
+}  // namespace
+
+std::string ShowableText(std::string_view text) {
   std::string shown;
   shown.reserve(text.size());
   for (size_t i = 0; i < text.size();) {
@@ -90,13 +96,6 @@ std::string ViewText(std::string_view text) {
   return shown;
 }
 
-void AddRun(std::vector<ColouredRun>& runs, Colour colour, std::string_view text) {
-  std::string shown = ViewText(text);
-  if (!shown.empty()) runs.push_back({colour, std::move(shown)});
-}
-
-}  // namespace
-
 int IrcColorToBasic(int number) {
   if (number < 0 || number > 98) return 0;
   return kBasicOfIrc[static_cast<size_t>(number % 16)];
@@ -106,12 +105,10 @@ Colour BasicColour(int index) { return kConsolePalette[static_cast<size_t>(index
 
 std::vector<ColouredRun> ColouredRuns(std::string_view text, Colour roomBackcolor,
                                       Colour roomForecolor) {
+  const std::string shown = ShowableText(text);
+  if (shown.find(kColourMark) == std::string::npos) return OneRun(kBlack, shown);
   std::vector<ColouredRun> runs;
-  if (text.find(kColourMark) == std::string_view::npos) {
-    AddRun(runs, kBlack, text);
-    return runs;
-  }
-  const std::string clean = RemoveChars(text, std::string_view(&kResetMark, 1));
+  const std::string clean = RemoveChars(shown, std::string_view(&kResetMark, 1));
   for (std::string_view part : Split(clean, std::string_view(&kColourMark, 1))) {
     std::string piece(part);
     const std::optional<int> number = TakeColourNumber(piece);
@@ -120,7 +117,7 @@ std::vector<ColouredRun> ColouredRuns(std::string_view text, Colour roomBackcolo
                         ? kOrange
                         : BasicColour(IrcColorToBasic(number.value_or(kPlainColour)));
     if (colour == roomBackcolor) colour = roomForecolor;
-    AddRun(runs, colour, piece);
+    if (!piece.empty()) runs.push_back({colour, std::move(piece)});
   }
   return runs;
 }
@@ -130,9 +127,7 @@ void ChatDisplay::Color_Response(std::string_view text, ChatTarget target) {
 }
 
 void ChatDisplay::Insert(std::string_view text, Colour colour, ChatTarget target) {
-  std::vector<ColouredRun> runs;
-  AddRun(runs, colour, text);
-  View(target).Append(runs);
+  View(target).Append(OneRun(colour, ShowableText(text)));
 }
 
 }  // namespace brindle

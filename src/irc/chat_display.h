@@ -26,6 +26,12 @@ class ChatView {
   virtual size_t TextLength() const = 0;
 };
 
+// `text` as a view may show it: only our own CR LF breaks a line, so that received text cannot pose
+// as a line of its own. Whatever else a view would take for a break is a blank, and what must not
+// reach a view at all is left out. Comes before any mark is taken out of a text, because that may
+// join a CR and a LF.
+std::string ShowableText(std::string_view text);
+
 // The index (0 to 15) of the console colour that shows IRC colour `number`.
 int IrcColorToBasic(int number);
 

@@ -82,7 +82,7 @@ void LinePump::RefreshUptime() {
 }
 
 void LinePump::Show(OutputQueue::Line line) {
-  const std::string text = RemoveChars(line.text, kBoldAndUnderline);
+  const std::string text = RemoveChars(ShowableText(line.text), kBoldAndUnderline);
   const Route route = RouteOf(line.kind);
   if (route.status) display_.Color_Response(text, ChatTarget::kStatus);
   if (route.room) display_.Color_Response(text, ChatTarget::kRoom);

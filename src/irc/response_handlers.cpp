@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "irc/chat_display.h"
 #include "irc/echo.h"
 #include "irc/response_parser.h"
 
@@ -52,7 +53,7 @@ void ResponseParser::Ignore(const ServerLine&) {}
 void ResponseParser::Join(const ServerLine& line) {
   const std::string nick = line.Nick();
   const std::string room = Room(line);
-  if (nick.empty()) return;
+  if (nick.empty() || room.empty()) return;
   if (IsOwnNick(nick)) {
     OwnJoin(room);
     return;
@@ -78,7 +79,7 @@ void ResponseParser::OwnJoin(const std::string& room) {
 void ResponseParser::ClosingLink(const ServerLine&) { connection_.ClosingNotice(); }
 
 void ResponseParser::Kick(const ServerLine& line) {
-  const std::string kicked(line.Word(3));
+  const std::string kicked(WithoutColon(line.Word(3)));
   queue_.QueueLine("\r\n\00311* " + line.Nick() + " says " + Trailing(line) + ", then kicks " +
                        kicked + " from the channel.",
                    Kind::kRoom);
@@ -89,6 +90,7 @@ void ResponseParser::Kick(const ServerLine& line) {
 void ResponseParser::Nick(const ServerLine& line) {
   const std::string oldNick = line.Nick();
   const std::string newNick(WithoutColon(line.Word(2)));
+  if (oldNick.empty() || newNick.empty()) return;
   queue_.QueueLine("\r\n\00311* " + oldNick + " is now known as " + newNick + ".", Kind::kRoom);
   who_.RemoveNick(oldNick);
   who_.AddNick(newNick);
@@ -119,7 +121,8 @@ void ResponseParser::Privmsg(const ServerLine& line) {
 
 void ResponseParser::RoomMessage(const ServerLine& line, const std::string& text) {
   if (IsAction(line.Word(3))) {
-    const std::string action = RemoveChars(line.WordRest(4), std::string_view(&kCtcpMark, 1));
+    const std::string action =
+        RemoveChars(ShowableText(line.WordRest(4)), std::string_view(&kCtcpMark, 1));
     queue_.QueueLine("\r\n\00314* " + line.Nick() + " " + action, Kind::kRoom);
     return;
   }

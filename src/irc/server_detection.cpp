@@ -54,7 +54,7 @@ void ServerDetection::Scan(std::string_view line) {
   handles_.AddServerHandle(added);
   const std::string screenName = screenName_();
   const bool requesting =
-      !IsBlank(screenName) && options_.requestAccesscodeIfFound && !session_.currentRoom.empty();
+      !IsBlank(screenName) && options_.requestAccessCode && !session_.currentRoom.empty();
   Announce(handle, requesting);
   if (requesting) RequestAccessCode(handle, screenName);
 }

@@ -10,6 +10,7 @@ namespace brindle {
 
 void Requests::cmdRequest_Click(const std::string& screenName, const std::string& handle) {
   const Session& session = sender_.CurrentSession();
+  if (stopped_) return;
   if (session.connectionState == ConnectionState::kDisconnected) {
     view_.ShowHint("Connect to a server first: requests are said in a room.");
     return;

@@ -2,10 +2,10 @@
 // The search window's rule: finds mails of the loaded list by a piece of their title, keeps the
 // matches in a list of their own, sends checks back to the main list, and remembers the searches.
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "app/stored_lists.h"
 #include "base/clock.h"
 #include "base/dialogs.h"
 #include "base/observed_list.h"
@@ -13,12 +13,6 @@
 #include "mail/mail_list.h"
 
 namespace brindle {
-
-// A remembered search and the day on which it was last used.
-struct Find {
-  std::string text;
-  std::int32_t day = 0;  // days since 1970-01-01; 0 when unknown
-};
 
 // Sizes of the search window, in twips (fifteen to a pixel). A column of 0 keeps its own width.
 struct ResultsGeometry {
@@ -39,8 +33,7 @@ class ResultsStore {
   virtual void SetFinds(const std::vector<Find>& finds) = 0;
   virtual ResultsGeometry Geometry() = 0;
   virtual void SetGeometry(const ResultsGeometry& geometry) = 0;
-  // Today, as a day number of Find.
-  virtual std::int32_t Today() = 0;
+  virtual DayNumber Today() = 0;
 };
 
 class ResultsView : public TitledView {
@@ -108,7 +101,7 @@ class Results {
   ResultsView* view_ = nullptr;
   MailList found_;
   ObservedList findTexts_;
-  std::vector<std::int32_t> findDays_;  // of findTexts_, item for item
+  std::vector<DayNumber> findDays_;  // of findTexts_, item for item
 };
 
 }  // namespace brindle

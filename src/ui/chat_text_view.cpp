@@ -1,76 +1,247 @@
 #include "ui/chat_text_view.h"
 
-#include <QMouseEvent>
+#include <QAccessible>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QScrollBar>
-#include <QTextCursor>
 
-#include "base/text.h"
+#include "ui/chat_accessible.h"
+#include "ui/chat_find_bar.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
+namespace {
 
-ChatTextView::ChatTextView(QWidget* parent) : QPlainTextEdit(parent) {
-  setReadOnly(true);
-  setUndoRedoEnabled(false);
-  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  setTabChangesFocus(true);
-  setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+constexpr int kSideMargin = 4;
+constexpr int kFirstWidth = 600;  // until the view has a size
+
+}  // namespace
+
+ChatTextView::ChatTextView(QWidget* parent)
+    : QAbstractScrollArea(parent), findBar_(new ChatFindBar(this)) {
+  InstallChatAccessibility();
+  setFocusPolicy(Qt::StrongFocus);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  viewport()->setCursor(Qt::IBeamCursor);
+  // Every pixel is painted, so what is on screen may be moved when scrolling.
+  viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+  layout_.SetFont(font());
+  layout_.SetWidth(kFirstWidth);
+  findBar_->hide();
+  connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, &ChatTextView::OnBarAction);
+  connect(findBar_, &ChatFindBar::Closed, this, &ChatTextView::CloseFind);
+  connect(findBar_, &ChatFindBar::FindAgain, this, &ChatTextView::FindAgain);
+  connect(findBar_, &ChatFindBar::TextEdited, this,
+          [this] { Find(FindDirection::kForward, FindStart()); });
 }
 
 void ChatTextView::Append(const std::vector<ColouredRun>& runs) {
+  const LogPosition before = log_.End();
+  log_.Append(runs);
+  if (!firstUnsettled_) firstUnsettled_ = before.line;
+  if (!settlePosted_ && isVisible()) {
+    settlePosted_ = true;
+    QMetaObject::invokeMethod(this, &ChatTextView::Settle, Qt::QueuedConnection);
+  }
+  if (QAccessible::isActive()) NotifyAppended(*this, before);
+}
+
+void ChatTextView::SetBackColour(Colour colour) {
+  QPalette changed = palette();
+  changed.setColor(QPalette::Base, ToQColor(colour));
+  setPalette(changed);
+}
+
+QString ChatTextView::PlainText() const { return ToQString(log_.PlainText(log_.Everything())); }
+
+void ChatTextView::Settle() {
+  settlePosted_ = false;
+  if (!isVisible()) return;  // showEvent() comes back here
+  const Place before = top_;
+  end_ = scroll_.End(viewport()->height());
+  if (following_ || top_ >= end_) {
+    top_ = end_;
+    following_ = true;
+  }
+  ShiftScreen(before);
+  if (firstUnsettled_) UpdateLines(*firstUnsettled_, log_.LineCount() - 1);
+  firstUnsettled_.reset();
+  UpdateBar();  // may change the viewport's width, and so come back here
+}
+
+template <typename Change>
+void ChatTextView::LayOutAgain(Change change) {
+  if (!following_ && !topText_) topText_ = scroll_.PositionOf(top_);
+  const int partOfRow = top_.y % layout_.RowHeight();
+  change();
+  if (!following_) {
+    top_ = scroll_.PlaceOf(*topText_);
+    top_.y += std::min(partOfRow, layout_.RowHeight() - 1);
+  }
+  Settle();
+  viewport()->update();
+}
+
+void ChatTextView::resizeEvent(QResizeEvent*) {
+  PlaceFindBar();
+  LayOutAgain([this] { layout_.SetWidth(std::max(1, viewport()->width() - 2 * kSideMargin)); });
+}
+
+void ChatTextView::changeEvent(QEvent* event) {
+  QAbstractScrollArea::changeEvent(event);
+  if (event->type() == QEvent::FontChange) {
+    LayOutAgain([this] { layout_.SetFont(font()); });
+  } else if (event->type() == QEvent::PaletteChange) {
+    viewport()->update();
+  }
+}
+
+void ChatTextView::showEvent(QShowEvent* event) {
+  QAbstractScrollArea::showEvent(event);
+  Settle();
+  viewport()->update();
+}
+
+template <typename Use>
+void ChatTextView::ForEachVisible(Use use) {
+  Segment segment = top_.segment;
+  int y = -top_.y;
+  while (y < viewport()->height()) {
+    if (!use(segment, y)) return;
+    y += layout_.Height(segment);
+    if (!layout_.ToNext(segment)) return;
+  }
+}
+
+void ChatTextView::paintEvent(QPaintEvent* event) {
+  QPainter painter(viewport());
+  const QRect dirty = event->rect();
+  painter.fillRect(dirty, palette().brush(QPalette::Base));
+  ForEachVisible([&](Segment segment, int y) {
+    if (y > dirty.bottom()) return false;
+    const int height = layout_.Height(segment);
+    if (height > 0 && y + height > dirty.top()) {
+      layout_.Draw(painter, segment, {kSideMargin, y}, selection_.Range(), palette());
+    }
+    return true;
+  });
+}
+
+void ChatTextView::UpdateLines(size_t first, size_t last) {
+  const int height = viewport()->height();
+  int from = height;
+  int to = height;
+  ForEachVisible([&](Segment segment, int y) {
+    if (segment.line >= first) from = std::min(from, y);
+    to = segment.line > last ? y : height;
+    return segment.line <= last;
+  });
+  if (from < to) viewport()->update(0, from, viewport()->width(), to - from);
+}
+
+void ChatTextView::ShiftScreen(Place before) {
+  if (before == top_) return;
+  const int height = viewport()->height();
+  const int distance = before < top_ ? -scroll_.Distance(before, top_, height)
+                                     : scroll_.Distance(top_, before, height);
+  if (std::abs(distance) < height) {
+    viewport()->scroll(0, distance);
+  } else {
+    viewport()->update();
+  }
+}
+
+void ChatTextView::SetTop(Place place) {
+  const Place before = top_;
+  top_ = std::min(place, end_);
+  following_ = top_ == end_;
+  topText_.reset();
+  ShiftScreen(before);
+  UpdateBar();
+}
+
+void ChatTextView::ScrollBy(int pixels) { SetTop(scroll_.Moved(top_, pixels)); }
+
+// One row of the old page stays in sight.
+int ChatTextView::PageHeight() const {
+  const int row = layout_.RowHeight();
+  return std::max(row, (viewport()->height() / row - 1) * row);
+}
+
+// The greatest value means the end and nothing else: the last line may have more rows than the
+// view.
+void ChatTextView::UpdateBar() {
+  const int units = scroll_.UnitsPerLine();
+  const Place start = scroll_.Moved({}, 0);
+  const int first = scroll_.Value(start);
+  const int maximum = start == end_ ? 0 : scroll_.Value(end_) - first + 1;
+  const int all = static_cast<int>(log_.LineCount()) * units - first;
+  const int value = top_ == end_ ? maximum : std::min(scroll_.Value(top_) - first, maximum - 1);
   QScrollBar* bar = verticalScrollBar();
-  const bool following = bar->value() == bar->maximum();
+  updatingBar_ = true;
+  bar->setPageStep(std::max(units, all - maximum));
+  bar->setSingleStep(units);
+  bar->setRange(0, maximum);
+  if (!updatingBar_)
+    return;  // the bar has appeared or gone, and the change of width came here again
+  bar->setValue(value);
+  updatingBar_ = false;
+}
 
-  // Text inserted where the user's own cursor or selection ends would drag it along.
-  QTextCursor own = textCursor();
-  const int anchor = own.anchor();
-  const int position = own.position();
+void ChatTextView::scrollContentsBy(int, int) {
+  if (updatingBar_) return;
+  const QScrollBar* bar = verticalScrollBar();
+  const int first = scroll_.Value(scroll_.Moved({}, 0));
+  SetTop(bar->value() >= bar->maximum() ? end_ : scroll_.AtValue(first + bar->value()));
+}
 
-  QTextCursor end(document());
-  end.movePosition(QTextCursor::End);
-  end.beginEditBlock();
-  for (const ColouredRun& run : runs) {
-    QTextCharFormat format;
-    format.setForeground(ToQColor(run.colour));
-    end.insertText(ToQString(run.text).replace(QLatin1String("\r\n"), QLatin1String("\n")), format);
-    textLength_ += CharacterCount(run.text);
+// The bar counts in lines; its arrows and its trough move by rows and pages.
+void ChatTextView::OnBarAction(int action) {
+  switch (action) {
+    case QAbstractSlider::SliderSingleStepAdd:
+      return ScrollBy(layout_.RowHeight());
+    case QAbstractSlider::SliderSingleStepSub:
+      return ScrollBy(-layout_.RowHeight());
+    case QAbstractSlider::SliderPageStepAdd:
+      return ScrollBy(PageHeight());
+    case QAbstractSlider::SliderPageStepSub:
+      return ScrollBy(-PageHeight());
+    default:
+      return;
   }
-  end.endEditBlock();
-  if (own.anchor() != anchor || own.position() != position) {
-    const int scrolled = bar->value();
-    own.setPosition(anchor);
-    own.setPosition(position, QTextCursor::KeepAnchor);
-    setTextCursor(own);
-    bar->setValue(scrolled);
+}
+
+void ChatTextView::ShowPosition(LogPosition position) {
+  Settle();
+  const Place place = scroll_.PlaceOf(position);
+  const int height = viewport()->height();
+  const int row = layout_.RowHeight();
+  if (place < top_) {
+    SetTop(place);
+  } else if (scroll_.Distance(top_, place, height) + row > height) {
+    SetTop(scroll_.Moved(place, row - height));
   }
-  if (following) bar->setValue(bar->maximum());
 }
 
-void ChatTextView::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) SetSelecting(true);
-  QPlainTextEdit::mousePressEvent(event);
+LogPosition ChatTextView::PositionAt(QPoint point) {
+  LogPosition position = log_.End();
+  ForEachVisible([&](Segment segment, int y) {
+    const int height = layout_.Height(segment);
+    if (height == 0 || point.y() >= y + height) return true;
+    position = layout_.PositionAt(segment, {point.x() - kSideMargin, std::max(0, point.y() - y)});
+    return false;
+  });
+  return position;
 }
 
-void ChatTextView::mouseReleaseEvent(QMouseEvent* event) {
-  QPlainTextEdit::mouseReleaseEvent(event);
-  if (event->button() == Qt::LeftButton) SetSelecting(false);
-}
-
-void ChatTextView::focusOutEvent(QFocusEvent* event) {
-  // The release may go to another window; the chat must not stand still for it.
-  SetSelecting(false);
-  QPlainTextEdit::focusOutEvent(event);
-}
-
-void ChatTextView::hideEvent(QHideEvent* event) {
-  SetSelecting(false);
-  QPlainTextEdit::hideEvent(event);
-}
-
-void ChatTextView::SetSelecting(bool active) {
-  if (selecting_ == active) return;
-  selecting_ = active;
-  emit Selecting(active);
+QRect ChatTextView::RectOf(LogPosition position) {
+  QRect rect;
+  const Segment wanted = layout_.SegmentAt(position);
+  ForEachVisible([&](Segment segment, int y) {
+    if (segment == wanted) rect = layout_.CharacterRect(position).translated(kSideMargin, y);
+    return segment < wanted;
+  });
+  return rect;
 }
 
 }  // namespace brindle

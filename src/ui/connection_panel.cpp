@@ -20,9 +20,22 @@ ConnectionPanel::ConnectionPanel(QWidget* parent)
 
 ConnectionPanel::~ConnectionPanel() = default;
 
-void ConnectionPanel::Attach(Connection& connection) {
+void ConnectionPanel::Attach(Connection& connection, ServerEntries& servers) {
   connect(ui_->cmdConnect, &QPushButton::clicked, this,
           [this, &connection] { connection.cmdConnect_Click(Fields()); });
+  ui_->cmbConnectServer->Attach(servers.Hosts());
+  connect(ui_->cmbConnectServer, &ListComboBox::Picked, this,
+          [&servers](int row) { servers.cmbConnectServer_Click(row); });
+  connect(ui_->cmdConnectAdd, &QPushButton::clicked, this,
+          [&servers] { servers.cmdConnectAdd_Click(); });
+  connect(ui_->cmdConnectRemove, &QPushButton::clicked, this,
+          [this, &servers] { servers.cmdConnectRemove_Click(SelectedServer()); });
+  connect(ui_->txtConnectPort, &QLineEdit::textChanged, this,
+          [this, &servers](const QString& text) {
+            servers.txtConnectPort_Change(text.toStdString(), SelectedServer());
+          });
+  connect(ui_->cmdCheckForUpdate, &QPushButton::clicked, this,
+          &ConnectionPanel::CheckForUpdateClicked);
 }
 
 ConnectFields ConnectionPanel::Fields() const {
@@ -31,11 +44,17 @@ ConnectFields ConnectionPanel::Fields() const {
           ui_->txtConnectPort->text().toStdString()};
 }
 
-void ConnectionPanel::SetFields(const ConnectFields& fields) {
-  ui_->txtConnectNick->setText(ToQString(fields.nick));
-  ui_->txtAlternateNick->setText(ToQString(fields.alternateNick));
-  ui_->cmbConnectServer->setEditText(ToQString(fields.server));
-  if (!fields.port.empty()) ui_->txtConnectPort->setText(ToQString(fields.port));
+void ConnectionPanel::SetNicks(const QString& nick, const QString& alternateNick) {
+  ui_->txtConnectNick->setText(nick);
+  ui_->txtAlternateNick->setText(alternateNick);
+}
+
+int ConnectionPanel::SelectedServer() const { return ui_->cmbConnectServer->Selected(); }
+
+void ConnectionPanel::SelectServer(int row) { ui_->cmbConnectServer->Select(row); }
+
+void ConnectionPanel::SetPort(const std::string& text) {
+  ui_->txtConnectPort->setText(ToQString(text));
 }
 
 void ConnectionPanel::SetConnectButton(ConnectCaption caption, bool enabled) {

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "irc/connection.h"
+#include "irc/server_entries.h"
 
 namespace Ui {
 class ConnectionPanel;
@@ -12,24 +13,32 @@ class ConnectionPanel;
 
 namespace brindle {
 
-class ConnectionPanel : public QWidget {
+class ConnectionPanel : public QWidget, public ServerEntriesView {
   Q_OBJECT
 
  public:
   explicit ConnectionPanel(QWidget* parent = nullptr);
   ~ConnectionPanel() override;
 
-  void Attach(Connection& connection);
+  void Attach(Connection& connection, ServerEntries& servers);
 
   // The texts of the fields right now.
   ConnectFields Fields() const;
-  // Fills the fields; an empty port leaves the one that stands there.
-  void SetFields(const ConnectFields& fields);
+  void SetNicks(const QString& nick, const QString& alternateNick);
+
+  // The row of the selected server, -1 for none.
+  int SelectedServer() const;
+  void SelectServer(int row);
+
+  void SetPort(const std::string& text) override;
 
   void SetConnectButton(ConnectCaption caption, bool enabled);
   void SetNickFieldsEnabled(bool enabled);
   void SetAlternateNick(const QString& nick);
   void SetLoginStatus(const QString& text);
+
+ signals:
+  void CheckForUpdateClicked();
 
  private:
   std::unique_ptr<Ui::ConnectionPanel> ui_;

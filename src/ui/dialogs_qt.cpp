@@ -1,6 +1,7 @@
 #include "ui/dialogs_qt.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -54,6 +55,14 @@ std::optional<std::string> QtDialogs::OpenFile(const std::string& filter) {
   if (path.isEmpty()) return std::nullopt;
   folder_ = QFileInfo(path).absolutePath();
   return path.toStdString();
+}
+
+std::optional<Colour> QtDialogs::PickColour(Colour current) {
+  const QColor picked =
+      QColorDialog::getColor(ToQColor(current), QApplication::activeWindow(), "Color");
+  if (!picked.isValid()) return std::nullopt;
+  const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
+  return Colour{byte(picked.red()), byte(picked.green()), byte(picked.blue())};
 }
 
 QString ToQtFilter(const std::string& filter) {

@@ -16,6 +16,7 @@ class QtDialogs : public Dialogs {
   bool Question(Icon icon, const std::string& text) override;
   std::optional<std::string> Input(const std::string& prompt) override;
   std::optional<std::string> OpenFile(const std::string& filter) override;
+  std::optional<Colour> PickColour(Colour current) override;
 
  private:
   QString folder_;

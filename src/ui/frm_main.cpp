@@ -4,9 +4,9 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QStatusBar>
+#include <QWindow>
 
 #include "app/product.h"
-#include "ui/observed_list_model.h"
 #include "ui/qt_text.h"
 #include "ui_frm_main.h"
 
@@ -28,8 +28,6 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   ui_->splitMain->setStretchFactor(0, 1);
   ui_->splitMain->setSizes({kFirstSize.width() - kSideWidth, kSideWidth});
   ui_->splitSide->setSizes({1, 1});
-  // A completer would put old lines in place of what is being typed.
-  ui_->cmbSend->setCompleter(nullptr);
   BuildStatusBar();
 
   tmrProcess_.setObjectName("tmrProcess");
@@ -83,7 +81,7 @@ void FrmMain::AttachPump(LinePump& pump, OutputQueue& queue) {
 
 void FrmMain::AttachSendBox(OutgoingText& outgoing) {
   outgoing_ = &outgoing;
-  ui_->cmbSend->setModel(new ObservedListModel(outgoing.History(), this));
+  ui_->cmbSend->Attach(outgoing.History());
   ui_->cmbSend->installEventFilter(this);
   connect(ui_->cmdSend, &QPushButton::clicked, this, [this] {
     outgoing_->cmdSend_Click(ui_->cmbSend->currentText().toStdString(),
@@ -115,6 +113,79 @@ void FrmMain::HoldPumpDuringSelection(bool selecting) {
     tmrProcess_.stop();
   } else if (pump_ != nullptr && !pump_->IsIdle()) {
     tmrProcess_.start();
+  }
+}
+
+void FrmMain::AttachOptions(OptionsPage& page, const Options& options) {
+  options_ = &options;
+  ui_->pnlOptions->Attach(page);
+  connect(ui_->tabMain, &QTabWidget::currentChanged, this, &FrmMain::PlaceRoomView);
+}
+
+void FrmMain::ShowOptions(OptionsPart part) {
+  OptionsPanel& panel = *ui_->pnlOptions;
+  switch (part) {
+    case OptionsPart::kMisc:
+      return panel.ShowGroup(kMiscOptions, *options_);
+    case OptionsPart::kSound:
+      return panel.ShowSounds(*options_);
+    case OptionsPart::kList:
+      return panel.ShowGroup(kListOptions, *options_);
+    case OptionsPart::kRoom:
+      return panel.ShowGroup(kRoomOptions, *options_);
+    case OptionsPart::kFind:
+      return panel.ShowGroup(kFindOptions, *options_);
+    case OptionsPart::kFindDays:
+      return panel.ShowFindDays(*options_);
+    case OptionsPart::kColours:
+      for (ColourSlot slot : {ColourSlot::kListForecolor, ColourSlot::kListBackcolor,
+                              ColourSlot::kRoomForecolor, ColourSlot::kRoomBackcolor}) {
+        ShowColour(slot, options_->*kColourOptions[static_cast<size_t>(slot)].colour);
+      }
+      return;
+  }
+}
+
+void FrmMain::EnableRequestAccessCode(bool enabled) {
+  ui_->pnlOptions->EnableRequestAccessCode(enabled);
+}
+
+void FrmMain::EnableFindDays(bool enabled) { ui_->pnlOptions->EnableFindDays(enabled); }
+
+void FrmMain::SetTopmost(bool topmost) {
+  // On the window of the desktop, where there is one: the widget's own flag would hide the window.
+  if (windowHandle() != nullptr) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
+  if (!isVisible()) setWindowFlag(Qt::WindowStaysOnTopHint, topmost);
+}
+
+void FrmMain::ShowRoomOnListTab(bool shown) {
+  roomOnListTab_ = shown;
+  PlaceRoomView();
+}
+
+void FrmMain::PlaceRoomView() {
+  const bool onList =
+      roomOnListTab_ && ui_->tabMain->currentIndex() == static_cast<int>(Tab::kList);
+  QWidget* home = onList ? static_cast<QWidget*>(ui_->splitList) : ui_->tabRoom;
+  if (ui_->txtChannel->parentWidget() == home) return;
+  if (onList) {
+    ui_->splitList->addWidget(ui_->txtChannel);
+  } else {
+    ui_->roomLayout->addWidget(ui_->txtChannel);
+  }
+  ui_->txtChannel->show();
+}
+
+void FrmMain::SetSoundPath(SoundSlot slot, const std::string& path) {
+  ui_->pnlOptions->SetSoundPath(slot, ToQString(path));
+}
+
+void FrmMain::ShowColour(ColourSlot slot, Colour colour) {
+  ui_->pnlOptions->SetSwatch(slot, colour);
+  if (slot == ColourSlot::kRoomBackcolor) {
+    ui_->txtChannel->SetBackColour(colour);
+  } else if (slot != ColourSlot::kRoomForecolor) {
+    ui_->pnlList->SetColours(options_->listForecolor, options_->listBackcolor);
   }
 }
 

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <memory>
 
+#include "app/options_page.h"
+#include "app/start_up.h"
 #include "irc/channels.h"
 #include "irc/connection.h"
 #include "irc/line_pump.h"
@@ -36,7 +38,8 @@ class FrmMain : public QMainWindow,
                 public RoomTab,
                 public ChannelsView,
                 public RequestsView,
-                public SendBoxView {
+                public SendBoxView,
+                public OptionsPageView {
   Q_OBJECT
 
  public:
@@ -50,6 +53,10 @@ class FrmMain : public QMainWindow,
 
   ChatTextView& StatusView();
   ChatTextView& RoomView();
+  void AttachOptions(OptionsPage& page, const Options& options);
+  // Shows one part of the options and lets it take effect.
+  void ShowOptions(OptionsPart part);
+
   ConnectionPanel& Connection();
   ListPanel& List();
   InfoPanel& Info();
@@ -71,6 +78,12 @@ class FrmMain : public QMainWindow,
   void FocusSendBox() override;
   void ShowHint(const std::string& text) override;
   void SetSendText(const std::string& text) override;
+  void EnableRequestAccessCode(bool enabled) override;
+  void EnableFindDays(bool enabled) override;
+  void SetTopmost(bool topmost) override;
+  void ShowRoomOnListTab(bool shown) override;
+  void SetSoundPath(SoundSlot slot, const std::string& path) override;
+  void ShowColour(ColourSlot slot, Colour colour) override;
 
  signals:
   // The user closes the window.
@@ -82,6 +95,8 @@ class FrmMain : public QMainWindow,
 
  private:
   void BuildStatusBar();
+  // Puts the room view where the shown tab wants it.
+  void PlaceRoomView();
   // True when the key belongs to the history of the send box.
   bool WalkHistory(int key);
   void HoldPumpDuringSelection(bool selecting);
@@ -95,6 +110,8 @@ class FrmMain : public QMainWindow,
   QTimer uptimeTimer_;
   LinePump* pump_ = nullptr;
   OutgoingText* outgoing_ = nullptr;
+  const Options* options_ = nullptr;
+  bool roomOnListTab_ = false;
   bool held_ = false;  // a mouse selection is under way
 };
 

@@ -5,7 +5,6 @@
 #include <QShortcut>
 
 #include "ui/mail_list_model.h"
-#include "ui/observed_list_model.h"
 #include "ui/qt_text.h"
 #include "ui_frm_results.h"
 
@@ -28,8 +27,7 @@ FrmResults::FrmResults(Results& results, ListSelection& selection, PopUpSelect p
       selection_(selection) {
   setAttribute(Qt::WA_DeleteOnClose);
   ui_->setupUi(this);
-  ui_->cmbSearch->setModel(new ObservedListModel(results.FindTexts(), this));
-  ui_->cmbSearch->setCompleter(nullptr);
+  ui_->cmbSearch->Attach(results.FindTexts());
   ui_->lstResults->Attach(results.Found());
   ConnectControls(std::move(popUpSelect));
   TakeGeometry(results_.Form_Load(*this));

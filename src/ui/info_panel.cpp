@@ -1,6 +1,5 @@
 #include "ui/info_panel.h"
 
-#include "ui/observed_list_model.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
 #include "ui_info_panel.h"
@@ -21,21 +20,19 @@ InfoPanel::InfoPanel(QWidget* parent)
 InfoPanel::~InfoPanel() = default;
 
 void InfoPanel::AttachHandles(ServerHandles& handles) {
-  auto* model = new ObservedListModel(handles.Items(), this);
-  // The first item of an empty box would put itself over what the user has typed.
-  connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this,
-          [this] { typedHandle_ = ui_->cmbServers->currentText(); });
-  ui_->cmbServers->setModel(model);
-  connect(model, &QAbstractItemModel::rowsInserted, this, [this] {
-    if (!typedHandle_.trimmed().isEmpty()) ui_->cmbServers->setEditText(typedHandle_);
-  });
+  ui_->cmbServers->Attach(handles.Items());
+  // Who has no server yet is offered the first one that comes.
+  connect(ui_->cmbServers->model(), &QAbstractItemModel::rowsInserted, this,
+          [this](const QModelIndex&, int row) {
+            if (ui_->cmbServers->currentText().trimmed().isEmpty()) ui_->cmbServers->Select(row);
+          });
   const auto add = [this, &handles] {
     handles.cmdInfoAdd_Click(ui_->cmbServers->currentText().toStdString());
   };
   connect(ui_->cmdInfoAdd, &QPushButton::clicked, this, add);
   connect(ui_->cmbServers->lineEdit(), &QLineEdit::returnPressed, this, add);
   connect(ui_->cmdInfoRemove, &QPushButton::clicked, this,
-          [this, &handles] { handles.cmdInfoRemove_Click(ui_->cmbServers->currentIndex()); });
+          [this, &handles] { handles.cmdInfoRemove_Click(ui_->cmbServers->Selected()); });
 }
 
 void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands,

@@ -43,7 +43,6 @@ class InfoPanel : public QWidget, public AdvertisementView {
 
   std::unique_ptr<Ui::InfoPanel> ui_;
   QMenu mnuCommands_;
-  QString typedHandle_;
   QTimer tmrAD_;
 };
 

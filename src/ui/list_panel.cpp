@@ -81,6 +81,10 @@ void ListPanel::PopUpSelectFor(const SelectTarget& results, const QWidget& butto
   PopUpBelow(mnuSelect_, button);
 }
 
+void ListPanel::SetColours(Colour text, Colour background) {
+  ui_->lstServerList->SetColours(ToQColor(text), ToQColor(background));
+}
+
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
 
 void ListPanel::SetScreenName(const QString& name) { ui_->txtListAOLSN->setText(name); }

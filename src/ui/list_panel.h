@@ -29,6 +29,8 @@ class ListPanel : public QWidget, public ListView {
   // Pops the Select menu up under `button`, for the list of search results.
   void PopUpSelectFor(const SelectTarget& results, const QWidget& button);
 
+  void SetColours(Colour text, Colour background);
+
   QString ScreenName() const;
   void SetScreenName(const QString& name);
 

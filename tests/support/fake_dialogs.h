@@ -36,10 +36,16 @@ class FakeDialogs : public Dialogs {
     return Next(fileAnswers, std::optional<std::string>());
   }
 
+  std::optional<Colour> PickColour(Colour) override {
+    return Next(colourAnswers, std::optional<Colour>());
+  }
+
   // The answers to come; without one, the user cancels.
   std::deque<bool> questionAnswers;
   std::deque<std::optional<std::string>> inputAnswers;
   std::deque<std::optional<std::string>> fileAnswers;
+
+  std::deque<std::optional<Colour>> colourAnswers;
 
   std::vector<Shown> notices;
   std::vector<Shown> questions;

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHostAddress>
+#include <QRandomGenerator>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <utility>
@@ -26,10 +27,19 @@ QString ProgramOf(IrcServer::Kind kind) {
   return kind == IrcServer::Kind::kNgircd ? "/usr/sbin/ngircd" : "/usr/sbin/inspircd";
 }
 
-// A port that was free a moment ago; 0 when there is none.
+// A port that was free a moment ago; 0 when none was found. It fits a signed number of 16 bits, as
+// the program's list of IRC servers wants it.
 quint16 FreePort() {
+  constexpr int kLowest = 20000;
+  constexpr int kBeyond = 32768;
+  constexpr int kTries = 100;
   QTcpServer probe;
-  return probe.listen(QHostAddress::LocalHost) ? probe.serverPort() : 0;
+  for (int i = 0; i < kTries; ++i) {
+    const int port = QRandomGenerator::system()->bounded(kLowest, kBeyond);
+    if (probe.listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
+      return probe.serverPort();
+  }
+  return 0;
 }
 
 bool Accepts(quint16 port) {

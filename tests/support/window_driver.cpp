@@ -10,22 +10,16 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
-#include <QTextBlock>
 #include <memory>
 #include <utility>
 
+#include "ui/qt_text.h"
 #include "wait.h"
 
 namespace brindle::test {
 namespace {
 
 constexpr int kTickMs = 10;
-
-StartState StartWith(const std::vector<std::string>& rooms) {
-  StartState start;
-  start.channels = rooms;
-  return start;
-}
 
 QStringList ItemsOf(const QAbstractItemModel& model) {
   QStringList items;
@@ -35,23 +29,29 @@ QStringList ItemsOf(const QAbstractItemModel& model) {
 
 }  // namespace
 
-std::string Transcript(const QPlainTextEdit& view) {
+std::string Transcript(const ChatTextView& view) {
+  const ChatLog& log = view.Log();
   std::string transcript;
-  for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next()) {
-    if (block != view.document()->begin()) transcript += '\n';
-    for (auto it = block.begin(); !it.atEnd(); ++it) {
-      const QTextFragment run = it.fragment();
-      transcript += "{" + run.charFormat().foreground().color().name().toStdString() + "}" +
-                    run.text().toStdString();
+  for (size_t line = 0; line < log.LineCount(); ++line) {
+    if (line > 0) transcript += '\n';
+    size_t begin = 0;
+    for (const LogRun& run : log.Runs(line)) {
+      transcript += "{" + ToQColor(run.colour).name().toStdString() + "}";
+      transcript += log.Line(line).substr(begin, run.length);
+      begin += run.length;
     }
   }
   return transcript;
 }
 
 WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
-    : program_(StartWith(rooms), dialogs_) {
+    : folder_({.nick = {}, .server = {}, .channels = rooms, .screenName = {}}),
+      program_(folder_.Path().toStdString(), dialogs_) {
+  if (!program_.Open()) qFatal("the program does not open");
+  // A screen of 800 pixels, as the offscreen platform has, earns a warning.
+  dialogs_.notices.clear();
   program_.Settings().timestampChatLines = false;
-  program_.Window().show();
+  program_.Settings().scanChatForServers = false;
 }
 
 void WindowDriver::ShowTab(Tab tab) {
@@ -86,7 +86,7 @@ void WindowDriver::Connect(const QString& nick, const QString& alternate, quint1
 
 bool WindowDriver::Register(const QString& nick, quint16 port) {
   const auto greetings = [this] {
-    return Find<QPlainTextEdit>("txtStatus").toPlainText().count("You are now connected.");
+    return Find<ChatTextView>("txtStatus").PlainText().count("You are now connected.");
   };
   const auto before = greetings();
   Connect(nick, "", port);
@@ -103,7 +103,7 @@ void WindowDriver::AskToJoin(int row) {
 bool WindowDriver::Join(int row) {
   // The names end with a rule across the room view.
   const auto rules = [this] {
-    return Find<QPlainTextEdit>("txtChannel").toPlainText().count("\n-----");
+    return Find<ChatTextView>("txtChannel").PlainText().count("\n-----");
   };
   const auto before = rules();
   AskToJoin(row);
@@ -171,8 +171,7 @@ std::string WindowDriver::Text(const char* label) {
 }
 
 bool WindowDriver::Shows(const char* view, const QString& part) {
-  return WaitUntil([&] { return Find<QPlainTextEdit>(view).toPlainText().contains(part); },
-                   kTimeoutMs);
+  return WaitUntil([&] { return Find<ChatTextView>(view).PlainText().contains(part); }, kTimeoutMs);
 }
 
 Once::Once(std::function<bool()> condition, std::function<void()> action) {

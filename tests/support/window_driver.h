@@ -4,7 +4,7 @@
 // its colours marked, so that whole transcripts can be compared.
 
 #include <QAbstractButton>
-#include <QPlainTextEdit>
+
 #include <QString>
 #include <QTableView>
 #include <functional>
@@ -12,24 +12,27 @@
 #include <vector>
 
 #include "program.h"
+#include "support/data_folder.h"
 #include "support/fake_dialogs.h"
 
 namespace brindle::test {
 
 // The whole text of a view, one line per line of text; each run of one colour begins with the
 // colour in braces: "{#ff0000}red{#000000}black".
-std::string Transcript(const QPlainTextEdit& view);
+std::string Transcript(const ChatTextView& view);
 
 class WindowDriver {
  public:
   static constexpr int kTimeoutMs = 10000;
 
-  // Shows the window with the rooms on its channels list. Chat lines carry no time.
+  // Shows the window with the rooms on its channels list. Chat lines carry no time and are
+  // not scanned for servers.
   explicit WindowDriver(const std::vector<std::string>& rooms = {});
   WindowDriver(const WindowDriver&) = delete;
   WindowDriver& operator=(const WindowDriver&) = delete;
 
   FakeDialogs& Boxes() { return dialogs_; }
+  const DataFolder& Folder() const { return folder_; }
   Program& App() { return program_; }
 
   // The object called `name`. Ends the test program when there is none: a test cannot go on.
@@ -66,8 +69,8 @@ class WindowDriver {
   // The second header of the mail list.
   std::string TitleHeader();
 
-  std::string Status() { return Transcript(Find<QPlainTextEdit>("txtStatus")); }
-  std::string Room() { return Transcript(Find<QPlainTextEdit>("txtChannel")); }
+  std::string Status() { return Transcript(Find<ChatTextView>("txtStatus")); }
+  std::string Room() { return Transcript(Find<ChatTextView>("txtChannel")); }
   // Waits until the view shows `part`; the text is looked at without its colours.
   bool ShowsInStatus(const QString& part) { return Shows("txtStatus", part); }
   bool ShowsInRoom(const QString& part) { return Shows("txtChannel", part); }
@@ -85,6 +88,7 @@ class WindowDriver {
  private:
   bool Shows(const char* view, const QString& part);
 
+  DataFolder folder_;
   FakeDialogs dialogs_;
   Program program_;
 };

@@ -1,12 +1,12 @@
-// Runs the tests of a program with windows, which need no screen.
+// Runs the tests of a program with windows. Without a choice of platform no screen is needed.
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
 
-int main(int count, char** texts) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(count, texts);
-  testing::InitGoogleTest(&count, texts);
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }

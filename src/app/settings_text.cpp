@@ -1,0 +1,206 @@
+#include "app/settings_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <optional>
+
+#include "base/encoding.h"
+#include "base/text.h"
+
+namespace brindle {
+namespace {
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF";
+constexpr std::string_view kSpace = " \t";
+constexpr std::string_view kBreaks("\r\n\0", 3);
+
+std::string_view Trim(std::string_view text) {
+  const size_t first = text.find_first_not_of(kSpace);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+}
+
+std::string_view OneLine(std::string_view text) {
+  return text.substr(0, text.find_first_of(kBreaks));
+}
+
+std::string Name(std::string_view text) { return LowerCase(DecodeReceived(Trim(text))); }
+
+std::string_view WithoutMark(std::string_view line) {
+  if (line.starts_with(kMark)) line.remove_prefix(kMark.size());
+  return line;
+}
+
+std::optional<std::string> HeadingOf(std::string_view line) {
+  line = Trim(WithoutMark(line));
+  const size_t close = line.find(']');
+  if (!line.starts_with('[') || close == std::string_view::npos) return std::nullopt;
+  return Name(line.substr(1, close - 1));
+}
+
+std::optional<std::string> KeyOf(std::string_view line) {
+  line = WithoutMark(line);
+  const size_t equals = line.find('=');
+  if (equals == std::string_view::npos || Trim(line).starts_with(';')) return std::nullopt;
+  return Name(line.substr(0, equals));
+}
+
+// The part of `text` that holds its first `most` characters.
+std::string_view FirstCharacters(std::string_view text, size_t most) {
+  size_t characters = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const bool starts = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
+    if (starts && ++characters > most) return text.substr(0, i);
+  }
+  return text;
+}
+
+std::string ValueOf(std::string_view written) {
+  written = OneLine(written);
+  if (!IsBlank(written)) {
+    written = Trim(written);
+    if (written.size() >= 2 && written.front() == written.back() &&
+        (written.front() == '"' || written.front() == '\'')) {
+      written = written.substr(1, written.size() - 2);
+    }
+  }
+  return std::string(FirstCharacters(DecodeReceived(written), SettingsText::kLongestValue));
+}
+
+std::string Written(std::string_view value, ValueForm form) {
+  value = OneLine(value);
+  std::string plain(value);
+  const std::string first(FirstCharacters(value, SettingsText::kLongestValue));
+  if (form == ValueForm::kPlain || ValueOf(plain) == first) return plain;
+  return '"' + plain + '"';
+}
+
+bool CanBeSection(std::string_view name) {
+  return !Trim(name).empty() && name.find(']') == std::string_view::npos;
+}
+
+bool CanBeKey(std::string_view name) {
+  name = Trim(name);
+  return !name.empty() && name.front() != ';' && name.front() != '[' &&
+         name.find('=') == std::string_view::npos;
+}
+
+std::string AsUtf8(std::string_view bytes) {
+  if (bytes.starts_with("\xFF\xFE")) {
+    return Utf8FromUtf16(bytes.substr(2), ByteOrder::kLittleEndian);
+  }
+  if (bytes.starts_with("\xFE\xFF")) return Utf8FromUtf16(bytes.substr(2), ByteOrder::kBigEndian);
+  return std::string(bytes);
+}
+
+// The line end at `at`, empty at the end of the text.
+std::string_view LineEndAt(std::string_view text, size_t at) {
+  for (const std::string_view end : {kCrLf, std::string_view("\n"), std::string_view("\r")}) {
+    if (text.substr(at).starts_with(end)) return end;
+  }
+  return {};
+}
+
+}  // namespace
+
+SettingsText::SettingsText(std::string_view bytes) {
+  const std::string text = AsUtf8(bytes);
+  for (size_t begin = 0; begin < text.size();) {
+    const size_t stop = std::min(text.find_first_of("\r\n", begin), text.size());
+    lines_.push_back({text.substr(begin, stop - begin), LineEndAt(text, stop)});
+    begin = stop + lines_.back().end.size();
+  }
+  lineEnd_ = lines_.empty() || lines_.front().end.empty() ? kCrLf : lines_.front().end;
+  Index();
+}
+
+void SettingsText::Index() {
+  sections_.clear();
+  Section* current = nullptr;
+  for (size_t i = 0; i < lines_.size(); ++i) {
+    if (const auto heading = HeadingOf(lines_[i].text)) {
+      const auto [place, isFirst] = sections_.try_emplace(*heading, Section{i, {}});
+      // A section that comes a second time is never looked at.
+      current = isFirst ? &place->second : nullptr;
+    } else if (const auto key = KeyOf(lines_[i].text); key && current != nullptr) {
+      current->keys.try_emplace(*key, i);
+      current->lastLine = i;
+    }
+  }
+}
+
+std::string SettingsText::Read(std::string_view section, std::string_view key) const {
+  const auto found = sections_.find(Name(section));
+  if (found == sections_.end()) return "";
+  const auto line = found->second.keys.find(Name(key));
+  if (line == found->second.keys.end()) return "";
+  const std::string_view text = lines_[line->second].text;
+  return ValueOf(text.substr(text.find('=') + 1));
+}
+
+void SettingsText::Write(const Setting& setting) {
+  const std::string_view section = OneLine(setting.section);
+  const std::string_view key = OneLine(setting.key);
+  if (!CanBeSection(section) || !CanBeKey(key)) return;
+  const std::string value = Written(setting.value, setting.form);
+
+  auto found = sections_.find(Name(section));
+  if (found == sections_.end()) {
+    Insert(lines_.size(), "[" + std::string(section) + "]");
+    found = sections_.find(Name(section));
+  }
+  const auto line = found->second.keys.find(Name(key));
+  if (line == found->second.keys.end()) {
+    Insert(found->second.lastLine + 1, std::string(key) + "=" + value);
+    return;
+  }
+  std::string& text = lines_[line->second].text;
+  text.replace(text.find('=') + 1, std::string::npos, value);
+}
+
+void SettingsText::Insert(size_t at, std::string text) {
+  if (at > 0 && lines_[at - 1].end.empty()) lines_[at - 1].end = lineEnd_;
+  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), {std::move(text), lineEnd_});
+  Index();
+}
+
+std::string SettingsText::Text() const {
+  std::string text;
+  for (const Line& line : lines_) {
+    text += line.text;
+    text += line.end;
+  }
+  return text;
+}
+
+std::string ReadSettingText(std::string_view text, std::string_view section, std::string_view key) {
+  return SettingsText(text).Read(section, key);
+}
+
+std::string WriteSettingText(std::string_view text, std::string_view section, std::string_view key,
+                             std::string_view value) {
+  SettingsText settings(text);
+  settings.Write({std::string(section), std::string(key), std::string(value)});
+  return settings.Text();
+}
+
+std::string SettingLine(std::string_view key, std::string_view value) {
+  return std::string(key) + "=" + Written(value, ValueForm::kReadsBack);
+}
+
+long long LeadingNumber(std::string_view text) {
+  const size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return 0;
+  text.remove_prefix(first);
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+  long long number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error == std::errc::result_out_of_range) {
+    using Limits = std::numeric_limits<long long>;
+    return text.front() == '-' ? Limits::min() : Limits::max();
+  }
+  return number;
+}
+
+}  // namespace brindle

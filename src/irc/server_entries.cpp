@@ -1,0 +1,76 @@
+#include "irc/server_entries.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+#include "base/text.h"
+
+namespace brindle {
+namespace {
+
+constexpr const char* kPrompt =
+    "Enter the server and port. When you are done it should look something like this :"
+    "\r\rirc.brindle.example:6667";
+constexpr const char* kNoServer = "No server entered. Please try again.";
+constexpr const char* kNoPort = "No port entered. Please try again.";
+constexpr const char* kPortNotNumeric = "The port should be numeric. Please try again.";
+
+using Limits = std::numeric_limits<std::int32_t>;
+
+// What is wrong with an answer, cut at its colons; nothing when it will do.
+const char* FaultOf(const std::vector<std::string_view>& parts) {
+  if (parts.size() < 2) return kNoPort;
+  if (IsBlank(parts[0])) return kNoServer;
+  if (IsBlank(parts[1])) return kNoPort;
+  return IsNumericText(parts[1]) ? nullptr : kPortNotNumeric;
+}
+
+}  // namespace
+
+void ServerEntries::Add(const std::string& host, std::int32_t port) {
+  ports_.push_back(port);
+  hosts_.Add(host);
+}
+
+void ServerEntries::cmdConnectAdd_Click() {
+  const std::string answer = dialogs_.Input(kPrompt).value_or("");
+  const auto parts = Split(answer, ":");
+  if (const char* fault = FaultOf(parts)) {
+    dialogs_.Notice(Icon::kExclamation, fault);
+    return;
+  }
+  // A number beyond all bounds leaves the new entry without a port.
+  Add(LowerCase(parts[0]), PortNumber(parts[1], Limits::min(), Limits::max()).value_or(0));
+}
+
+void ServerEntries::cmdConnectRemove_Click(int selected) {
+  if (!Has(selected)) return;
+  ports_.erase(ports_.begin() + selected);
+  hosts_.RemoveAt(static_cast<size_t>(selected));
+  view_.SetPort("");
+}
+
+void ServerEntries::cmbConnectServer_Click(int selected) {
+  if (Has(selected)) view_.SetPort(std::to_string(ports_[static_cast<size_t>(selected)]));
+}
+
+void ServerEntries::txtConnectPort_Change(std::string_view text, int selected) {
+  const auto port = PortNumber(text, Limits::min(), Limits::max());
+  if (port && Has(selected)) ports_[static_cast<size_t>(selected)] = *port;
+}
+
+std::optional<std::int32_t> PortNumber(std::string_view text, std::int32_t lowest,
+                                       std::int32_t highest) {
+  if (!IsNumericText(text)) return std::nullopt;
+  text = TrimBlanks(text);
+  if (text.front() == '+') text.remove_prefix(1);
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc()) return std::nullopt;
+  number = std::nearbyint(number);
+  if (number < lowest || number > highest) return std::nullopt;
+  return static_cast<std::int32_t>(number);
+}
+
+}  // namespace brindle

@@ -1,0 +1,26 @@
+// Saves settings and lists over and over until it is killed: each round writes its own number into
+// every place. Writes one byte to its output after the first round.
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "app/data_folder.h"
+#include "app/stored_lists.h"
+#include "platform/files_native.h"
+#include "support/fake_dialogs.h"
+#include "support/fake_port_box.h"
+#include "support/save_round.h"
+
+int main(int argc, char** argv) {
+  using namespace brindle;
+  if (argc != 3) return 2;
+  const DataPaths paths = PathsIn(argv[1]);
+  NativeFiles files;
+  for (int round = std::atoi(argv[2]);; ++round) {
+    if (!SaveRound(files, paths, round)) return 1;
+    if (round == std::atoi(argv[2]) && write(STDOUT_FILENO, ".", 1) != 1) return 1;
+  }
+}

@@ -1,0 +1,158 @@
+#include "app/stored_lists.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/fake_dialogs.h"
+#include "support/fake_port_box.h"
+#include "support/memory_files.h"
+
+namespace brindle {
+namespace {
+
+using namespace std::string_literals;
+using Texts = std::vector<std::string>;
+
+const std::string kHeader =
+    "// PLEASE DO NOT TRY TO MODIFY THIS FILE DIRECTLY.\r\n"
+    "// INSTEAD PLEASE USE THE ABILITY TO DO SO IN THE\r\n"
+    "// PROGRAM. THANK YOU.\r\n"
+    " \r\n";
+
+class StoredLists : public testing::Test {
+ protected:
+  Texts ChannelsFrom(const std::string& text) {
+    files.files["f"] = text;
+    ObservedList list;
+    EXPECT_EQ(LoadChannels(files, dialogs, list, "f"), LoadResult::kLoaded);
+    return list.Items();
+  }
+
+  Texts ServersFrom(const std::string& text) {
+    files.files["f"] = text;
+    ServerEntries servers(box, dialogs);
+    EXPECT_EQ(LoadServers(files, dialogs, servers, "f"), LoadResult::kLoaded);
+    Texts entries;
+    for (size_t i = 0; i < servers.Size(); ++i) {
+      entries.push_back(servers.Host(i) + " " + std::to_string(servers.Port(i)));
+    }
+    return entries;
+  }
+
+  std::vector<Find> FindsFrom(const std::string& text, std::optional<int> days = std::nullopt,
+                              const char* today = "2026-11-21") {
+    files.files["f"] = text;
+    std::vector<Find> finds;
+    LoadFinds(files, finds, "f", DayFromText(today), days);
+    return finds;
+  }
+
+  MemoryFiles files;
+  FakeDialogs dialogs;
+  FakePortBox box;
+};
+
+TEST_F(StoredLists, ChannelsAreTheFieldsThatBeginWithANumberSign) {
+  EXPECT_EQ(ChannelsFrom(kHeader + "#mailroom\r\n#b\r\n#mailroom\r\n"),
+            (Texts{"#mailroom", "#b", "#mailroom"}));
+  EXPECT_EQ(ChannelsFrom("\xEF\xBB\xBF#a\nmailroom\n #b\n#c,#d\r#e"),
+            (Texts{"#a", "#c", "#d", "#e"}));
+  EXPECT_EQ(ChannelsFrom("#caf\xE9\r\n#\u00E4\r\n"), (Texts{"#caf\u00E9", "#\u00E4"}));
+  EXPECT_EQ(ChannelsFrom(""), Texts{});
+  EXPECT_EQ(ChannelsFrom("#a\0#b\r\n"s), (Texts{"#a", "#b"}));
+}
+
+TEST_F(StoredLists, ServersAreHostAndNumericPort) {
+  EXPECT_EQ(ServersFrom(kHeader + "host:6667\r\nHost:7000\r\nhost:6667\r\n"),
+            (Texts{"host 6667", "Host 7000", "host 6667"}));
+  EXPECT_EQ(ServersFrom("host:abc\nhost\nhost:\n/host:6667\na:b:1\n::\n2001:db8::1\n \n"), Texts{});
+  EXPECT_EQ(ServersFrom("a: 7 \nb:-5\nc:6667.5\n:9\nd:1,e:2"),
+            (Texts{"a 7", "b -5", "c 6668", " 9", "d 1", "e 2"}));
+  // The host survives a port beyond 16 bits, the port does not.
+  EXPECT_EQ(ServersFrom("a:32767\nb:32768\nc:-32769\nd:" + std::string(400, '9') + "\ne:1\n"),
+            (Texts{"a 32767", "b 0", "c 0", "d 0", "e 1"}));
+}
+
+TEST_F(StoredLists, FilesAreWrittenByteForByte) {
+  ObservedList channels;
+  EXPECT_TRUE(SaveChannels(files, channels, "f"));
+  EXPECT_EQ(files.files["f"], kHeader);
+  for (const char* room : {"#b", "#a", "#x\r\n#injected"}) channels.Add(room);
+  EXPECT_TRUE(SaveChannels(files, channels, "f"));
+  EXPECT_EQ(files.files["f"], kHeader + "#b\r\n#a\r\n#x\r\n");
+
+  ServerEntries servers(box, dialogs);
+  servers.Add("host", 6667);
+  servers.Add("b", 40000);
+  EXPECT_TRUE(SaveServers(files, servers, "g"));
+  EXPECT_EQ(files.files["g"], kHeader + "host:6667\r\nb:40000\r\n");
+
+  const std::vector<Find> finds = {{"two words", DayFromText("2026-11-21")}, {" \"q\" ", 0}};
+  EXPECT_TRUE(SaveFinds(files, finds, "h"));
+  EXPECT_EQ(files.files["h"],
+            "[finds]\r\ncount=1\r\nitem0=two words\r\ndate0=2026-11-21\r\n"
+            "item1=\" \"q\" \"\r\ndate1=1970-01-01\r\n");
+  EXPECT_EQ(FindsFrom(files.files["h"]), finds);
+  EXPECT_TRUE(SaveFinds(files, {}, "h"));
+  EXPECT_EQ(files.files["h"], "[finds]\r\ncount=-1\r\n");
+  EXPECT_EQ(FindsFrom(files.files["h"]), std::vector<Find>{});
+}
+
+TEST_F(StoredLists, MissingFilesAreToldExceptTheFinds) {
+  ObservedList channels;
+  ServerEntries servers(box, dialogs);
+  std::vector<Find> finds;
+  EXPECT_EQ(LoadChannels(files, dialogs, channels, "/d/channels.txt"), LoadResult::kMissing);
+  EXPECT_EQ(LoadServers(files, dialogs, servers, "/d/irc_servers.txt"), LoadResult::kMissing);
+  EXPECT_EQ(LoadFinds(files, finds, "/d/finds.txt", 0, std::nullopt), LoadResult::kMissing);
+  EXPECT_EQ(dialogs.notices,
+            (std::vector<FakeDialogs::Shown>{
+                {Icon::kExclamation, "Error : File not found.\r/d/channels.txt"},
+                {Icon::kExclamation, "Error : File not found.\r/d/irc_servers.txt"}}));
+}
+
+TEST_F(StoredLists, FindsFollowTheirCountAndTheirAge) {
+  EXPECT_EQ(FindsFrom("[finds]\n"), (std::vector<Find>{{"", 0}}));
+  EXPECT_EQ(FindsFrom("[finds]\ncount=x\nitem0=a\nitem1=b\n"), (std::vector<Find>{{"a", 0}}));
+  EXPECT_EQ(FindsFrom("[finds]\ncount=2\nitem0=a\nitem2=c\ndate2=1970-01-03\n"),
+            (std::vector<Find>{{"a", 0}, {"", 0}, {"c", 2}}));
+  EXPECT_LT(FindsFrom("[finds]\ncount=2000000000\n").size(), 40000U);
+
+  const std::string aged =
+      "[finds]\ncount=3\nitem0=today\ndate0=2026-11-21\nitem1=yesterday\ndate1=2026-11-20\n"
+      "item2=tomorrow\ndate2=2026-11-22\nitem3=undated\n";
+  const auto texts = [&](std::optional<int> days) {
+    Texts kept;
+    for (const Find& find : FindsFrom(aged, days)) kept.push_back(find.text);
+    return kept;
+  };
+  EXPECT_EQ(texts(std::nullopt), (Texts{"today", "yesterday", "tomorrow", "undated"}));
+  EXPECT_EQ(texts(1), (Texts{"today", "tomorrow"}));
+  EXPECT_EQ(texts(2), (Texts{"today", "yesterday", "tomorrow"}));
+}
+
+TEST_F(StoredLists, DatesAreIsoOrNothing) {
+  const std::pair<const char*, DayNumber> cases[] = {
+      {"1970-01-01", 0}, {"1970-01-02", 1}, {"1969-12-31", -1}, {"2024-02-29", 19782},
+      {"2023-02-29", 0}, {"2026-13-01", 0}, {"21.11.2026", 0},  {"2026-11-21 ", 0},
+      {"26-11-21", 0},   {"", 0},           {"2026-1-2", 0},    {"-026-11-21", 0},
+  };
+  for (const auto& [text, day] : cases) EXPECT_EQ(DayFromText(text), day) << text;
+  for (DayNumber day = -800000; day < 800000; day += 997) {
+    if (DayText(day).size() == 10 && DayText(day)[0] != '-') {
+      ASSERT_EQ(DayFromText(DayText(day)), day);
+    }
+  }
+  std::tm moment{};
+  moment.tm_year = 126;
+  moment.tm_mon = 10;
+  moment.tm_mday = 21;
+  moment.tm_hour = 23;
+  EXPECT_EQ(DayText(DayOf(moment)), "2026-11-21");
+}
+
+}  // namespace
+}  // namespace brindle

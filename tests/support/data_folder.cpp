@@ -1,0 +1,28 @@
+#include "support/data_folder.h"
+
+#include <QFile>
+
+namespace brindle::test {
+
+DataFolder::DataFolder(const StartState& start) {
+  Write("brindle.ini", "[nicks]\r\npreferred=" + start.nick +
+                           "\r\n[server]\r\nlast used=" + (start.server.empty() ? "-1" : "0") +
+                           "\r\n[screen name]\r\nlast used=" + start.screenName + "\r\n");
+  Write("irc_servers.txt", start.server + "\r\n");
+  std::string channels;
+  for (const std::string& channel : start.channels) channels += channel + "\r\n";
+  Write("channels.txt", channels);
+}
+
+std::string DataFolder::Content(const char* name) const {
+  QFile file(File(name));
+  return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "";
+}
+
+void DataFolder::Write(const char* name, const std::string& content) const {
+  QFile file(File(name));
+  if (!file.open(QIODevice::WriteOnly)) qFatal("cannot write %s", name);
+  file.write(content.data(), static_cast<qint64>(content.size()));
+}
+
+}  // namespace brindle::test

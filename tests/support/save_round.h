@@ -1,0 +1,69 @@
+#pragma once
+// One round of saving, every part of every file marked with the same number, and the check that a
+// file is whole: all its parts carry one number.
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/data_folder.h"
+#include "app/settings_file.h"
+#include "app/stored_lists.h"
+#include "support/fake_dialogs.h"
+#include "support/fake_port_box.h"
+
+namespace brindle {
+
+inline constexpr int kParts = 400;  // enough to need several blocks on the disk
+
+inline bool SaveRound(Files& files, const DataPaths& paths, int round) {
+  const std::string mark = std::to_string(round);
+  FakeDialogs dialogs;
+  FakePortBox box;
+  ServerEntries servers(box, dialogs);
+  ObservedList channels;
+  std::vector<Find> finds;
+  std::vector<Setting> settings;
+  for (int i = 0; i < kParts; ++i) {
+    channels.Add("#room-number-" + std::to_string(i) + "-" + mark);
+    servers.Add("host-number-" + std::to_string(i) + "-" + mark, i);
+    finds.push_back({"find number " + std::to_string(i) + "-" + mark, i});
+    settings.push_back({"section", "key" + std::to_string(i), "value-" + mark});
+  }
+  return SaveServers(files, servers, paths.servers) &&
+         SaveChannels(files, channels, paths.channels) && SaveFinds(files, finds, paths.finds) &&
+         WriteSettings(files, settings, paths.settings);
+}
+
+// Empty when each file holds all parts of one round, else what is wrong.
+inline std::string WrongWithSaved(const Files& files, const DataPaths& paths) {
+  const auto judge = [](const char* what, const std::vector<std::string>& parts) -> std::string {
+    std::set<std::string> marks;
+    for (const std::string& part : parts) {
+      const size_t hyphen = part.rfind('-');
+      marks.insert(hyphen == std::string::npos ? "none" : part.substr(hyphen + 1));
+    }
+    if (parts.size() == kParts && marks.size() == 1 && *marks.begin() != "none") return "";
+    return std::string(what) + " has " + std::to_string(parts.size()) + " parts of " +
+           std::to_string(marks.size()) + " rounds; ";
+  };
+  FakeDialogs dialogs;
+  FakePortBox box;
+  ServerEntries servers(box, dialogs);
+  ObservedList channels;
+  std::vector<Find> finds;
+  LoadServers(files, dialogs, servers, paths.servers);
+  LoadChannels(files, dialogs, channels, paths.channels);
+  LoadFinds(files, finds, paths.finds, 0, std::nullopt);
+  std::vector<std::string> findTexts;
+  for (const Find& find : finds) findTexts.push_back(find.text);
+  std::vector<std::string> values;
+  const SettingsText settings(files.Read(paths.settings).value_or(""));
+  for (int i = 0; i < kParts; ++i) {
+    values.push_back(settings.Read("section", "key" + std::to_string(i)));
+  }
+  return judge("servers", servers.Hosts().Items()) + judge("channels", channels.Items()) +
+         judge("finds", findTexts) + judge("settings", values);
+}
+
+}  // namespace brindle
