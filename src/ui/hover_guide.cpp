@@ -78,7 +78,8 @@ bool HoverGuide::eventFilter(QObject* watched, QEvent* event) {
       }
       break;
     case QEvent::FocusIn:
-      Explain(widget);
+      // The window itself gets the keyboard when it comes to the front.
+      if (!IsContainer(*widget)) Explain(widget);
       break;
     case QEvent::ChildPolished: {
       auto* child = qobject_cast<QWidget*>(static_cast<QChildEvent*>(event)->child());
