@@ -13,6 +13,11 @@ inline constexpr int kVersionRevision = 85;
 inline constexpr const char* kWebHost = "www.brindle.example";
 inline constexpr const char* kWebAddress = "http://www.brindle.example";
 
+// Where newer versions are looked for, and the help page on the web.
+inline constexpr const char* kUpdateHost = "update.brindle.example";
+inline constexpr const char* kUpdateAddress = "https://update.brindle.example";
+inline constexpr const char* kHelpAddress = "http://www.brindle.example/help";
+
 // "0.5.85"
 inline std::string VersionNumber() {
   return std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +

@@ -1,0 +1,134 @@
+#include "app/hover_help.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "base/text.h"
+
+namespace brindle {
+namespace {
+
+struct Hint {
+  std::string_view control;
+  std::string_view text;
+};
+
+constexpr std::string_view kConnectButton = "cmdConnect";
+constexpr std::string_view kConnectCaption = "Connect";
+constexpr std::string_view kDisconnectHint = "Disconnect from the current IRC server.";
+
+constexpr Hint kHints[] = {
+    {"cmdCheckForUpdate", "Check for program updates."},
+    {"cmdCommands", "Click this for commonly used commands when dealing with servers."},
+    {kConnectButton, "Connect to the selected IRC server."},
+    {"cmdConnectAdd", "Add a new IRC server to connect to."},
+    {"cmdConnectRemove", "Remove selected IRC server."},
+    {"cmdFind", "Search for a specific item in the list and display the results."},
+    {"cmdInfoAdd", "Add a servers handle."},
+    {"cmdInfoRemove", "Remove selected servers  handle."},
+    {"cmdLoadList", "Load a servers list to make requesting mails easier."},
+    {"cmdRequest",
+     "Requests any items selected on the list from the server in the 'Requests Sent To' textbox."},
+    {"cmdSelect", "Click for several easy ways to make selecting quicker."},
+    {"lblChannelsAdd", "Add a channel."},
+    {"lblChannelsRemove", "Remove selected channel."},
+    {"lblJoin", "Join selected channel."},
+    {"lstServerList",
+     "Selecting list items made easier by shift+left clicking or using the 'Select' button."},
+    {"txtAccessCode",
+     "This is used when selecting 'Verify Accesscode' menu item from the 'Commands' button."},
+    {"txtAlternateNick", "An Alternate name in case your preferred nick is in use."},
+    {"txtConnectNick", "The name you wish to be known by on IRC."},
+    {"txtInfoAOLSN", "Enter the AOL Screen name where you want the mails to be sent."},
+    {"txtListAOLSN", "Enter the AOL Screen name where you want the mails to be sent."},
+    {"txtListServer", "Requests will be sent to this server handle."},
+    // The areas that clear the hint.
+    {"frmMain", ""},
+    {"picChannels", ""},
+    {"picTab", ""},
+    {"picWhosHere", ""},
+};
+
+constexpr int kAnyIndex = -1;
+
+// Stands in a heading for the box's own caption.
+constexpr char kOwnCaption = '*';
+
+struct Help {
+  std::string_view control;
+  int index;
+  std::string_view heading;
+  std::string_view text;
+};
+
+constexpr std::string_view kListBackcolorText = "Determines the backcolor of the list window.";
+constexpr std::string_view kListForecolorText = "Determines the forecolor of the list window.";
+constexpr std::string_view kRoomBackcolorText = "Determines the backcolor of the room window.";
+constexpr std::string_view kRoomForecolorText =
+    "Determines the default color that is selected if the fontcolor is the same as the windows "
+    "backcolor. IE: If white is the backcolor, and white is the color of text, the text would "
+    "appear invisible. So instead the forecolor will be used.";
+
+constexpr Help kHelps[] = {
+    {"chkOptionsFind", 0, "Finds / *",
+     "Clear the finds combobox of any items that were searched for."},
+    {"chkOptionsFind", 1, "Finds / * X days",
+     "If this is checked and an item hasn't been searched for in X amount of days it will be "
+     "removed."},
+    {"chkOptionsList", 0, "List / View channel on list tab",
+     "If checked this will make the channel visible on the list tab."},
+    {"chkOptionsList", 1, "List / Deselect selected after requested",
+     "Deselects list items after they are requested."},
+    {"chkOptionsMisc", 0, "Misc / Send notices to status window",
+     "Determines if notices get sent to the channel window(unchecked) or to the status "
+     "window(checked)."},
+    {"chkOptionsMisc", 1, "Misc / Send messages to status window",
+     "Determines if messages get sent to the channel window(unchecked) or to the status "
+     "window(checked)."},
+    {"chkOptionsMisc", 2, "Misc / Scan chat for servers",
+     "This will scan the channel for servers. If one is found it will add thier handle to the "
+     "server handle combobox."},
+    {"chkOptionsMisc", 3, "Misc / Request accesscode if found",
+     "If this is checked everytime a server is found via the option above it will request the "
+     "servers accesscode(if a screen name is specified in the aol screen name textbox)."},
+    {"chkOptionsMisc", 4, "Misc / Make window stay on top",
+     "If checked this will keep the programs window above other windows."},
+    {"chkOptionsRoom", 0, "Room / Include timestamp on chat lines",
+     "Display the time the chatline was received."},
+    {"chkOptionsRoom", 1, "Room / Try to enter room upon adding it",
+     "When checked this will attempt to join the channel just added."},
+    {"lblListBackcolor", kAnyIndex, "List / Backcolor", kListBackcolorText},
+    {"picListBackcolor", kAnyIndex, "List / Backcolor", kListBackcolorText},
+    {"lblListForecolor", kAnyIndex, "List / Forecolor", kListForecolorText},
+    {"picListForecolor", kAnyIndex, "List / Forecolor", kListForecolorText},
+    {"lblRoomBackcolor", kAnyIndex, "Room / Backcolor", kRoomBackcolorText},
+    {"picRoomBackcolor", kAnyIndex, "Room / Backcolor", kRoomBackcolorText},
+    {"lblRoomForecolor", kAnyIndex, "Room / Forecolor", kRoomForecolorText},
+    {"picRoomForecolor", kAnyIndex, "Room / Forecolor", kRoomForecolorText},
+};
+
+}  // namespace
+
+std::optional<std::string> StatusHint(std::string_view control, std::string_view caption) {
+  if (control == kConnectButton && caption != kConnectCaption) return std::string(kDisconnectHint);
+  const auto* row = std::find_if(std::begin(kHints), std::end(kHints),
+                                 [&](const Hint& hint) { return hint.control == control; });
+  if (row == std::end(kHints)) return std::nullopt;
+  return std::string(row->text);
+}
+
+std::optional<std::string> OptionHelp(std::string_view control, int index,
+                                      std::string_view caption) {
+  const auto* row = std::find_if(std::begin(kHelps), std::end(kHelps), [&](const Help& help) {
+    return help.control == control && (help.index == kAnyIndex || help.index == index);
+  });
+  if (row == std::end(kHelps)) return std::nullopt;
+  std::string help(row->heading);
+  if (const size_t own = help.find(kOwnCaption); own != std::string::npos) {
+    help.replace(own, 1, caption);
+  }
+  help.append(kCrLf).append(kCrLf).append(row->text);
+  return help;
+}
+
+}  // namespace brindle

@@ -1,0 +1,53 @@
+#include "ui/frm_updater.h"
+
+#include "ui/qt_text.h"
+#include "ui_frm_updater.h"
+
+namespace brindle {
+namespace {
+
+constexpr QSize kFirstSize{420, 320};
+
+}  // namespace
+
+FrmUpdater::FrmUpdater(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::FrmUpdater>()) {
+  ui_->setupUi(this);
+  setModal(true);
+  resize(kFirstSize);
+}
+
+FrmUpdater::~FrmUpdater() = default;
+
+void FrmUpdater::Attach(Updater& updater) {
+  updater_ = &updater;
+  connect(ui_->cmdUpdate, &QPushButton::clicked, this, [this] { updater_->cmdUpdate_Click(); });
+  connect(ui_->cmdClose, &QPushButton::clicked, this, [this] { updater_->cmdClose_Click(); });
+}
+
+void FrmUpdater::ShowModal() {
+  updater_->Form_Load();
+  show();
+  (ui_->cmdUpdate->isEnabled() ? ui_->cmdUpdate : ui_->cmdClose)->setFocus();
+}
+
+void FrmUpdater::SetUpdateButton(UpdateCaption caption, bool enabled) {
+  ui_->cmdUpdate->setText(caption == UpdateCaption::kUpdateCheck ? "Update Check"
+                                                                 : "Download Update");
+  ui_->cmdUpdate->setEnabled(enabled);
+}
+
+void FrmUpdater::SetStatus(const std::string& text) { ui_->lblStatus->setText(ToQString(text)); }
+
+void FrmUpdater::SetNews(const std::string& text) { ui_->lblNews->setText(ToQString(text)); }
+
+void FrmUpdater::SetProgressText(const std::string& text) {
+  ui_->lblProgress->setText(ToQString(text));
+}
+
+void FrmUpdater::SetProgress(double percent) { ui_->barFileTransfer->setValue(qRound(percent)); }
+
+void FrmUpdater::Unload() { hide(); }
+
+void FrmUpdater::reject() { updater_->cmdClose_Click(); }
+
+}  // namespace brindle
