@@ -173,7 +173,8 @@ bool Tour::RoomShows(const char* what, const QString& text) {
 }
 
 void Tour::Picture(const char* name) {
-  // Until everything queued is shown.
+  // Until everything queued is shown and laid out.
+  QCoreApplication::processEvents();
   const auto& waiting = window_.Find<QLabel>("lblBufferSizePeak");
   test::WaitUntil([&] { return waiting.text().startsWith("0/"); }, kPatienceMilliseconds);
   const QString file = QString("%1-%2.png").arg(++pictures_, 2, 10, QChar('0')).arg(name);

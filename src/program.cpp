@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include "app/product.h"
+#include "app/product_addresses.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
@@ -14,7 +16,8 @@ constexpr int kTwipsInPixel = 15;
 }  // namespace
 
 Program::Program(const std::string& dataFolder, Dialogs& dialogs)
-    : paths_(PathsIn(dataFolder)),
+    : dataFolder_(dataFolder),
+      paths_(PathsIn(dataFolder)),
       instance_(dataFolder),
       systemMenu_(static_cast<std::uintptr_t>(window_.winId())),
       wsChat_(clock_),
@@ -40,7 +43,8 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs)
       results_(mailList_, window_.List(), storedResults_, dialogs, clock_, events_),
       aol_(*windows_, events_),
       startUp_(*this, {options_, channels_.Rooms(), servers_}, files_, paths_, dialogs, systemMenu_,
-               aol_, events_) {
+               aol_, events_),
+      dialogs_(dialogs) {
   wsChat_.SetListener(connection_);
   connection_.SetReceiver(parser_);
   pump_.SetScanner(detection_);
@@ -60,6 +64,8 @@ void Program::AttachPanels() {
   QObject::connect(&window_.List(), &ListPanel::ManualRequestClicked, &window_,
                    [this] { ShowManualRequest(); });
   QObject::connect(&window_.List(), &ListPanel::FindClicked, &window_, [this] { ShowResults(); });
+  QObject::connect(&window_.Connection(), &ConnectionPanel::CheckForUpdateClicked, &window_,
+                   [this] { CheckForUpdate(); });
   QObject::connect(&window_, &FrmMain::Closing, &window_, [this] { Close(); });
 }
 
@@ -122,12 +128,27 @@ void Program::ShowResults() {
   resultsWindow_->activateWindow();
 }
 
+void Program::ShowHelpPage() { window_.Help().SetWebAddress(ReadProductAddresses(settings_).web); }
+
+void Program::CheckForUpdate() {
+  if (updateDesk_ == nullptr) {
+    UpdateDeskOptions options;
+    options.dataFolder = dataFolder_;
+    options.server = ReadProductAddresses(settings_).update;
+    options.own = {kVersionMajor, kVersionMinor, kVersionRevision};
+    updateDesk_ = std::make_unique<UpdateDesk>(&window_, settings_, dialogs_, options,
+                                               [this] { window_.close(); });
+  }
+  updateDesk_->cmdCheckForUpdate_Click();
+}
+
 void Program::Close() {
   if (closed_) return;
   closed_ = true;
   requests_.Stop();
   manualRequest_.Stop();
   loader_.Stop();
+  if (updateDesk_ != nullptr) updateDesk_->Stop();
   if (!resultsWindow_.isNull()) results_.Save(resultsWindow_->Geometry());
   startUp_.Form_Unload();
   wsChat_.Close();

@@ -42,6 +42,7 @@
 #include "ui/frm_main.h"
 #include "ui/frm_manual_request.h"
 #include "ui/frm_results.h"
+#include "update_desk.h"
 
 namespace brindle {
 
@@ -70,7 +71,7 @@ class Program : private StartUpView {
   void SetNicks(const std::string& nick, const std::string& alternateNick) override;
   void SelectServer(int row) override { window_.Connection().SelectServer(row); }
   void ShowOptions(OptionsPart part) override { window_.ShowOptions(part); }
-  void ShowHelpPage() override {}
+  void ShowHelpPage() override;
   void SetWindowCaption(const std::string& text) override { window_.SetWindowCaption(text); }
   void StartReceiveTimer() override { window_.AttachPump(pump_, queue_); }
   ClosingFields FieldsAtClosing() override;
@@ -80,12 +81,14 @@ class Program : private StartUpView {
   void AttachPanels();
   void ShowManualRequest();
   void ShowResults();
+  void CheckForUpdate();
   // Ends every loop that runs, saves, and ends the session; once.
   void Close();
 
   QtClock clock_;
   QtEventPump events_;
   NativeFiles files_;
+  const std::string dataFolder_;
   const DataPaths paths_;
   SettingsFile settings_{files_, paths_.settings};
   SingleInstance instance_;
@@ -120,6 +123,8 @@ class Program : private StartUpView {
   Results results_;
   AolClient aol_;
   StartUp startUp_;
+  Dialogs& dialogs_;
+  std::unique_ptr<UpdateDesk> updateDesk_;  // made at the first look for an update
   QPointer<FrmManualRequest> manualRequestWindow_;
   QPointer<FrmResults> resultsWindow_;
   bool closed_ = false;

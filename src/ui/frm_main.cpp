@@ -7,6 +7,7 @@
 #include <QWindow>
 
 #include "app/product.h"
+#include "ui/hover_guide.h"
 #include "ui/qt_text.h"
 #include "ui_frm_main.h"
 
@@ -41,6 +42,9 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   connect(ui_->pnlInfo, &InfoPanel::ScreenNameEdited, ui_->pnlList, &ListPanel::SetScreenName);
   connect(ui_->pnlList, &ListPanel::ScreenNameEdited, ui_->pnlInfo, &InfoPanel::SetScreenName);
   connect(ui_->pnlList, &ListPanel::Hint, hintPanel_, &QLabel::setText);
+  new HoverGuide(
+      *this, [this](const std::string& hint) { ShowHint(hint); },
+      [this](const std::string& help) { ui_->pnlOptions->SetQuickHelp(ToQString(help)); });
 }
 
 FrmMain::~FrmMain() = default;
@@ -191,6 +195,7 @@ void FrmMain::ShowColour(ColourSlot slot, Colour colour) {
 
 ChatTextView& FrmMain::StatusView() { return *ui_->txtStatus; }
 ChatTextView& FrmMain::RoomView() { return *ui_->txtChannel; }
+HelpPage& FrmMain::Help() { return *ui_->webHelp; }
 ConnectionPanel& FrmMain::Connection() { return *ui_->pnlConnection; }
 ListPanel& FrmMain::List() { return *ui_->pnlList; }
 InfoPanel& FrmMain::Info() { return *ui_->pnlInfo; }

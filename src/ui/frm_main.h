@@ -19,6 +19,7 @@
 #include "ui/channels_panel.h"
 #include "ui/chat_text_view.h"
 #include "ui/connection_panel.h"
+#include "ui/help_page.h"
 #include "ui/info_panel.h"
 #include "ui/list_panel.h"
 #include "ui/who_panel.h"
@@ -57,6 +58,7 @@ class FrmMain : public QMainWindow,
   // Shows one part of the options and lets it take effect.
   void ShowOptions(OptionsPart part);
 
+  HelpPage& Help();
   ConnectionPanel& Connection();
   ListPanel& List();
   InfoPanel& Info();

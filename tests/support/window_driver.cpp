@@ -44,8 +44,8 @@ std::string Transcript(const ChatTextView& view) {
   return transcript;
 }
 
-WindowDriver::WindowDriver(std::initializer_list<std::string> rooms)
-    : WindowDriver(StartState{.nick = {}, .server = {}, .channels = rooms, .screenName = {}}) {
+WindowDriver::WindowDriver(std::initializer_list<const char*> rooms)
+    : WindowDriver(StartState{.nick = {}, .server = {}, .channels = {rooms.begin(), rooms.end()}, .screenName = {}}) {
   program_.Settings().timestampChatLines = false;
   program_.Settings().scanChatForServers = false;
 }

@@ -27,7 +27,7 @@ class WindowDriver {
 
   // Shows the window with the rooms on its channels list. Chat lines carry no time and are
   // not scanned for servers.
-  explicit WindowDriver(std::initializer_list<std::string> rooms = {});
+  explicit WindowDriver(std::initializer_list<const char*> rooms = {});
   // Shows the window as a user finds it who has set up `start`.
   explicit WindowDriver(const StartState& start);
   WindowDriver(const WindowDriver&) = delete;
