@@ -95,7 +95,7 @@ class AolTest : public testing::Test {
   }
 
   MemoryWindows windows;
-  AolLink link{windows, windows};
+  AolClient link{windows, windows};
   WindowTree::Window frame = 0;
   WindowTree::Window mdi = 0;
 };

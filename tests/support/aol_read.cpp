@@ -34,6 +34,6 @@ class MessagePump : public brindle::EventPump {
 int main() {
   const auto windows = brindle::NativeWindowTree();
   MessagePump events;
-  std::printf("[%s]\n", brindle::AolLink(*windows, events).GetAolScreenName().c_str());
+  std::printf("[%s]\n", brindle::AolClient(*windows, events).GetAolScreenName().c_str());
   return 0;
 }
