@@ -51,7 +51,10 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs)
   AttachPanels();
 }
 
-Program::~Program() { Close(); }
+Program::~Program() {
+  Close();
+  ownedWindow_.reset();
+}
 
 void Program::AttachPanels() {
   window_.AttachOptions(optionsPage_, options_);

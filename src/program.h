@@ -99,7 +99,9 @@ class Program : private StartUpView {
   std::unique_ptr<WindowTree> windows_ = NativeWindowTree();
   MailList mailList_;
   WhoList who_;
-  FrmMain window_;
+  // Owned apart, so that the widgets can go while the lists that they show still live.
+  std::unique_ptr<FrmMain> ownedWindow_ = std::make_unique<FrmMain>();
+  FrmMain& window_ = *ownedWindow_;
   NativeSystemMenu systemMenu_;
   QtChatSocket wsChat_;
   ChatDisplay display_;

@@ -97,7 +97,9 @@ void FrmMain::AttachSendBox(OutgoingText& outgoing) {
 
 bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
   if (watched == ui_->cmbSend && event->type() == QEvent::KeyPress) {
-    return WalkHistory(static_cast<QKeyEvent*>(event)->key());
+    const auto* key = static_cast<QKeyEvent*>(event);
+    // With Alt, the keys open the list.
+    return !key->modifiers().testFlag(Qt::AltModifier) && WalkHistory(key->key());
   }
   return QMainWindow::eventFilter(watched, event);
 }

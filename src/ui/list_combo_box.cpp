@@ -1,5 +1,7 @@
 #include "ui/list_combo_box.h"
 
+#include <QLineEdit>
+
 #include "ui/observed_list_model.h"
 
 namespace brindle {
@@ -14,13 +16,10 @@ ListComboBox::ListComboBox(QWidget* parent) : QComboBox(parent) {
 
 void ListComboBox::Attach(ObservedList& list) {
   auto* model = new ObservedListModel(list, this);
-  const auto remember = [this] {
-    textBefore_ = currentText();
-    selectedBefore_ = Selected();
-  };
   // Before and after what the box itself does at such a change.
-  connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, remember);
-  connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, remember);
+  connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ListComboBox::RememberText);
+  connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &ListComboBox::RememberText);
+  connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ListComboBox::RememberText);
   setModel(model);
   setCurrentIndex(-1);
   connect(model, &QAbstractItemModel::rowsInserted, this, &ListComboBox::KeepTextWhenRowsCome);
@@ -31,8 +30,27 @@ void ListComboBox::Attach(ObservedList& list) {
     } else if (selectedBefore_ > first) {
       --selectedBefore_;
     }
-    KeepTextWhenRowsGo();
+    KeepText();
   });
+  connect(model, &QAbstractItemModel::modelReset, this, [this] {
+    if (selectedBefore_ >= 0) textBefore_.clear();
+    selectedBefore_ = -1;
+    KeepText();
+  });
+}
+
+void ListComboBox::RememberText() {
+  textBefore_ = currentText();
+  cursorBefore_ = lineEdit()->cursorPosition();
+  selectedBefore_ = Selected();
+}
+
+void ListComboBox::KeepText() {
+  setCurrentIndex(selectedBefore_);
+  // Text that was not lost keeps its cursor and its marked part too.
+  if (currentText() == textBefore_) return;
+  setEditText(textBefore_);
+  lineEdit()->setCursorPosition(cursorBefore_);
 }
 
 int ListComboBox::Selected() const {
@@ -47,14 +65,7 @@ void ListComboBox::Select(int row) {
 }
 
 void ListComboBox::KeepTextWhenRowsCome() {
-  if (selectedBefore_ >= 0) return;
-  setCurrentIndex(-1);
-  setEditText(textBefore_);
-}
-
-void ListComboBox::KeepTextWhenRowsGo() {
-  setCurrentIndex(selectedBefore_);
-  setEditText(textBefore_);
+  if (selectedBefore_ < 0) KeepText();
 }
 
 }  // namespace brindle

@@ -27,10 +27,12 @@ class ListComboBox : public QComboBox {
   void Picked(int row);
 
  private:
+  void RememberText();
+  void KeepText();
   void KeepTextWhenRowsCome();
-  void KeepTextWhenRowsGo();
 
   QString textBefore_;
+  int cursorBefore_ = 0;
   int selectedBefore_ = -1;
 };
 

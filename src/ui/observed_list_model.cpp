@@ -5,21 +5,21 @@
 namespace brindle {
 
 ObservedListModel::ObservedListModel(ObservedList& list, QObject* parent)
-    : QAbstractListModel(parent), list_(list), rows_(static_cast<int>(list.Size())) {
+    : QAbstractListModel(parent), list_(list) {
+  for (const std::string& item : list_.Items()) texts_ << ToQString(item);
   list_.Observe([this](const ListChange& change) { Follow(change); });
 }
 
 ObservedListModel::~ObservedListModel() { list_.Observe({}); }
 
 int ObservedListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : rows_;
+  return parent.isValid() ? 0 : static_cast<int>(texts_.size());
 }
 
 QVariant ObservedListModel::data(const QModelIndex& index, int role) const {
-  const auto row = static_cast<size_t>(index.row());
   const bool text = role == Qt::DisplayRole || role == Qt::EditRole;
-  if (!index.isValid() || !text || row >= list_.Size()) return {};
-  return ToQString(list_.Items()[row]);
+  if (!index.isValid() || !text || index.row() >= texts_.size()) return {};
+  return texts_[index.row()];
 }
 
 void ObservedListModel::Follow(const ListChange& change) {
@@ -27,17 +27,17 @@ void ObservedListModel::Follow(const ListChange& change) {
   switch (change.what) {
     case ListChange::What::kInserted:
       beginInsertRows({}, row, row);
-      ++rows_;
+      texts_.insert(row, ToQString(list_.Items()[change.index]));
       endInsertRows();
       break;
     case ListChange::What::kRemoved:
       beginRemoveRows({}, row, row);
-      --rows_;
+      texts_.removeAt(row);
       endRemoveRows();
       break;
     case ListChange::What::kCleared:
       beginResetModel();
-      rows_ = 0;
+      texts_.clear();
       endResetModel();
       break;
   }

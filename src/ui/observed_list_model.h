@@ -2,6 +2,7 @@
 // Shows an ObservedList in a list view or a combo box.
 
 #include <QAbstractListModel>
+#include <QStringList>
 
 #include "base/observed_list.h"
 
@@ -22,7 +23,9 @@ class ObservedListModel : public QAbstractListModel {
   void Follow(const ListChange& change);
 
   ObservedList& list_;
-  int rows_ = 0;  // as told to the views
+  // As told to the views. A list tells of a change when it has happened, but who hears that a row
+  // is about to go must still find it.
+  QStringList texts_;
 };
 
 }  // namespace brindle
