@@ -8,6 +8,7 @@
 #include <QString>
 #include <QTableView>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,11 +29,13 @@ class WindowDriver {
   // Shows the window with the rooms on its channels list. Chat lines carry no time and are
   // not scanned for servers.
   explicit WindowDriver(const std::vector<std::string>& rooms = {});
+  // Shows the window with what is stored in the folder, and leaves it at that.
+  explicit WindowDriver(std::shared_ptr<const DataFolder> folder);
   WindowDriver(const WindowDriver&) = delete;
   WindowDriver& operator=(const WindowDriver&) = delete;
 
   FakeDialogs& Boxes() { return dialogs_; }
-  const DataFolder& Folder() const { return folder_; }
+  const DataFolder& Folder() const { return *folder_; }
   Program& App() { return program_; }
 
   // The object called `name`. Ends the test program when there is none: a test cannot go on.
@@ -88,7 +91,7 @@ class WindowDriver {
  private:
   bool Shows(const char* view, const QString& part);
 
-  DataFolder folder_;
+  std::shared_ptr<const DataFolder> folder_;
   FakeDialogs dialogs_;
   Program program_;
 };
