@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QTimer>
 #include <QtTest/QTest>
+#include <memory>
 
 #include "support/wait.h"
 #include "ui/mail_table.h"
@@ -37,7 +38,9 @@ QPixmap PictureOf(QWidget& window) {
 }  // namespace
 
 Tour::Tour(const Stage& stage, const QDir& folder)
-    : stage_(stage), folder_(folder), window_(stage.Visitor()) {}
+    : stage_(stage),
+      folder_(folder),
+      window_(std::make_shared<test::DataFolder>(stage.Visitor())) {}
 
 bool Tour::Play() {
   const QStringList first = {"2-5", "8-10", "12", "17"};

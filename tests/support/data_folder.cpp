@@ -1,5 +1,6 @@
 #include "support/data_folder.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace brindle::test {
@@ -25,6 +26,18 @@ void DataFolder::Write(const char* name, const std::string& content) const {
   QFile file(File(name));
   if (!file.open(QIODevice::WriteOnly)) qFatal("cannot write %s", name);
   file.write(content.data(), static_cast<qint64>(content.size()));
+}
+
+void DataFolder::Remove(const char* name) const {
+  if (!QFile::remove(File(name))) qFatal("cannot remove %s", name);
+}
+
+std::map<std::string, std::string> DataFolder::All() const {
+  std::map<std::string, std::string> all;
+  for (const QString& name : QDir(Path()).entryList(QDir::Files | QDir::Hidden)) {
+    all[name.toStdString()] = Content(qPrintable(name));
+  }
+  return all;
 }
 
 }  // namespace brindle::test

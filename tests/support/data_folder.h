@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QTemporaryDir>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ class DataFolder {
   // The whole file; empty when there is none.
   std::string Content(const char* name) const;
   void Write(const char* name, const std::string& content) const;
+  void Remove(const char* name) const;
+  // Every file by its name.
+  std::map<std::string, std::string> All() const;
 
  private:
   QTemporaryDir folder_;

@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,6 +18,9 @@ class FakeDialogs : public Dialogs {
     Icon icon;
     std::string text;
     friend bool operator==(const Shown&, const Shown&) = default;
+    friend std::ostream& operator<<(std::ostream& out, const Shown& shown) {
+      return out << static_cast<int>(shown.icon) << " " << shown.text;
+    }
   };
 
   void Notice(Icon icon, const std::string& text) override { notices.push_back({icon, text}); }

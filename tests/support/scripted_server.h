@@ -42,6 +42,8 @@ class ScriptedServer {
     return std::exchange(received_, {});
   }
 
+  bool HasReceived(std::string_view end) const { return received_.ends_with(end); }
+
   bool WaitForClose() {
     return WaitUntil(
         [this] { return peer_ == nullptr || peer_->state() == QTcpSocket::UnconnectedState; },

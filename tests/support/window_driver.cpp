@@ -44,17 +44,18 @@ std::string Transcript(const ChatTextView& view) {
   return transcript;
 }
 
-WindowDriver::WindowDriver(std::initializer_list<const char*> rooms)
-    : WindowDriver(StartState{.nick = {}, .server = {}, .channels = {rooms.begin(), rooms.end()}, .screenName = {}}) {
+WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
+    : WindowDriver(std::make_shared<DataFolder>(
+          StartState{.nick = {}, .server = {}, .channels = rooms, .screenName = {}})) {
+  // A screen of 800 pixels, as the offscreen platform has, earns a warning.
+  dialogs_.notices.clear();
   program_.Settings().timestampChatLines = false;
   program_.Settings().scanChatForServers = false;
 }
 
-WindowDriver::WindowDriver(const StartState& start)
-    : folder_(start), program_(folder_.Path().toStdString(), dialogs_) {
+WindowDriver::WindowDriver(std::shared_ptr<const DataFolder> folder)
+    : folder_(std::move(folder)), program_(folder_->Path().toStdString(), dialogs_) {
   if (!program_.Open()) qFatal("the program does not open");
-  // A screen of 800 pixels, as the offscreen platform has, earns a warning.
-  dialogs_.notices.clear();
 }
 
 void WindowDriver::ShowTab(Tab tab) {
@@ -69,7 +70,12 @@ void WindowDriver::Type(const char* field, const QString& text) {
   QLineEdit* line = box != nullptr ? box->lineEdit() : qobject_cast<QLineEdit*>(&widget);
   QTest::keySequence(line, QKeySequence::SelectAll);
   QTest::keyClick(line, Qt::Key_Delete);
-  QTest::keyClicks(line, text);
+  for (const QChar letter : text) {
+    // Keys are known by name only as far as ASCII goes.
+    const auto key =
+        letter.unicode() < 128 ? QTest::asciiToKey(letter.toLatin1()) : Qt::Key_unknown;
+    QTest::sendKeyEvent(QTest::Click, line, key, QString(letter), {});
+  }
 }
 
 void WindowDriver::Click(const char* button) {

@@ -7,7 +7,7 @@
 #include <QString>
 #include <QTableView>
 #include <functional>
-#include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -27,14 +27,14 @@ class WindowDriver {
 
   // Shows the window with the rooms on its channels list. Chat lines carry no time and are
   // not scanned for servers.
-  explicit WindowDriver(std::initializer_list<const char*> rooms = {});
-  // Shows the window as a user finds it who has set up `start`.
-  explicit WindowDriver(const StartState& start);
+  explicit WindowDriver(const std::vector<std::string>& rooms = {});
+  // Shows the window with what is stored in the folder, and leaves it at that.
+  explicit WindowDriver(std::shared_ptr<const DataFolder> folder);
   WindowDriver(const WindowDriver&) = delete;
   WindowDriver& operator=(const WindowDriver&) = delete;
 
   FakeDialogs& Boxes() { return dialogs_; }
-  const DataFolder& Folder() const { return folder_; }
+  const DataFolder& Folder() const { return *folder_; }
   Program& App() { return program_; }
 
   // The object called `name`. Ends the test program when there is none: a test cannot go on.
@@ -90,7 +90,7 @@ class WindowDriver {
  private:
   bool Shows(const char* view, const QString& part);
 
-  DataFolder folder_;
+  std::shared_ptr<const DataFolder> folder_;
   FakeDialogs dialogs_;
   Program program_;
 };
