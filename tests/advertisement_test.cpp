@@ -13,37 +13,27 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+// "^C" stands for the colour mark and "^B" for bold.
 const std::string kAd =
-    "\x03"
-    "5Check out \x03"
-    "9Brindle \x03"
-    "5for your \x03"
-    "9server helper \x03"
-    "5needs! No need for IRC! Head over to \x03"
-    "9\x02www.brindle.example\x02 \x03"
-    "5to check out screens, updates, and features. \x03"
-    "9v0.5.70 released \x03"
-    "5jan. 05! \x03"
-    "13\x02[\x03"
-    "6AD : 10 minutes\x03"
-    "13]";
-const std::string kIntro =
-    "\x03"
-    "5Here's what people are saying about Brindle : \"\x03"
-    "9";
+    "^C5Check out ^C9Brindle ^C5for your ^C9server helper ^C5needs! No need for IRC! Head over to "
+    "^C9^Bwww.brindle.example^B ^C5to check out screens, updates, and features. ^C9v0.5.70 "
+    "released ^C5jan. 05! ^C13^B[^C6AD : 10 minutes^C13]";
+const std::string kIntro = "^C5Here's what people are saying about Brindle : \"^C9";
 const std::string kFirst =
     kIntro +
     "Brindle has unimaginable features that are second to none.  It does all the work for you not "
-    "missing a beat.  Makes getting the mails you want 10 times easier.\x03"
-    "5\" -Harrowgate";
+    "missing a beat.  Makes getting the mails you want 10 times easier.^C5\" -Harrowgate";
 const std::string kSecond =
     kIntro +
     "I think Brindle is by far the best helper program out there.  It is very easy to use and has "
     "great features that no competitor offers.  The most standout feature is the list viewing "
     "feature, where I can search through thousands of mails using any search criteria I want.  "
     "This makes searching for the files I need a quick and fun experience, instead of taking all "
-    "day!\x03"
-    "5\" -Lumenfox";
+    "day!^C5\" -Lumenfox";
+
+std::string WithMarks(std::string_view text) {
+  return JoinFrom(Split(Readable(text), "\002"), 0, "^B");
+}
 
 class AdvertisementTest : public testing::Test,
                           protected SessionFixture,
@@ -121,12 +111,15 @@ TEST_F(AdvertisementTest, SaysTheTextsByteForByte) {
   std::set<std::string> testimonials;
   for (int i = 0; i < 20000 && testimonials.size() < 2; ++i) {
     for (int minute = 0; minute < 10; ++minute) ad.tmrAD_Timer();
-    const std::string said = "PRIVMSG #room :";
-    const std::string echo = "2|^C15[^C113:07pm^C15] ^C1<me> ";
-    const std::string text = ad.State().text;
+    const std::string text = WithMarks(ad.State().text);
     ASSERT_TRUE(text == kFirst || text == kSecond) << text;
-    EXPECT_EQ(socket.TakeSent(), (Texts{said + kAd, said + text}));
-    EXPECT_EQ(TakeQueued(), (Texts{echo + Readable(kAd), echo + Readable(text)}));
+    Texts shown = TakeQueued();
+    shown.insert(shown.end(), socket.sent.begin(), socket.sent.end());
+    socket.TakeSent();
+    for (std::string& line : shown) line = WithMarks(line);
+    const std::string echo = "2|^C15[^C113:07pm^C15] ^C1<me> ";
+    EXPECT_EQ(shown,
+              (Texts{echo + kAd, echo + text, "PRIVMSG #room :" + kAd, "PRIVMSG #room :" + text}));
     testimonials.insert(text);
   }
   EXPECT_EQ(testimonials.size(), 2U);

@@ -43,7 +43,7 @@ class InfoPanel : public QWidget, public AdvertisementView {
 
   std::unique_ptr<Ui::InfoPanel> ui_;
   QMenu mnuCommands_;
-  QTimer tmrAD_;
+  QTimer tmrAD_{this};
 };
 
 }  // namespace brindle
