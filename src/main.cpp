@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <cstdio>
+#include <optional>
 #include <string_view>
 
 #include "app/data_folder.h"
@@ -14,6 +15,8 @@
 #include "ui/dialogs_qt.h"
 
 namespace {
+
+constexpr int kWrongUse = 2;  // exit code
 
 constexpr char kHelp[] =
     "Usage: brindle [--data-dir DIR]\n"
@@ -26,20 +29,27 @@ constexpr char kHelp[] =
     "Without --data-dir they lie beside the program where that is possible, else in the\n"
     "user's configuration folder.\n";
 
-// These two need no display, so they are answered before the toolkit starts.
-bool AnsweredWithoutDisplay(int argc, char** argv) {
+// What needs no display is answered before the toolkit starts: the exit code, if the program is to
+// end with it. Options with one hyphen may be the toolkit's own, which it takes away itself.
+std::optional<int> AnsweredWithoutDisplay(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string_view argument = argv[i];
     if (argument == "--help" || argument == "-h") {
       std::fputs(kHelp, stdout);
-      return true;
+      return 0;
     }
     if (argument == "--version") {
       std::puts(brindle::VersionText().c_str());
-      return true;
+      return 0;
+    }
+    if (argument == "--data-dir") {
+      ++i;
+    } else if (argument.starts_with("--") && !argument.starts_with("--data-dir=")) {
+      std::fprintf(stderr, "Unknown option '%s'.\n%s", argv[i], kHelp);
+      return kWrongUse;
     }
   }
-  return false;
+  return std::nullopt;
 }
 
 std::string FolderFor(const QString& chosen) {
@@ -50,13 +60,15 @@ std::string FolderFor(const QString& chosen) {
   facts.programIsWritable = QFileInfo(program).isWritable();
   facts.programHasSettings = QFileInfo::exists(QDir(program).filePath(brindle::kSettingsName));
   facts.user = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
-  return brindle::DataFolder(facts);
+  // In full, as the user is to read it in messages.
+  const QString folder = QDir(QString::fromStdString(brindle::DataFolder(facts))).absolutePath();
+  return QDir::toNativeSeparators(folder).toStdString();
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (AnsweredWithoutDisplay(argc, argv)) return 0;
+  if (const std::optional<int> code = AnsweredWithoutDisplay(argc, argv)) return *code;
   const QApplication application(argc, argv);
   QCoreApplication::setApplicationName("Brindle");
 
@@ -65,7 +77,7 @@ int main(int argc, char** argv) {
   line.addOption(dataDir);
   if (!line.parse(QCoreApplication::arguments()) || !line.positionalArguments().isEmpty()) {
     std::fprintf(stderr, "%s\n%s", qPrintable(line.errorText()), kHelp);
-    return 2;
+    return kWrongUse;
   }
   const std::string folder = FolderFor(line.value(dataDir));
   if (!QDir().mkpath(QString::fromStdString(folder))) {

@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "ui/qt_text.h"
@@ -43,7 +44,7 @@ const char* ControlOf(const OptionGroup& group) {
 
 OptionsPanel::OptionsPanel(QWidget* parent) : QWidget(parent) {
   auto* content = new QWidget;
-  auto* columns = new QHBoxLayout(content);
+  columns_ = new QHBoxLayout(content);
   auto* left = new QVBoxLayout;
   left->addWidget(BuildGroup("Misc", "chkOptionsMisc", kMiscOptions, {4, 3, 2, 1, 0}));
   left->addWidget(BuildGroup("List", "chkOptionsList", kListOptions, {1, 0}));
@@ -54,13 +55,17 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QWidget(parent) {
   right->addWidget(BuildSounds());
   right->addWidget(BuildColours());
   right->addStretch();
-  columns->addLayout(left, 1);
-  columns->addLayout(right, 1);
+  columns_->addLayout(left, 1);
+  columns_->addLayout(right, 1);
 
   auto* scroll = new QScrollArea(this);
+  scroll->setObjectName("scrollOptions");
   scroll->setWidget(content);
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
+  // The background of the tab shows through, as on the other tabs.
+  scroll->viewport()->setAutoFillBackground(false);
+  content->setAutoFillBackground(false);
   lblQuickHelp_ = new QLabel(this);
   lblQuickHelp_->setObjectName("lblQuickHelp");
   lblQuickHelp_->setTextFormat(Qt::PlainText);
@@ -70,6 +75,16 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QWidget(parent) {
   auto* rows = new QVBoxLayout(this);
   rows->addWidget(scroll, 1);
   rows->addWidget(lblQuickHelp_);
+}
+
+void OptionsPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  const QMargins inside = columns_->contentsMargins() + layout()->contentsMargins();
+  int needed = inside.left() + inside.right() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  for (int i = 0; i < columns_->count(); ++i) {
+    needed += columns_->itemAt(i)->minimumSize().width() + columns_->spacing();
+  }
+  columns_->setDirection(width() >= needed ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
 QGroupBox* OptionsPanel::BuildGroup(const char* title, const char* control,

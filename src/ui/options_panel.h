@@ -13,6 +13,7 @@
 
 #include "app/options_page.h"
 
+class QBoxLayout;
 class QGroupBox;
 class QVBoxLayout;
 
@@ -38,6 +39,10 @@ class OptionsPanel : public QWidget {
   // The paragraph of help in lblQuickHelp.
   void SetQuickHelp(const QString& text);
 
+ protected:
+  // Two columns side by side where there is room for both, else one below the other.
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
   // A group of boxes, shown in the order of `indexes`.
   QGroupBox* BuildGroup(const char* title, const char* control, const OptionGroup& group,
@@ -47,6 +52,7 @@ class OptionsPanel : public QWidget {
   QGroupBox* BuildColours();
   QCheckBox* Box(const OptionGroup& group, size_t index) const;
 
+  QBoxLayout* columns_ = nullptr;
   std::array<QLineEdit*, kSoundSlots> soundPaths_{};
   std::array<QCheckBox*, kSoundSlots> soundBoxes_{};
   std::array<QPushButton*, 4> swatches_{};

@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QTest>
 #include <QWindow>
@@ -409,6 +411,15 @@ TEST_F(OptionsTabTest, AColourIsStoredWhenItIsPicked) {
   window.Click("picListBackcolor");
   EXPECT_EQ(Settings(), before + "[list]\r\nbackcolor=197121\r\n");
   EXPECT_EQ(Middle(swatch), (Colour{1, 2, 3}));
+}
+
+TEST_F(OptionsTabTest, NothingIsCutAtTheSideHoweverNarrowTheWindow) {
+  const QScrollBar& sideways = *window.Find<QScrollArea>("scrollOptions").horizontalScrollBar();
+  for (const int width : {0, 800, 980, 1280, 0}) {
+    window.App().Window().resize(width, 600);
+    LetTicksPass(1);
+    EXPECT_EQ(sideways.maximum(), 0) << width;
+  }
 }
 
 // The same host may stand in the list with two ports.
