@@ -127,12 +127,10 @@ class RecordingView : public UpdateView {
     statuses.push_back(text);
   }
   void SetNews(const std::string& text) override { news = text; }
-  void SetProgressText(const std::string& text) override {
-    progress = text;
-    if (!text.empty()) progresses.push_back(text);
-  }
-  void SetProgress(double value) override {
-    percent = value;
+  void SetProgressText(const std::string& text) override { progress = text; }
+  void SetProgress(double value) override { percent = value; }
+  void ShowTransfer(const std::string& text, double value) override {
+    progresses.push_back(text);
     most = std::max(most, value);
   }
   void Unload() override { ++unloads; }

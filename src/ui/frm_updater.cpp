@@ -8,12 +8,22 @@ namespace {
 
 constexpr QSize kFirstSize{420, 320};
 
+// Progress is drawn this often at most; each drawing costs far more than a chunk does.
+constexpr int kDrawMilliseconds = 20;
+
 }  // namespace
 
 FrmUpdater::FrmUpdater(QWidget* parent) : QDialog(parent), ui_(std::make_unique<Ui::FrmUpdater>()) {
   ui_->setupUi(this);
   setModal(true);
   resize(kFirstSize);
+  drawn_.setSingleShot(true);
+  drawn_.setInterval(kDrawMilliseconds);
+  connect(&drawn_, &QTimer::timeout, this, [this] {
+    if (const auto last = std::exchange(waiting_, std::nullopt)) {
+      ShowTransfer(last->first, last->second);
+    }
+  });
 }
 
 FrmUpdater::~FrmUpdater() = default;
@@ -41,10 +51,21 @@ void FrmUpdater::SetStatus(const std::string& text) { ui_->lblStatus->setText(To
 void FrmUpdater::SetNews(const std::string& text) { ui_->lblNews->setText(ToQString(text)); }
 
 void FrmUpdater::SetProgressText(const std::string& text) {
+  waiting_.reset();
   ui_->lblProgress->setText(ToQString(text));
 }
 
 void FrmUpdater::SetProgress(double percent) { ui_->barFileTransfer->setValue(qRound(percent)); }
+
+void FrmUpdater::ShowTransfer(const std::string& text, double percent) {
+  if (drawn_.isActive()) {
+    waiting_.emplace(text, percent);
+    return;
+  }
+  SetProgressText(text);
+  SetProgress(percent);
+  drawn_.start();
+}
 
 void FrmUpdater::Unload() { hide(); }
 

@@ -2,7 +2,11 @@
 // frmUpdater, the update window: shows what the updater tells, and passes on its two buttons.
 
 #include <QDialog>
+#include <QTimer>
 #include <memory>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "update/updater.h"
 
@@ -29,6 +33,7 @@ class FrmUpdater : public QDialog, public UpdateView {
   void SetNews(const std::string& text) override;
   void SetProgressText(const std::string& text) override;
   void SetProgress(double percent) override;
+  void ShowTransfer(const std::string& text, double percent) override;
   void Unload() override;
 
   // Every way of closing the window is the Close button's.
@@ -37,6 +42,9 @@ class FrmUpdater : public QDialog, public UpdateView {
  private:
   std::unique_ptr<Ui::FrmUpdater> ui_;
   Updater* updater_ = nullptr;
+  // Runs after a drawing of the progress; what is told meanwhile waits in `waiting_`.
+  QTimer drawn_;
+  std::optional<std::pair<std::string, double>> waiting_;
 };
 
 }  // namespace brindle

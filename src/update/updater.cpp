@@ -178,13 +178,13 @@ bool Updater::IsWhole(const Body& body) const {
 void Updater::ShowProgress(const Body& body) {
   const std::int64_t shown = std::max<std::int64_t>(body.shown, 0);
   if (body.total == 0) {
-    view_.SetProgressText(std::to_string(shown) + " bytes");
+    view_.ShowTransfer(std::to_string(shown) + " bytes", 0);
     return;
   }
-  const double percent = 100.0 * static_cast<double>(shown) / body.total;
-  view_.SetProgress(std::min(percent, 100.0));
-  view_.SetProgressText(std::to_string(shown) + " of " + std::to_string(body.total) + " bytes; " +
-                        std::to_string(std::lround(std::min(percent, 100.0))) + "%");
+  const double percent = std::min(100.0 * static_cast<double>(shown) / body.total, 100.0);
+  view_.ShowTransfer(std::to_string(shown) + " of " + std::to_string(body.total) + " bytes; " +
+                         std::to_string(std::lround(percent)) + "%",
+                     percent);
 }
 
 void Updater::FinishCheck() {

@@ -27,6 +27,8 @@ class UpdateView {
   virtual void SetProgressText(const std::string& text) = 0;
   // 0 to 100
   virtual void SetProgress(double percent) = 0;
+  // Both, for every chunk of a transfer: comes so often that not each one need be drawn.
+  virtual void ShowTransfer(const std::string& text, double percent) = 0;
   virtual void Unload() = 0;
 };
 
