@@ -10,7 +10,7 @@
 
 namespace brindle {
 
-// CR LF, and "[3:07pm] " in colours when chat lines carry the time.
+// CR LF, and "[3:07pm] " in colours when chat lines carry the time; with room for `more` bytes.
 std::string ChatLineStart(const Options& options, const Clock& clock);
 
 // ChatLineStart, then the own nick in angle brackets and a blank.
