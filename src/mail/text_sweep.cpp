@@ -67,10 +67,17 @@ class Comparison {
   std::uint64_t used_ = 0;
 };
 
-// The row that holds place `at`, which is not before the beginning of row `from`: in steps that
-// double, so that the next row costs one look and a far one a few dozen.
+// The row that holds place `at`, which is not before the beginning of row `from`: among the next
+// few rows without a branch, beyond them in steps that double.
 template <typename End>
 size_t RowAt(const End* ends, size_t rows, size_t from, size_t at) {
+  constexpr size_t kNear = 8;
+  if (from + kNear < rows) {
+    size_t before = 0;
+    for (size_t i = 0; i < kNear; ++i) before += ends[from + i] <= at ? 1U : 0U;
+    if (before < kNear) return from + before;
+    from += kNear;
+  }
   if (ends[from] > at) return from;
   size_t step = 1;
   while (from + step < rows && ends[from + step] <= at) {
