@@ -1,15 +1,16 @@
-// mail_bench [ROWS [REPETITIONS]]: times loading a list file and each Select command against
-// `wc -l` on the same file, a whole process of a program that only looks for line ends. Prints
-// medians; the ratio is what can be compared between machines.
+// mail_bench [ROWS [REPETITIONS]]: times loading a list file, searching it, and each Select command
+// against programs and loops that only have to look at the same bytes, and weighs the list. Prints
+// figures (see measure.h); the ratio is what can be compared between machines.
 
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
-#include <functional>
+#include <optional>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "base/text.h"
@@ -17,13 +18,17 @@
 #include "mail/list_loader.h"
 #include "mail/list_selection.h"
 #include "mail/request_runs.h"
+#include "mail/results.h"
+#include "measure.h"
 #include "support/fake_dialogs.h"
 
 namespace brindle {
 namespace {
 
+constexpr size_t kJudgedRows = 1'000'000;  // the goals are meant for a list of this size
+
 struct Plan {
-  size_t rows = 1'000'000;
+  size_t rows = kJudgedRows;
   size_t repetitions = 15;
 };
 
@@ -40,77 +45,158 @@ class NoEvents : public EventPump {
   void LetEventsRun(int) override {}
 };
 
-using Action = std::function<void()>;
+class NoClock : public Clock {
+ public:
+  TickCount Ticks() const override { return 0; }
+  std::tm LocalTime() const override { return {}; }
+};
 
-double MillisecondsOf(const Action& action) {
-  const auto start = std::chrono::steady_clock::now();
-  action();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-      .count();
-}
+class NoStore : public ResultsStore {
+ public:
+  std::string LastSearch() override { return ""; }
+  void SetLastSearch(const std::string&) override {}
+  std::vector<Find> Finds() override { return {}; }
+  void SetFinds(const std::vector<Find>&) override {}
+  ResultsGeometry Geometry() override { return {}; }
+  void SetGeometry(const ResultsGeometry&) override {}
+  std::int32_t Today() override { return 0; }
+};
 
-double Median(std::vector<double> times) {
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
-}
+class NoResultsView : public ResultsView {
+ public:
+  void SetTitleHeader(const std::string&) override {}
+  void SetSearchText(const std::string&) override {}
+  void SetSearchCaption(const std::string&) override {}
+  void EnableSearch(bool) override {}
+  void EnableSending(bool) override {}
+  void SetCounts(size_t, size_t, TickCount) override {}
+  void FocusSearch() override {}
+};
+
+// Keeps the compiler from leaving out a loop whose outcome nobody needs.
+volatile std::uint64_t sink = 0;
 
 class Bench {
  public:
   Bench(const Plan& plan, std::string path) : plan_(plan), path_(std::move(path)) {}
 
-  // Prints one line. The baseline runs between the repetitions, so that both meet the same machine.
-  void Measure(const char* name, const Action& prepare, const Action& action) {
-    std::vector<double> times;
-    std::vector<double> baseline;
-    for (size_t i = 0; i < plan_.repetitions; ++i) {
-      baseline.push_back(MillisecondsOf([this] { CountLines(); }));
-      prepare();
-      times.push_back(MillisecondsOf(action));
-    }
-    const double ours = Median(times);
-    const double theirs = Median(baseline);
-    std::printf("%-28s %10.3f %12.3f %8.3f\n", name, ours, theirs, ours / theirs);
+  // The first thing to do: this process has used little memory so far.
+  void Weigh() {
+    const std::optional<double> bytes = InOwnProcess([this] {
+      const double before = ResidentBytes();
+      Load();
+      Search("the");
+      return ResidentBytes() - before;
+    });
+    const auto size = static_cast<double>(std::filesystem::file_size(path_));
+    Print({Named("memory after load and search"), bytes.value_or(0) / 1e6, "MB", size / 1e6,
+           Goal(2.2)});
   }
 
-  void Run() {
-    std::printf("%-28s %10s %12s %8s\n", "", "median ms", "wc -l ms", "ratio");
+  void Time() {
     Measure(
-        "load", [this] { Fresh(); }, [this] { loader_.mnuLoadListFile_Click(); });
-    const auto nothingChecked = [this] { list_.UncheckAll(); };
-    Measure("select all", nothingChecked, [this] { selection_.mnuSelectAll_Click(target_); });
-    Measure(
-        "select none", [this] { list_.CheckAll(); },
-        [this] { selection_.mnuSelectNone_Click(target_); });
-    Measure(
-        "between, first and last", [this] { CheckEvery(list_.Size() - 1); },
-        [this] { selection_.mnuSelectBetween_Click(target_); });
-    Measure(
-        "between, every tenth", [this] { CheckEvery(10); },
-        [this] { selection_.mnuSelectBetween_Click(target_); });
+        "load", 5, WordCount(), [this] { Clear(); }, [this] { Load(); });
+    for (const auto& [name, text, goal] :
+         {Wanted("rare", "zeppelin", 0.3), Wanted("common", "the", 0.4),
+          Wanted("none", "quixotic", 0.3), Wanted("one letter", "e", std::nullopt)}) {
+      Measure(
+          std::string("search, ") + name, goal, Grep(text), [this] { results_.Found().Clear(); },
+          [this, text = text] { Search(text); });
+    }
+    TimeSelection();
+  }
+
+ private:
+  using Wanted = std::tuple<const char*, const char*, std::optional<double>>;
+
+  void TimeSelection() {
+    constexpr double kPasses = 3;
+    const Action pass = [this] { PassOverRows(); };
+    const Action uncheck = [this] { list_.UncheckAll(); };
     for (const auto& [name, text] :
          {std::pair("by string, rare", "zeppelin"), std::pair("by string, common", "the"),
-          std::pair("by string, one letter", "e"), std::pair("by string, none", "quixotic")}) {
-      Measure(name, nothingChecked, [this, text = text] {
+          std::pair("by string, none", "quixotic")}) {
+      Measure(name, kPasses, pass, uncheck, [this, text = text] {
         dialogs_.inputAnswers.push_back(text);
         selection_.mnuSelectString_Click(target_);
       });
     }
+    Measure("select all", kPasses, pass, uncheck,
+            [this] { selection_.mnuSelectAll_Click(target_); });
     Measure(
-        "fold one row into requests", [this] { CheckEvery(list_.Size() - 2); },
+        "select none", kPasses, pass, [this] { list_.CheckAll(); },
+        [this] { selection_.mnuSelectNone_Click(target_); });
+    for (const size_t step : {list_.Size() - 1, size_t{10}}) {
+      Measure(
+          step == 10 ? "between, every tenth" : "between, first and last", kPasses, pass,
+          [this, step] { CheckEvery(step); },
+          [this] { selection_.mnuSelectBetween_Click(target_); });
+    }
+    Measure(
+        "fold every second row into requests", std::nullopt, {}, [this] { CheckEvery(2); },
         [this] { FoldRequests(); });
-    Measure(
-        "fold every second row", [this] { CheckEvery(2); }, [this] { FoldRequests(); });
   }
 
- private:
-  void Fresh() {
-    list_.Clear();
+  // Prints one figure. The baseline runs between the repetitions, so that both meet the same
+  // machine.
+  void Measure(const std::string& name, std::optional<double> goal, const Action& baseline,
+               const Action& prepare, const Action& action) {
+    std::vector<double> times;
+    std::vector<double> baselines;
+    for (size_t i = 0; i < plan_.repetitions; ++i) {
+      if (baseline) baselines.push_back(MillisecondsOf(baseline));
+      prepare();
+      times.push_back(MillisecondsOf(action));
+    }
+    Print({Named(name), Median(times), "ms",
+           baseline ? std::optional(Median(baselines)) : std::nullopt, goal ? Goal(*goal) : goal});
+  }
+
+  std::string Named(const std::string& name) const {
+    return name + ", " + std::to_string(plan_.rows) + " rows";
+  }
+
+  std::optional<double> Goal(double ratio) const {
+    return plan_.rows == kJudgedRows ? std::optional(ratio) : std::nullopt;
+  }
+
+  // A baseline that is a program; none when the program is not there.
+  static Action Program(const std::vector<std::string>& arguments) {
+    if (!RunProgram(arguments)) return {};
+    return [arguments] { RunProgram(arguments); };
+  }
+  Action WordCount() const { return Program({"wc", "-l", path_}); }
+  Action Grep(const char* text) const { return Program({"rg", "-c", "-i", "-F", text, path_}); }
+
+  // Reads every byte of the rows' texts once.
+  void PassOverRows() {
+    const size_t last = list_.Size() - 1;
+    const auto add = [](std::string_view first, std::string_view end) {
+      std::uint64_t sum = 0;
+      for (const char* at = first.data(); at + sizeof sum <= end.data() + end.size();
+           at += sizeof sum) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, at, sizeof word);
+        sum += word;
+      }
+      sink = sum;
+    };
+    add(list_.Number(0), list_.Number(last));
+    add(list_.Title(0), list_.Title(last));
+  }
+
+  void Clear() { list_.Clear(); }
+
+  void Load() {
     dialogs_.fileAnswers.push_back(path_);
+    loader_.mnuLoadListFile_Click();
+    if (list_.Size() != plan_.rows) std::exit(EXIT_FAILURE);
   }
 
-  void CountLines() const {
-    if (std::system(("exec wc -l '" + path_ + "' > /dev/null").c_str()) != 0)
-      std::exit(EXIT_FAILURE);
+  void Search(const char* text) {
+    if (!searching_) results_.Form_Load(resultsView_);
+    searching_ = true;
+    results_.cmdSearch_Click(text);
   }
 
   // An even number of rows, as Between wants them.
@@ -134,11 +220,16 @@ class Bench {
   std::string path_;
   FakeDialogs dialogs_;
   NoEvents events_;
+  NoClock clock_;
+  NoStore store_;
   NoView view_;
+  NoResultsView resultsView_;
   MailList list_;
   ListLoader loader_{dialogs_, events_, view_, list_};
   ListSelection selection_{dialogs_};
+  Results results_{list_, view_, store_, dialogs_, clock_, events_};
   SelectTarget target_{ListKind::kMain, list_, view_};
+  bool searching_ = false;
 };
 
 }  // namespace
@@ -148,17 +239,17 @@ int main(int argc, char** argv) {
   brindle::Plan plan;
   const auto argument = [&](int i, size_t otherwise) {
     if (argc <= i) return otherwise;
-    return static_cast<size_t>(brindle::WholeNumber(argv[i], 10, 100'000'000).value_or(10));
+    return static_cast<size_t>(brindle::WholeNumber(argv[i], 1, 100'000'000).value_or(1));
   };
-  plan.rows = argument(1, plan.rows);
+  plan.rows = std::max(argument(1, plan.rows), size_t{10});
   plan.repetitions = argument(2, plan.repetitions);
 
   const auto path = std::filesystem::temp_directory_path() /
                     ("brindle_bench_" + std::to_string(std::random_device()()) + ".txt");
   if (!brindle::GenerateList(path.string(), plan.rows)) return EXIT_FAILURE;
-  std::printf("%zu rows, %.1f MB, %zu repetitions\n", plan.rows,
-              static_cast<double>(std::filesystem::file_size(path)) / 1e6, plan.repetitions);
-  brindle::Bench(plan, path.string()).Run();
+  brindle::Bench bench(plan, path.string());
+  bench.Weigh();
+  bench.Time();
   std::filesystem::remove(path);
   return EXIT_SUCCESS;
 }

@@ -19,16 +19,21 @@ void ArrivalCutter::Receive(std::string_view bytes, TickCount now, const Deliver
   }
   if (bytes.empty()) return;
   // The search for a line end need not look again at what was searched before, but for a last CR.
-  size_t searchFrom = tail_.empty() ? 0 : tail_.size() - 1;
-  tail_.append(bytes);
+  const size_t searchFrom = tail_.empty() ? 0 : tail_.size() - 1;
   tailSince_ = now;
 
-  const std::string received = std::exchange(tail_, {});
+  // Whole lines that arrive behind no tail are handed on from where they are.
+  std::string joined;
+  if (!tail_.empty()) {
+    joined = std::exchange(tail_, {});
+    joined.append(bytes);
+  }
+  const std::string_view received = joined.empty() ? bytes : joined;
   const unsigned connection = connection_;
   size_t begin = 0;
-  for (size_t end = received.find(kCrLf, searchFrom); end != std::string::npos;
+  for (size_t end = received.find(kCrLf, searchFrom); end != std::string_view::npos;
        end = received.find(kCrLf, begin)) {
-    const std::string_view line = std::string_view(received).substr(begin, end + 2 - begin);
+    const std::string_view line = received.substr(begin, end + 2 - begin);
     begin = end + kCrLf.size();
     deliver(line);
     if (connection != connection_) return;

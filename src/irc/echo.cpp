@@ -5,8 +5,11 @@
 
 namespace brindle {
 
-std::string ChatLineStart(const Options& options, const Clock& clock) {
-  std::string start(kCrLf);
+std::string ChatLineStart(const Options& options, const Clock& clock, size_t more) {
+  constexpr size_t kLongestStart = 32;
+  std::string start;
+  start.reserve(kLongestStart + more);
+  start = kCrLf;
   if (options.timestampChatLines) {
     start +=
         "\00315["

@@ -10,8 +10,8 @@
 
 namespace brindle {
 
-// CR LF, and "[3:07pm] " in colours when chat lines carry the time.
-std::string ChatLineStart(const Options& options, const Clock& clock);
+// CR LF, and "[3:07pm] " in colours when chat lines carry the time; with room for `more` bytes.
+std::string ChatLineStart(const Options& options, const Clock& clock, size_t more = 0);
 
 // ChatLineStart, then the own nick in angle brackets and a blank.
 std::string EchoStart(const Session& session, const Options& options, const Clock& clock);

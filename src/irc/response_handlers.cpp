@@ -22,7 +22,7 @@ constexpr char kGreeting[] =
     "\r\n\0039You are now connected. To enter a channel locate the channel listbox on the right "
     "and double click a room name.";
 
-std::string Trailing(const ServerLine& line) { return line.ColonRest(kTrailingField); }
+std::string Trailing(const ServerLine& line) { return std::string(line.ColonRest(kTrailingField)); }
 
 // True for the word that opens a CTCP ACTION, ":" and character 1 before "ACTION". One without any
 // text after it also carries the closing mark.
@@ -111,7 +111,7 @@ void ResponseParser::Part(const ServerLine& line) {
 }
 
 void ResponseParser::Privmsg(const ServerLine& line) {
-  const std::string text = Trailing(line);
+  const std::string_view text = line.ColonRest(kTrailingField);
   if (IsCurrentRoom(WithoutColon(line.Word(2)))) {
     RoomMessage(line, text);
   } else {
@@ -119,21 +119,24 @@ void ResponseParser::Privmsg(const ServerLine& line) {
   }
 }
 
-void ResponseParser::RoomMessage(const ServerLine& line, const std::string& text) {
+void ResponseParser::RoomMessage(const ServerLine& line, std::string_view text) {
   if (IsAction(line.Word(3))) {
     const std::string action =
         RemoveChars(ShowableText(line.WordRest(4)), std::string_view(&kCtcpMark, 1));
     queue_.QueueLine("\r\n\00314* " + line.Nick() + " " + action, Kind::kRoom);
     return;
   }
-  queue_.QueueLine(ChatLineStart(options_, clock_) + "\0031<" + line.Nick() + "> " + text,
-                   Kind::kRoom);
+  const std::string_view nick = NickOf(line.Word(0));
+  std::string shown = ChatLineStart(options_, clock_, nick.size() + text.size());
+  shown.append("\0031<").append(nick).append("> ").append(text);
+  queue_.QueueLine(shown, Kind::kRoom);
 }
 
-void ResponseParser::PrivateMessage(const ServerLine& line, const std::string& text) {
+void ResponseParser::PrivateMessage(const ServerLine& line, std::string_view text) {
   const std::string nick = line.Nick();
   queue_.QueueLine(ChatLineStart(options_, clock_) + "\00311" + nick + " tells you, \00315'\00311" +
-                       text + "\00315'\r\n\00311" + "(To reply type /msg " + nick + " text)",
+                       std::string(text) + "\00315'\r\n\00311" + "(To reply type /msg " + nick +
+                       " text)",
                    options_.messagesToStatus ? Kind::kStatus : Kind::kPrivateMessage);
 }
 

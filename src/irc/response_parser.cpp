@@ -52,8 +52,10 @@ void ResponseParser::Parse_Response(std::string_view received, std::string& curr
   currentNick_ = &currentNick;
   for (size_t end = received.find(kCrLf); end != std::string_view::npos;
        end = received.find(kCrLf)) {
-    const std::string text = DecodeReceived(received.substr(0, end));
+    std::string_view text = received.substr(0, end);
     received.remove_prefix(end + kCrLf.size());
+    std::string decoded;
+    if (!IsValidUtf8(text)) text = decoded = DecodeReceived(text);
     // The colon makes sure that even a line without source or text has two fields.
     const bool connecting = session_.connectionState == ConnectionState::kConnecting;
     const bool addColon = !text.starts_with(':') && !connecting;
@@ -62,12 +64,12 @@ void ResponseParser::Parse_Response(std::string_view received, std::string& curr
 }
 
 bool ResponseParser::HandleLine(const ServerLine& line) {
-  if (line.WordCount() < 2) {
+  if (!line.HasWords(2)) {
     queue_.QueueLine("\r\nERROR : " + line.Line(), Kind::kStatus);
     return true;
   }
   if (const Command* command = Find(line)) {
-    if (line.WordCount() < command->leastWords) return false;
+    if (!line.HasWords(command->leastWords)) return false;
     (this->*command->handle)(line);
   } else if (IsAllDigits(line.Word(1))) {
     UnknownNumeric(line);
@@ -81,8 +83,9 @@ const ResponseParser::Command* ResponseParser::Find(const ServerLine& line) cons
   // A server may leave out the source of a PING, which makes it the first word.
   static constexpr Command kPing = {"ping", 2, &ResponseParser::Ping};
   static constexpr Command kSilent = {"", 2, &ResponseParser::Ignore};
+  const std::string word = LowerCase(line.Word(1));
   for (const Command& command : kCommands) {
-    if (EqualsIgnoringCase(line.Word(1), command.word)) return &command;
+    if (word == command.word) return &command;
   }
   if (EqualsIgnoringCase(WithoutColon(line.Word(0)), kPing.word)) return &kPing;
   for (const Command& numeric : kNumerics) {

@@ -66,8 +66,8 @@ class ResponseParser : public ReceivedText {
   void Notice(const ServerLine& line);
   void Part(const ServerLine& line);
   void Privmsg(const ServerLine& line);
-  void RoomMessage(const ServerLine& line, const std::string& text);
-  void PrivateMessage(const ServerLine& line, const std::string& text);
+  void RoomMessage(const ServerLine& line, std::string_view text);
+  void PrivateMessage(const ServerLine& line, std::string_view text);
   void Quit(const ServerLine& line);
   void Ping(const ServerLine& line);
 

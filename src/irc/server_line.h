@@ -3,6 +3,7 @@
 // section 2.3.1 gives the form: an optional ":source", a command, parameters, and a last parameter
 // that may hold blanks after " :".
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,23 +20,32 @@ class ServerLine {
   const std::string& Line() const { return line_; }
   // The line without the colon that was put behind it.
   std::string_view Received() const { return std::string_view(line_).substr(0, receivedSize_); }
-  size_t WordCount() const { return words_.size(); }
-  // The word at `index` (0 is the source, 1 the command); empty when there is none.
-  std::string_view Word(size_t index) const {
-    return index < words_.size() ? words_[index] : std::string_view();
+  size_t WordCount() const { return AllWords().size(); }
+  // True when there are at least `count` words; does not need to cut a long line to its end.
+  bool HasWords(size_t count) const {
+    return count <= kFirstWords ? count <= firstWords_ : count <= WordCount();
   }
-  // The fields from `index` on, joined again with ":". Field 2 of a line with a source is its
-  // trailing text. Colons inside the source (an IPv6 host) do not start a field.
-  std::string ColonRest(size_t index) const;
+  // The word at `index` (0 is the source, 1 the command); empty when there is none.
+  std::string_view Word(size_t index) const;
+  // The fields from `index` on, joined again with ":"; points into the line. Field 2 of a line with
+  // a source is its trailing text. Colons inside the source (an IPv6 host) do not start a field.
+  std::string_view ColonRest(size_t index) const;
   // The words from `index` on, joined again with blanks.
   std::string WordRest(size_t index) const;
   // The nick that the line comes from.
   std::string Nick() const;
 
  private:
+  // Chat lines are understood by their first words, and nobody wants the others by themselves.
+  static constexpr size_t kFirstWords = 5;
+
+  const std::vector<std::string_view>& AllWords() const;
+
   std::string line_;
   size_t receivedSize_;
-  std::vector<std::string_view> words_;
+  std::array<std::string_view, kFirstWords> first_;
+  size_t firstWords_ = 0;
+  mutable std::vector<std::string_view> words_;  // cut when somebody asks
 };
 
 // `word` without one leading colon: servers may send any last parameter with one.

@@ -3,10 +3,14 @@
 // complete waits for the next block.
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <vector>
+
+#include "mail/byte_kernels.h"
 
 namespace brindle {
 
@@ -17,13 +21,15 @@ class LineCutter {
 
   // Room for `size` more bytes behind the waiting ones; valid until the next call of any function.
   char* Room(size_t size) {
-    if (buffer_.size() - used_ < size) buffer_.resize(std::max(used_ + size, 2 * buffer_.size()));
+    const size_t needed = used_ + size + kMaskBytes;
+    if (buffer_.size() < needed) buffer_.resize(std::max(needed, 2 * buffer_.size()));
     return buffer_.data() + used_;
   }
   // Says that `size` bytes have been written into that room.
   void Added(size_t size) { used_ += size; }
 
-  // Calls take(line) for every complete line, without its end. The line is gone when take returns.
+  // Calls take(line) for every complete line, without its end. The line is gone when take returns;
+  // until then kMaskBytes bytes behind it may be read.
   template <typename Take>
   void Cut(Take take);
 
@@ -36,16 +42,16 @@ class LineCutter {
   }
 
  private:
-  // The first `wanted` not before `from`; used_ when there is none.
-  size_t Find(char wanted, size_t from) const {
-    const void* found = std::memchr(buffer_.data() + from, wanted, used_ - from);
-    return found == nullptr ? used_
-                            : static_cast<size_t>(static_cast<const char*>(found) - buffer_.data());
-  }
+  static constexpr size_t kMasks = 256;
+
+  // Hands over the lines that end at the marked places; `base` is the place of the first mark.
+  template <typename Take>
+  void CutAt(size_t base, std::uint64_t ends, Take& take);
 
   size_t longestLine_;
-  std::vector<char> buffer_;
+  std::vector<char> buffer_;  // kMaskBytes longer than what is used
   size_t used_ = 0;
+  size_t begin_ = 0;       // of the line that is being looked for, within Cut
   size_t searched_ = 0;    // no line ends before this place
   bool afterCr_ = false;   // a CR ended the last line: an LF that follows belongs to it
   bool dropping_ = false;  // the rest of an overlong line is being dropped
@@ -54,37 +60,43 @@ class LineCutter {
 template <typename Take>
 void LineCutter::Cut(Take take) {
   if (used_ == 0) return;
-  size_t begin = 0;
+  begin_ = 0;
   if (afterCr_) {
-    if (buffer_[0] == '\n') begin = searched_ = 1;
+    if (buffer_[0] == '\n') begin_ = searched_ = 1;
     afterCr_ = false;
   }
-  // The next LF and the next CR are looked for apart, so that a file that never uses one of them is
-  // not searched for it again and again.
-  size_t lf = Find('\n', searched_);
-  size_t cr = Find('\r', searched_);
-  for (size_t end = std::min(lf, cr); end != used_; end = std::min(lf, cr)) {
-    if (!dropping_) take(std::string_view(buffer_.data() + begin, end - begin));
-    dropping_ = false;
-    begin = end + 1;
-    if (end == cr) {
-      if (begin == used_) {
-        afterCr_ = true;
-      } else if (begin == lf) {
-        ++begin;
-      }
-      cr = Find('\r', begin);
-    }
-    if (lf < begin) lf = Find('\n', begin);
+  std::uint64_t ends[kMasks];
+  for (size_t at = searched_; at < used_; at += kMasks * kMaskBytes) {
+    const size_t masks = std::min(kMasks, (used_ - at + kMaskBytes - 1) / kMaskBytes);
+    Kernels().lineEnds(buffer_.data() + at, ends, masks);
+    for (size_t m = 0; m < masks; ++m) CutAt(at + m * kMaskBytes, ends[m], take);
   }
-  used_ -= begin;
-  std::memmove(buffer_.data(), buffer_.data() + begin, used_);
+  used_ -= begin_;
+  std::memmove(buffer_.data(), buffer_.data() + begin_, used_);
   searched_ = used_;
   if (used_ > longestLine_) {
     if (!dropping_) take(std::string_view(buffer_.data(), longestLine_));
     dropping_ = true;
   }
   if (dropping_) used_ = searched_ = 0;
+}
+
+template <typename Take>
+void LineCutter::CutAt(size_t base, std::uint64_t ends, Take& take) {
+  for (; ends != 0; ends &= ends - 1) {
+    const size_t end = base + static_cast<size_t>(std::countr_zero(ends));
+    if (end < begin_) continue;  // the LF of a CR LF
+    if (end >= used_) return;    // left over from an earlier block
+    if (!dropping_) take(std::string_view(buffer_.data() + begin_, end - begin_));
+    dropping_ = false;
+    begin_ = end + 1;
+    if (buffer_[end] != '\r') continue;
+    if (begin_ == used_) {
+      afterCr_ = true;
+    } else if (buffer_[begin_] == '\n') {
+      ++begin_;
+    }
+  }
 }
 
 }  // namespace brindle

@@ -13,7 +13,7 @@ constexpr std::string_view kTabbedListMark = "ballistic mail server : ";
 constexpr std::string_view kHeaderWord = "send";
 constexpr std::string_view kNumberMarks = ".)([]";
 
-bool IsMark(char c) { return kNumberMarks.find(c) != std::string_view::npos; }
+bool IsMark(char c) { return c == '.' || c == ')' || c == '(' || c == '[' || c == ']'; }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -67,11 +67,24 @@ void ListParser::MailLine(std::string_view line) {
   const char c = line.front();
   if (!IsDigit(c) && !IsMark(c) && c != ' ' && c != '+' && c != '-') return;
 
+  // Most mails begin with "12 " or "12. ": digits, a mark perhaps, and the separator.
+  size_t digits = 0;
+  while (digits < line.size() && IsDigit(line[digits])) ++digits;
+  const size_t fieldEnd = digits + (digits < line.size() && IsMark(line[digits]) ? 1 : 0);
+  if (digits > 0 && fieldEnd < line.size() && line[fieldEnd] == separator_) {
+    const std::string_view number = line.substr(0, digits);
+    const std::string_view rest = line.substr(fieldEnd + 1);
+    const bool plain = encoding_ == LineEncoding::kUtf8 && separator_ == ' ' && !rest.empty() &&
+                       rest.front() != ' ' && rest.back() != ' ';
+    // A list that is full refuses the row; the rest of the file is passed over in the same way.
+    plain ? texts_.AppendPadded(number, rest) : texts_.Append(number, TitleIn(rest));
+    return;
+  }
+
   const size_t end = std::min(line.find(separator_), line.size());
   const std::string_view number = NumberIn(line.substr(0, end));
   if (number.empty()) return;
-  // A list that is full refuses the row; the rest of the file is passed over in the same way.
-  list_.Append(number, TitleIn(line.substr(std::min(end + 1, line.size()))));
+  texts_.Append(number, TitleIn(line.substr(std::min(end + 1, line.size()))));
 }
 
 std::string_view ListParser::NumberIn(std::string_view field) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "mail/mail_list.h"
+#include "mail/mail_texts.h"
 
 namespace brindle {
 
@@ -20,10 +20,11 @@ enum class LineEncoding {
 
 class ListParser {
  public:
-  // Rows are appended to `list`, which must outlive the parser.
-  ListParser(MailList& list, LineEncoding encoding) : list_(list), encoding_(encoding) {}
+  // Rows are appended to `texts`, which must outlive the parser.
+  ListParser(MailTexts& texts, LineEncoding encoding) : texts_(texts), encoding_(encoding) {}
 
-  // Takes the next line of the file, without its line end.
+  // Takes the next line of the file, without its line end. REQUIRES: MailTexts::kSlack bytes behind
+  // it may be read.
   void Line(std::string_view line);
 
   // The server handle that the header lines named last; nothing when none did.
@@ -38,7 +39,7 @@ class ListParser {
   std::string_view TitleIn(std::string_view rest);
   std::string Decode(std::string_view bytes) const;
 
-  MailList& list_;
+  MailTexts& texts_;
   LineEncoding encoding_;
   size_t lineNumber_ = 0;  // of the line at hand, from 1
   char separator_ = ' ';

@@ -4,9 +4,11 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <string_view>
 
 #include "base/encoding.h"
+#include "mail/byte_kernels.h"
 #include "mail/line_cutter.h"
 #include "mail/list_parser.h"
 
@@ -32,6 +34,7 @@ class Utf8Check {
  public:
   // False as soon as a sequence cannot become valid any more, or a little later.
   bool Accept(std::string_view block) {
+    if (tail_.empty() && Kernels().isAscii(block.data(), block.size())) return true;
     for (; !tail_.empty() && !block.empty(); block.remove_prefix(1)) {
       tail_ += block.front();
       if (IsValidUtf8(tail_)) {
@@ -56,8 +59,8 @@ class Utf8Check {
 // One reading of one source, from a first guess of the encoding to the end.
 class Reading {
  public:
-  Reading(BlockSource& source, MailList& list, const KeepGoing& keepGoing, const ReadLimits& limits)
-      : source_(source), list_(list), keepGoing_(keepGoing), limits_(limits) {}
+  Reading(BlockSource& source, const KeepGoing& keepGoing, const ReadLimits& limits)
+      : source_(source), keepGoing_(keepGoing), limits_(limits) {}
 
   ReadStatus Run() {
     std::optional<ReadStatus> end = Pass(LineEncoding::kUtf8);
@@ -65,8 +68,11 @@ class Reading {
       // Not valid UTF-8 after all: everything is read again in the other encoding.
       end = Pass(mark_ == Mark::kUtf8 ? LineEncoding::kRepairedUtf8 : LineEncoding::kWindows1252);
     }
+    texts_->GiveBackMemory();
     return end.value_or(ReadStatus::kFailed);
   }
+
+  std::shared_ptr<const MailTexts> Texts() const { return texts_; }
 
   std::optional<std::string> Handle() const {
     return parser_ ? parser_->Handle() : std::optional<std::string>();
@@ -76,9 +82,9 @@ class Reading {
   // Reads the source from its start to its end; nothing when it is not in this encoding.
   std::optional<ReadStatus> Pass(LineEncoding encoding) {
     source_.Rewind();
-    list_.Clear();
-    list_.ReserveTitles(std::min(source_.ExpectedSize(), kMostReserved));
-    parser_.emplace(list_, encoding);
+    texts_ = std::make_shared<MailTexts>();
+    texts_->ReserveFor(std::min(source_.ExpectedSize(), kMostReserved));
+    parser_.emplace(*texts_, encoding);
     cutter_.emplace(limits_.longestLine);
     utf16_.clear();
     check_ = encoding == LineEncoding::kUtf8 ? std::optional(Utf8Check()) : std::nullopt;
@@ -90,6 +96,7 @@ class Reading {
       read = ReadBlock();
       if (!valid_) return std::nullopt;
       cutter_->Cut(take);
+      texts_->Settle();
       sinceCall += read;
       if (sinceCall < limits_.betweenCalls || read == 0) continue;
       sinceCall = 0;
@@ -97,6 +104,7 @@ class Reading {
     }
     if (check_ && !check_->Finish()) return std::nullopt;
     cutter_->Finish(take);
+    texts_->Settle();
     return source_.Failed() ? ReadStatus::kFailed : ReadStatus::kComplete;
   }
 
@@ -166,10 +174,10 @@ class Reading {
   bool IsUtf16() const { return mark_ == Mark::kUtf16Little || mark_ == Mark::kUtf16Big; }
 
   BlockSource& source_;
-  MailList& list_;
   const KeepGoing& keepGoing_;
   ReadLimits limits_;
   Mark mark_ = Mark::kNone;
+  std::shared_ptr<MailTexts> texts_;
   std::optional<ListParser> parser_;
   std::optional<LineCutter> cutter_;
   std::optional<Utf8Check> check_;
@@ -218,12 +226,13 @@ std::filesystem::path PathFrom(const std::string& utf8) {
 
 ReadResult ReadList(BlockSource& source, MailList& list, const KeepGoing& keepGoing,
                     const ReadLimits& limits) {
-  Reading reading(source, list, keepGoing, limits);
+  list.Clear();
+  Reading reading(source, keepGoing, limits);
   ReadResult result;
   try {
     result.status = reading.Run();
     result.handle = reading.Handle();
-    list.GiveBackMemory();
+    list.SetTexts(reading.Texts());
   } catch (const std::exception&) {
     // Only memory can run out here, perhaps in the middle of a row.
     list.Clear();

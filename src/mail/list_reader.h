@@ -41,7 +41,7 @@ struct ReadResult {
 
 // Sizes in bytes.
 struct ReadLimits {
-  size_t block = size_t{1} << 20U;
+  size_t block = size_t{64} << 10U;         // stays in the processor's cache while it is worked on
   size_t longestLine = size_t{256} << 20U;  // the rest of a longer line is passed over
   size_t betweenCalls = size_t{16} << 20U;  // read from one call of KeepGoing to the next
 };

@@ -1,63 +1,64 @@
 #include "mail/mail_list.h"
 
 #include <cassert>
-#include <limits>
 #include <utility>
 
-#include "base/text.h"
-
 namespace brindle {
-namespace {
-
-constexpr size_t kMostText = std::numeric_limits<std::uint32_t>::max();
-
-bool Fits(const std::string& buffer, std::string_view more) {
-  return more.size() <= kMostText - buffer.size();
-}
-
-}  // namespace
 
 void MailList::Clear() { TakeRows(Rows()); }
 
 void MailList::Replace(MailList& other) {
   TakeRows(std::exchange(other.rows_, Rows()));
+  other.ownTexts_.reset();
   ++other.generation_;
 }
 
 void MailList::TakeRows(Rows rows) {
   if (observer_ != nullptr) observer_->RowsAboutToBeReplaced();
   rows_ = std::move(rows);
+  ownTexts_.reset();
   ++generation_;
   if (observer_ != nullptr) observer_->RowsReplaced();
 }
 
+void MailList::SetTexts(std::shared_ptr<const MailTexts> texts) {
+  Rows rows;
+  rows.checked = RowSet(texts->Size());
+  rows.texts = std::move(texts);
+  TakeRows(std::move(rows));
+}
+
+void MailList::ShowRowsOf(const MailList& source, std::vector<std::uint32_t> textRows) {
+  assert(&source != this);
+  Rows rows;
+  if (!textRows.empty()) {
+    for (std::uint32_t& row : textRows) row = static_cast<std::uint32_t>(source.TextRow(row));
+    rows.checked = RowSet(textRows.size());
+    rows.texts = source.rows_.texts;
+    rows.textRows = std::move(textRows);
+  }
+  TakeRows(std::move(rows));
+}
+
 bool MailList::Append(std::string_view number, std::string_view title) {
   assert(observer_ == nullptr);
-  if (!Fits(rows_.numbers, number) || !Fits(rows_.titles, title)) return false;
-  rows_.numbers.append(number);
-  rows_.titles.append(title);
-  rows_.ends.push_back({static_cast<std::uint32_t>(rows_.numbers.size()),
-                        static_cast<std::uint32_t>(rows_.titles.size())});
+  MailTexts& texts = OwnTexts();
+  if (!texts.Append(number, title)) return false;
+  texts.Settle();
   rows_.checked.PushBack(false);
-  rows_.nonAscii.PushBack(!IsAscii(title));
   return true;
 }
 
-void MailList::GiveBackMemory() {
-  // Shrinking copies the text: not worth it for less than half of the room.
-  if (rows_.titles.size() < rows_.titles.capacity() / 2) rows_.titles.shrink_to_fit();
-}
-
-std::string_view MailList::Number(size_t row) const {
-  assert(row < Size());
-  const size_t begin = row == 0 ? 0 : rows_.ends[row - 1].number;
-  return std::string_view(rows_.numbers).substr(begin, rows_.ends[row].number - begin);
-}
-
-std::string_view MailList::Title(size_t row) const {
-  assert(row < Size());
-  const size_t begin = row == 0 ? 0 : rows_.ends[row - 1].title;
-  return std::string_view(rows_.titles).substr(begin, rows_.ends[row].title - begin);
+MailTexts& MailList::OwnTexts() {
+  constexpr long kOwners = 2;  // rows_ and ownTexts_
+  if (ownTexts_ && rows_.texts == ownTexts_ && ownTexts_.use_count() == kOwners) return *ownTexts_;
+  auto texts = std::make_shared<MailTexts>();
+  for (size_t row = 0; row < Size(); ++row) texts->Append(Number(row), Title(row));
+  texts->Settle();
+  rows_.texts = texts;
+  rows_.textRows.clear();
+  ownTexts_ = std::move(texts);
+  return *ownTexts_;
 }
 
 void MailList::SetChecked(size_t row, bool checked) {

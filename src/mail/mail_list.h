@@ -1,17 +1,20 @@
 #pragma once
 // The mails of one server's list: a number (kept as text), a title and a check for each row. The
-// texts of all rows lie one after another in two large buffers, so that a list of a million mails
-// is a handful of blocks of memory. Rows count from 0. One observer (a view's model) is told about
-// every change; the header above the titles is not the list's business, because it is refreshed at
-// some changes only.
+// texts themselves are in MailTexts, which lists can share: the results of a search are row numbers
+// over the texts of the list that was searched, with checks of their own. Rows count from 0. One
+// observer (a view's model) is told about every change; the header above the titles is not the
+// list's business, because it is refreshed at some changes only.
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "mail/mail_texts.h"
 #include "mail/row_set.h"
 
 namespace brindle {
@@ -44,16 +47,19 @@ class MailList {
   // generation stay this list's own. A list that is observed is filled in this way.
   void Replace(MailList& other);
 
+  // Replaces all rows by those of `texts`, none of them checked.
+  void SetTexts(std::shared_ptr<const MailTexts> texts);
+
+  // Replaces all rows by the given rows of `source`, none of them checked. The texts are shared,
+  // not copied, and stay as they are whatever becomes of `source`.
+  // REQUIRES: rows are in ascending order, each below source.Size(); source is another list.
+  void ShowRowsOf(const MailList& source, std::vector<std::uint32_t> rows);
+
   // Adds one row, not checked, at the end. False when the row was refused because one kind of text
   // would pass 4 GiB. REQUIRES: nobody observes this list; the texts are no part of this list.
   bool Append(std::string_view number, std::string_view title);
 
-  // Makes room for about `bytes` of titles to come.
-  void ReserveTitles(size_t bytes) { rows_.titles.reserve(bytes); }
-  // Gives back memory that was reserved and not needed.
-  void GiveBackMemory();
-
-  size_t Size() const { return rows_.ends.size(); }
+  size_t Size() const { return rows_.checked.Rows(); }
   size_t CheckedCount() const { return rows_.checked.Count(); }
 
   // Changes whenever all rows are removed or replaced: a loop that lets window events run compares
@@ -61,8 +67,8 @@ class MailList {
   std::uint64_t Generation() const { return generation_; }
 
   // The texts of a row; valid until the rows change. REQUIRES: row < Size().
-  std::string_view Number(size_t row) const;
-  std::string_view Title(size_t row) const;
+  std::string_view Number(size_t row) const { return rows_.texts->Number(TextRow(row)); }
+  std::string_view Title(size_t row) const { return rows_.texts->Title(TextRow(row)); }
 
   // REQUIRES: row < Size().
   bool IsChecked(size_t row) const { return rows_.checked.Contains(row); }
@@ -91,30 +97,30 @@ class MailList {
     MailList& list_;
   };
 
-  // For searching: the titles of all rows without anything between them, where the title of a row
-  // ends in that text, and the rows whose title holds more than ASCII.
-  std::string_view AllTitles() const { return rows_.titles; }
-  size_t TitleEnd(size_t row) const { return rows_.ends[row].title; }
-  const RowSet& NonAsciiTitles() const { return rows_.nonAscii; }
+  // For searching: the texts that the rows are taken from, null when there are no rows, and the
+  // row of the texts for each row of this list, ascending; empty when they are the same.
+  const MailTexts* Texts() const { return rows_.texts.get(); }
+  const std::vector<std::uint32_t>& TextRows() const { return rows_.textRows; }
 
  private:
-  struct Ends {
-    std::uint32_t number;
-    std::uint32_t title;
-  };
   struct Rows {
-    std::string numbers;
-    std::string titles;
-    std::vector<Ends> ends;
+    std::shared_ptr<const MailTexts> texts;
+    std::vector<std::uint32_t> textRows;
     RowSet checked;
-    RowSet nonAscii;
   };
 
+  size_t TextRow(size_t row) const {
+    assert(row < Size());
+    return rows_.textRows.empty() ? row : rows_.textRows[row];
+  }
+  // The texts, made ready to take a row: this list's own, and nobody else's.
+  MailTexts& OwnTexts();
   void TakeRows(Rows rows);
   void TellChecksChanged();
   void EndBulkChange();
 
   Rows rows_;
+  std::shared_ptr<MailTexts> ownTexts_;  // rows_.texts, if they are still being filled
   std::uint64_t generation_ = 0;
   MailListObserver* observer_ = nullptr;
   int bulkDepth_ = 0;

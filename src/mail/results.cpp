@@ -77,12 +77,7 @@ void Results::Remember(const std::string& text) {
 }
 
 void Results::Fill(const std::string& text) {
-  const RowSet rows = RowsWithTitle(main_, LowerCase(text));
-  MailList matches;
-  for (std::optional<size_t> row = rows.Next(0); row; row = rows.Next(*row + 1)) {
-    if (!matches.Append(main_.Number(*row), main_.Title(*row))) break;
-  }
-  found_.Replace(matches);
+  found_.ShowRowsOf(main_, RowNumbersWithTitle(main_, LowerCase(text)));
 }
 
 void Results::cmdSelected_Click() {

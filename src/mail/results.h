@@ -79,8 +79,11 @@ class Results {
   // Saves without asking: the program ends.
   void Save(const ResultsGeometry& geometry);
 
-  // The window is gone.
-  void Form_Unload() { view_ = nullptr; }
+  // The window goes away, and with it the results, which would hold on to the searched list's texts.
+  void Form_Unload() {
+    view_ = nullptr;
+    found_.Clear();
+  }
 
   MailList& Found() { return found_; }
   // The texts of the remembered searches, in their order.

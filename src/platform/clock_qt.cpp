@@ -8,7 +8,10 @@
 namespace brindle {
 
 std::tm QtClock::LocalTime() const {
-  const QDateTime now = QDateTime::currentDateTime();
+  // Asking for the time zone looks at a file, which is too much for each of a thousand chat lines.
+  const qint64 second = QDateTime::currentSecsSinceEpoch();
+  if (second == second_) return localTime_;
+  const QDateTime now = QDateTime::fromSecsSinceEpoch(second);
   std::tm time{};
   time.tm_year = now.date().year() - 1900;
   time.tm_mon = now.date().month() - 1;
@@ -16,6 +19,8 @@ std::tm QtClock::LocalTime() const {
   time.tm_hour = now.time().hour();
   time.tm_min = now.time().minute();
   time.tm_sec = now.time().second();
+  second_ = second;
+  localTime_ = time;
   return time;
 }
 

@@ -15,6 +15,8 @@ class QtClock : public Clock {
 
  private:
   QElapsedTimer since_;
+  mutable qint64 second_ = -1;  // for which localTime_ was found
+  mutable std::tm localTime_{};
 };
 
 class QtEventPump : public EventPump {

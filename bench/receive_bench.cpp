@@ -1,0 +1,182 @@
+// receive_bench [LINES [REPETITIONS]]: the processor time from the socket to the display queue for
+// a room's lines, and what the queue costs: its memory, and the time to append and take a line.
+// Prints figures (see measure.h).
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/text.h"
+#include "irc/response_parser.h"
+#include "libircclient_count.h"
+#include "line_server.h"
+#include "measure.h"
+#include "platform/chat_socket_qt.h"
+#include "platform/clock_qt.h"
+#include "support/fake_dialogs.h"
+
+namespace brindle {
+namespace {
+
+constexpr size_t kJudgedLines = 1'000'000;  // the goals are meant for so many lines
+
+class NoConnectionView : public ConnectionView {
+ public:
+  void SetConnectButton(ConnectCaption, bool) override {}
+  void SetNickFieldsEnabled(bool) override {}
+  void SetAlternateNick(const std::string&) override {}
+  void SetStatusPanel(const std::string&) override {}
+  void SetLoginStatus(const std::string&) override {}
+  void SetWindowCaption(const std::string&) override {}
+};
+
+class NoChatView : public ChatView {
+ public:
+  void Append(const std::vector<ColouredRun>&) override {}
+  size_t TextLength() const override { return 0; }
+};
+
+class NoPumpView : public PumpView {
+ public:
+  void SetBufferMonitor(const std::string&) override {}
+  void SetRtbMonitor(const std::string&) override {}
+  void SetWindowCaption(const std::string&) override {}
+};
+
+class NoSounds : public SoundPlayer {
+ public:
+  void Play(const std::string&) override {}
+};
+
+class NoRoomTab : public RoomTab {
+ public:
+  void Show_RoomTab() override {}
+};
+
+// The session as the program puts it together, without its windows.
+struct Client {
+  Session session;
+  Options options;
+  QtClock clock;
+  QtChatSocket socket{clock};
+  OutputQueue queue;
+  NoChatView chatView;
+  ChatDisplay display{chatView, chatView, options};
+  NoConnectionView connectionView;
+  FakeDialogs dialogs;
+  Connection connection{session, socket, queue, display, connectionView, dialogs, clock};
+  NoPumpView pumpView;
+  NoSounds sounds;
+  LinePump pump{queue, session, options, display, pumpView, sounds, clock};
+  WhoList who;
+  NoRoomTab roomTab;
+  ResponseParser parser{session, connection, queue, pump, who, roomTab, options, clock};
+};
+
+// The processor time for receiving `lines` lines; 0 when they did not all come.
+double ReceiveOurselves(int port, size_t lines) {
+  int argc = 0;
+  QCoreApplication application(argc, nullptr);
+  Client client;
+  client.socket.SetListener(client.connection);
+  client.connection.SetReceiver(client.parser);
+  const double before = ProcessorMilliseconds();
+  client.connection.cmdConnect_Click({"bench", "bench2", "127.0.0.1", std::to_string(port)});
+  while (client.queue.Pending() < lines &&
+         client.session.connectionState != ConnectionState::kDisconnected) {
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  }
+  return client.queue.Pending() < lines ? 0 : ProcessorMilliseconds() - before;
+}
+
+double ReceiveWithLibircclient([[maybe_unused]] int port, [[maybe_unused]] size_t lines) {
+#ifdef BRINDLE_HAS_LIBIRCCLIENT
+  const double before = ProcessorMilliseconds();
+  return CountWithLibircclient(port, lines) < lines ? 0 : ProcessorMilliseconds() - before;
+#else
+  return 0;
+#endif
+}
+
+// Each client in a process of its own, with a server of its own. Nothing when it failed.
+std::optional<double> Receive(double (*receive)(int, size_t), size_t lines) {
+  const LineServer server(lines);
+  if (server.Port() == 0) return std::nullopt;
+  const auto time = InOwnProcess([&] { return receive(server.Port(), lines); });
+  return time && *time > 0 ? time : std::nullopt;
+}
+
+std::optional<double> Judged(size_t lines, double goal) {
+  return lines == kJudgedLines ? std::optional(goal) : std::nullopt;
+}
+
+std::string Named(const char* name, size_t lines) {
+  return std::string(name) + ", " + std::to_string(lines) + " lines";
+}
+
+bool MeasureReceiving(size_t lines, size_t repetitions) {
+  std::vector<double> ours;
+  std::vector<double> theirs;
+  for (size_t i = 0; i < repetitions; ++i) {
+    if (const auto time = Receive(ReceiveWithLibircclient, lines)) theirs.push_back(*time);
+    const auto time = Receive(ReceiveOurselves, lines);
+    if (!time) return false;
+    ours.push_back(*time);
+  }
+  Print({Named("receive up to the queue", lines), Median(ours), "ms of processor time",
+         theirs.empty() ? std::nullopt : std::optional(Median(theirs)), Judged(lines, 2)});
+  return true;
+}
+
+std::string QueuedLine(size_t line) {
+  return "\r\n\0031<talker" + std::to_string(line % 100) + "> line " + std::to_string(line) +
+         " of a lively room, with some words in it";
+}
+
+void MeasureQueue(size_t lines, size_t repetitions) {
+  double text = 0;
+  for (size_t i = 0; i < lines; ++i) text += static_cast<double>(QueuedLine(i).size());
+  const auto bytes = InOwnProcess([lines] {
+    OutputQueue queue;
+    const double before = ResidentBytes();
+    for (size_t i = 0; i < lines; ++i) queue.QueueLine(QueuedLine(i), Kind::kRoom);
+    return ResidentBytes() - before;
+  });
+  Print({Named("pending queue, memory", lines), bytes.value_or(0) / 1e6, "MB", text / 1e6,
+         Judged(lines, 1.5)});
+
+  // At a backlog that stays the same, so that the cost of one line shows whether it grows with it.
+  constexpr size_t kSteps = 100'000;
+  OutputQueue queue;
+  for (size_t i = 0; i < lines; ++i) queue.QueueLine(QueuedLine(i), Kind::kRoom);
+  const std::string line = QueuedLine(12345);
+  std::vector<double> times;
+  for (size_t i = 0; i < repetitions; ++i) {
+    times.push_back(MillisecondsOf([&] {
+      for (size_t step = 0; step < kSteps; ++step) {
+        queue.QueueLine(line, Kind::kRoom);
+        if (queue.Take().text.empty()) std::exit(EXIT_FAILURE);
+      }
+    }));
+  }
+  Print({Named("pending queue, append and take one", lines),
+         Median(times) * 1e6 / static_cast<double>(kSteps), "ns", std::nullopt, std::nullopt});
+}
+
+}  // namespace
+}  // namespace brindle
+
+int main(int argc, char** argv) {
+  const auto argument = [&](int i, size_t otherwise) {
+    if (argc <= i) return otherwise;
+    return static_cast<size_t>(brindle::WholeNumber(argv[i], 1, 100'000'000).value_or(1));
+  };
+  const size_t lines = argument(1, brindle::kJudgedLines);
+  const size_t repetitions = argument(2, 5);
+  if (!brindle::MeasureReceiving(lines, repetitions)) return EXIT_FAILURE;
+  brindle::MeasureQueue(lines, repetitions);
+  return EXIT_SUCCESS;
+}
