@@ -68,6 +68,8 @@ TEST_F(ClosingTest, DuringARunOfRequests) {
                                    QString::fromStdString(window_.Room()).count("send JaneD"));
                                return echoes >= 2;
                              }));
+  // What was not requested stays checked.
+  EXPECT_TRUE(window_.Checked().ends_with("15 17 19")) << window_.Checked();
   const std::string sent = server_.TakeReceivedUpTo("QUIT\r\n");
   EXPECT_TRUE(sent.ends_with("QUIT\r\n")) << sent;
   EXPECT_EQ(sent.find("send JaneD 19"), std::string::npos) << sent;
