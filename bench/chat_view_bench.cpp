@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "irc/chat_log_find.h"
+#include "measure.h"
 #include "ui/chat_text_view.h"
 #include "ui/qt_text.h"
 
@@ -85,9 +86,12 @@ double CostOf(const std::function<void()>& action) {
   return CpuMilliseconds() - start;
 }
 
+std::string currentView;  // the heading of the figures that follow
+
 void Report(const char* what, const std::vector<double>& values, const char* unit) {
   std::printf("  %-34s p50 %9.3f   p99 %9.3f   max %9.3f %s\n", what, Percentile(values, 0.5),
               Percentile(values, 0.99), Percentile(values, 1), unit);
+  Print({currentView + ": " + what + ", p99", Percentile(values, 0.99), unit, {}, {}});
 }
 
 template <typename View>
@@ -112,6 +116,8 @@ void Fill(View& view, size_t rows) {
   const double bytes = HeapBytes() - before - reserved;
   const double text = static_cast<double>(rows * kLineLength);
   std::printf("  %-34s %13.2f times the text (%.1f MB)\n", "memory", bytes / text, bytes / 1e6);
+  Print({currentView + ": memory, beside its text", bytes / 1e6, "MB", text / 1e6,
+         std::is_same_v<View, ChatTextView> ? std::optional(3.0) : std::nullopt});
 }
 
 template <typename View>
@@ -168,7 +174,8 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Usage: chat_view_bench [ROWS]\n");
     return 2;
   }
-  std::printf("QPlainTextEdit, %zu lines\n", kBaselineRows);
+  currentView = "QPlainTextEdit, " + std::to_string(kBaselineRows) + " lines";
+  std::printf("%s\n", currentView.c_str());
   {
     PlainView plain;
     plain.resize(kSize);
@@ -177,7 +184,8 @@ int main(int argc, char** argv) {
     Fill(plain, kBaselineRows);
     Move(plain);
   }
-  std::printf("ChatTextView, %zu lines\n", rows);
+  currentView = "chat view, " + std::to_string(rows) + " lines";
+  std::printf("%s\n", currentView.c_str());
   ChatTextView view;
   view.resize(kSize);
   view.show();
