@@ -57,7 +57,8 @@ std::string AolClient::GetAolScreenName() {
   return Utf8FromWindows1252(caption.substr(before, caption.size() - before - 1));
 }
 
-WindowTree::Window AolClient::NthChild(WindowTree::Window parent, const char* className, int count) {
+WindowTree::Window AolClient::NthChild(WindowTree::Window parent, const char* className,
+                                       int count) {
   WindowTree::Window child = 0;
   for (int i = 0; i < count; ++i) {
     child = windows_.FindChild(parent, child, className, std::nullopt);

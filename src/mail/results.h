@@ -79,7 +79,8 @@ class Results {
   // Saves without asking: the program ends.
   void Save(const ResultsGeometry& geometry);
 
-  // The window goes away, and with it the results, which would hold on to the searched list's texts.
+  // The window goes away, and with it the results, which would hold on to the searched list's
+  // texts.
   void Form_Unload() {
     view_ = nullptr;
     found_.Clear();
