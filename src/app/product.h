@@ -14,7 +14,6 @@ inline constexpr const char* kWebHost = "www.brindle.example";
 inline constexpr const char* kWebAddress = "http://www.brindle.example";
 
 // Where newer versions are looked for, and the help page on the web.
-inline constexpr const char* kUpdateHost = "update.brindle.example";
 inline constexpr const char* kUpdateAddress = "https://update.brindle.example";
 inline constexpr const char* kHelpAddress = "http://www.brindle.example/help";
 

@@ -79,6 +79,10 @@ void Connection::wsChat_DataArrival(std::string_view received) {
 }
 
 void Connection::wsChat_Error(const std::string& description) {
+  if (IsEndExpected()) {
+    EndQuietly();
+    return;
+  }
   display_.Insert("\r\n* ERROR : " + description + "\r\n", kPureRed, ChatTarget::kStatus);
   queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
   wsChat_.Close();
@@ -86,12 +90,22 @@ void Connection::wsChat_Error(const std::string& description) {
 }
 
 void Connection::wsChat_Close() {
-  const bool noticed = session_.connectionState == ConnectionState::kDisconnected;
-  if (!noticed && !quitSent_) {
+  if (IsEndExpected()) {
+    EndQuietly();
+  } else {
     wsChat_Error("The server closed the connection.");
-    return;
   }
-  if (!noticed) queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
+}
+
+bool Connection::IsEndExpected() const {
+  return quitSent_ || session_.connectionState == ConnectionState::kDisconnected;
+}
+
+void Connection::EndQuietly() {
+  // A closing notice has said it already.
+  if (session_.connectionState != ConnectionState::kDisconnected) {
+    queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
+  }
   wsChat_.Close();
   EndSession();
 }

@@ -83,6 +83,10 @@ class Connection : public ChatSocketEvents {
  private:
   void Connect(const ConnectFields& fields);
   void Disconnect();
+  // True once the session was ended by our QUIT or by the server's closing notice: whatever the
+  // socket says then is no news to the user.
+  bool IsEndExpected() const;
+  void EndQuietly();
   // Everything that the end of a session resets, whatever ended it.
   void EndSession();
   void SetButton(ConnectCaption caption, bool enabled);

@@ -25,9 +25,14 @@ QMessageBox::Icon ToQtIcon(Icon icon) {
   return QMessageBox::Information;
 }
 
+// The program's texts break lines with CR LF or a CR alone.
+QString WithLineFeeds(const std::string& text) {
+  return ToQString(text).replace("\r\n", "\n").replace('\r', '\n');
+}
+
 // Shows a box with `text` as plain text, so that nothing in it is taken for markup.
 int ShowBox(Icon icon, const std::string& text, QMessageBox::StandardButtons buttons) {
-  QMessageBox box(ToQtIcon(icon), "Brindle", ToQString(text), buttons,
+  QMessageBox box(ToQtIcon(icon), "Brindle", WithLineFeeds(text), buttons,
                   QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   return box.exec();
@@ -43,8 +48,9 @@ bool QtDialogs::Question(Icon icon, const std::string& text) {
 
 std::optional<std::string> QtDialogs::Input(const std::string& prompt) {
   bool accepted = false;
-  const QString answer = QInputDialog::getText(QApplication::activeWindow(), "Brindle",
-                                               ToQString(prompt), QLineEdit::Normal, {}, &accepted);
+  const QString answer =
+      QInputDialog::getText(QApplication::activeWindow(), "Brindle", WithLineFeeds(prompt),
+                            QLineEdit::Normal, {}, &accepted);
   if (!accepted) return std::nullopt;
   return answer.toStdString();
 }
