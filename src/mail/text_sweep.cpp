@@ -100,6 +100,7 @@ class Sweep {
     const ByteKernels& kernels = Kernels();
     const size_t places = text_.size() - wanted_.size() + 1;
     std::array<std::uint64_t, kMasks> mask;
+    std::array<std::uint32_t, kMasks> withMarks;
     for (size_t at = 0; at < places; at += kMasks * kMaskBytes) {
       const size_t masks = std::min(kMasks, (places - at + kMaskBytes - 1) / kMaskBytes);
       const char* here = text_.data() + at;
@@ -107,8 +108,14 @@ class Sweep {
                          mask.data(), masks)) {
         continue;
       }
+      // Where matches are common, a branch for each mask would be guessed wrong half of the time.
+      size_t marked = 0;
       for (size_t m = 0; m < masks; ++m) {
-        if (mask[m] != 0) Look(at + m * kMaskBytes, mask[m]);
+        withMarks[marked] = static_cast<std::uint32_t>(m);
+        marked += mask[m] != 0 ? 1U : 0U;
+      }
+      for (size_t i = 0; i < marked; ++i) {
+        Look(at + withMarks[i] * kMaskBytes, mask[withMarks[i]]);
       }
     }
     return std::move(found_);
