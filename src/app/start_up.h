@@ -86,8 +86,6 @@ class StartUp {
   // Saves and ends the session, once. A window that was never completely set up saves nothing.
   void Form_Unload();
 
-  SettingsFile& Settings() { return settings_; }
-
  private:
   void WarnAboutSmallScreen();
   void FillInScreenName();
