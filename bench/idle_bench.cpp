@@ -9,8 +9,8 @@
 #include <QTimer>
 #include <cstdio>
 
+#include "app/program.h"
 #include "measure.h"
-#include "program.h"
 #include "support/data_folder.h"
 #include "support/fake_dialogs.h"
 #include "support/irc_server.h"

@@ -64,7 +64,7 @@ struct Client {
   QtChatSocket socket{clock};
   OutputQueue queue;
   NoChatView chatView;
-  ChatDisplay display{chatView, chatView, options};
+  ChatColours display{chatView, chatView, options};
   NoConnectionView connectionView;
   FakeDialogs dialogs;
   Connection connection{session, socket, queue, display, connectionView, dialogs, clock};

@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include "app/program.h"
 #include "first_paint.h"
-#include "program.h"
 
 namespace {
 

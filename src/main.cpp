@@ -9,9 +9,9 @@
 #include <optional>
 #include <string_view>
 
-#include "app/data_folder.h"
-#include "app/product.h"
-#include "program.h"
+#include "app/program.h"
+#include "settings/data_folder.h"
+#include "settings/product.h"
 #include "ui/dialogs_qt.h"
 
 namespace {

@@ -129,11 +129,11 @@ TEST(WhoList, TakesNamesFromAReply) {
   };
   for (const auto& row : table) {
     WhoList who;
-    who.AddNames(ServerLine(row.reply), false);
+    who.AddNames(IrcLine(row.reply), false);
     EXPECT_EQ(who.Nicks().Items(), row.names) << row.reply;
-    who.AddNames(ServerLine(row.reply), false);
+    who.AddNames(IrcLine(row.reply), false);
     EXPECT_EQ(who.Nicks().Size(), 2 * row.names.size());
-    who.AddNames(ServerLine(row.reply), true);
+    who.AddNames(IrcLine(row.reply), true);
     EXPECT_EQ(who.Nicks().Items(), row.names) << row.reply;
   }
 }

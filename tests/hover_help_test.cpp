@@ -1,6 +1,6 @@
 // The hover texts, looked up by control.
 
-#include "app/hover_help.h"
+#include "ui/hover_help.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/options_page.h"
+#include "settings/options_page.h"
 
 #include <gtest/gtest.h>
 

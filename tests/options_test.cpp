@@ -1,10 +1,10 @@
-#include "app/options.h"
+#include "settings/options.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 
-#include "app/data_folder.h"
+#include "settings/data_folder.h"
 #include "support/memory_files.h"
 
 namespace brindle {

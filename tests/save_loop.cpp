@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "app/data_folder.h"
-#include "app/stored_lists.h"
 #include "platform/files_native.h"
+#include "settings/data_folder.h"
+#include "settings/stored_lists.h"
 #include "support/fake_dialogs.h"
 #include "support/fake_port_box.h"
 #include "support/save_round.h"

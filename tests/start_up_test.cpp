@@ -1,4 +1,4 @@
-#include "app/start_up.h"
+#include "settings/start_up.h"
 
 #include <gtest/gtest.h>
 
@@ -66,7 +66,7 @@ class StartUpTest : public testing::Test {
   Options options;
   ObservedList channels;
   FakePortBox box;
-  ServerEntries servers{box, dialogs};
+  IrcServers servers{box, dialogs};
   StartUp startUp{
       recorder, {options, channels, servers}, files, PathsIn("/d"), dialogs, recorder, recorder,
       recorder};
@@ -104,7 +104,7 @@ TEST_F(StartUpTest, OnlyARowThatExistsIsSelected) {
   for (const auto& [stored, step] : cases) {
     files.files["/d/brindle.ini"] = "[server]\nlast used=" + std::string(stored) + "\n";
     Recorder view;
-    ServerEntries entries(box, dialogs);
+    IrcServers entries(box, dialogs);
     StartUp(view, {options, channels, entries}, files, PathsIn("/d"), dialogs, view, view, view)
         .Form_Load();
     std::string selected;

@@ -1,4 +1,4 @@
-#include "app/stored_lists.h"
+#include "settings/stored_lists.h"
 
 #include <gtest/gtest.h>
 
@@ -33,7 +33,7 @@ class StoredLists : public testing::Test {
 
   Texts ServersFrom(const std::string& text) {
     files.files["f"] = text;
-    ServerEntries servers(box, dialogs);
+    IrcServers servers(box, dialogs);
     EXPECT_EQ(LoadServers(files, dialogs, servers, "f"), LoadResult::kLoaded);
     Texts entries;
     for (size_t i = 0; i < servers.Size(); ++i) {
@@ -84,7 +84,7 @@ TEST_F(StoredLists, FilesAreWrittenByteForByte) {
   EXPECT_TRUE(SaveChannels(files, channels, "f"));
   EXPECT_EQ(files.files["f"], kHeader + "#b\r\n#a\r\n#x\r\n");
 
-  ServerEntries servers(box, dialogs);
+  IrcServers servers(box, dialogs);
   servers.Add("host", 6667);
   servers.Add("b", 40000);
   EXPECT_TRUE(SaveServers(files, servers, "g"));
@@ -103,7 +103,7 @@ TEST_F(StoredLists, FilesAreWrittenByteForByte) {
 
 TEST_F(StoredLists, MissingFilesAreToldExceptTheFinds) {
   ObservedList channels;
-  ServerEntries servers(box, dialogs);
+  IrcServers servers(box, dialogs);
   std::vector<Find> finds;
   EXPECT_EQ(LoadChannels(files, dialogs, channels, "/d/channels.txt"), LoadResult::kMissing);
   EXPECT_EQ(LoadServers(files, dialogs, servers, "/d/irc_servers.txt"), LoadResult::kMissing);

@@ -11,11 +11,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include "app/update_desk.h"
 #include "platform/files_native.h"
 #include "support/fake_dialogs.h"
 #include "support/wait.h"
 #include "support/web_server.h"
-#include "update_desk.h"
 
 namespace brindle::test {
 namespace {

@@ -1,8 +1,8 @@
 #include "advert/advertisement.h"
 
-#include "app/product.h"
 #include "base/random.h"
 #include "irc/echo.h"
+#include "settings/product.h"
 
 namespace brindle {
 namespace {

@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <string>
 
-#include "app/options.h"
 #include "base/clock.h"
 #include "irc/connection.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
+#include "settings/options.h"
 
 namespace brindle {
 

@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "app/options.h"
 #include "base/dialogs.h"
 #include "base/observed_list.h"
 #include "irc/connection.h"
 #include "irc/session.h"
+#include "settings/options.h"
 
 namespace brindle {
 

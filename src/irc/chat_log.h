@@ -13,7 +13,7 @@
 
 #include "base/colour.h"
 #include "irc/block_store.h"
-#include "irc/chat_display.h"
+#include "irc/chat_colours.h"
 
 namespace brindle {
 

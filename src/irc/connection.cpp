@@ -1,8 +1,8 @@
 #include "irc/connection.h"
 
-#include "app/product.h"
 #include "base/random.h"
 #include "base/text.h"
+#include "settings/product.h"
 
 namespace brindle {
 namespace {

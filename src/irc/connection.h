@@ -7,7 +7,7 @@
 
 #include "base/clock.h"
 #include "base/dialogs.h"
-#include "irc/chat_display.h"
+#include "irc/chat_colours.h"
 #include "irc/chat_socket.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
@@ -45,7 +45,7 @@ class ReceivedText {
 
 class Connection : public ChatSocketEvents {
  public:
-  Connection(Session& session, ChatSocket& wsChat, OutputQueue& queue, ChatDisplay& display,
+  Connection(Session& session, ChatSocket& wsChat, OutputQueue& queue, ChatColours& display,
              ConnectionView& view, Dialogs& dialogs, const Clock& clock)
       : session_(session),
         wsChat_(wsChat),
@@ -94,7 +94,7 @@ class Connection : public ChatSocketEvents {
   Session& session_;
   ChatSocket& wsChat_;
   OutputQueue& queue_;
-  ChatDisplay& display_;
+  ChatColours& display_;
   ConnectionView& view_;
   Dialogs& dialogs_;
   const Clock& clock_;

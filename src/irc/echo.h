@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "app/options.h"
 #include "base/clock.h"
 #include "irc/session.h"
+#include "settings/options.h"
 
 namespace brindle {
 

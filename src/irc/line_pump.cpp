@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "app/product.h"
 #include "base/text.h"
 #include "base/time_text.h"
+#include "settings/product.h"
 
 namespace brindle {
 namespace {
@@ -17,32 +17,6 @@ std::string MonitorText(size_t current, size_t& peak) {
 }
 
 }  // namespace
-
-Route RouteOf(Kind kind) {
-  switch (kind) {
-    case Kind::kBoth:
-      return {true, true, {}};
-    case Kind::kStatus:
-      return {true, false, {}};
-    case Kind::kRoom:
-      return {false, true, {}};
-    case Kind::kPrivateMessage:
-      return {false, true, SoundSlot::kMessage};
-    case Kind::kNotice:
-      return {false, true, SoundSlot::kNotice};
-    case Kind::kServerAdded:
-      return {false, true, SoundSlot::kServerAdded};
-    case Kind::kConnected:
-      return {true, false, SoundSlot::kConnected};
-    case Kind::kDisconnected:
-      return {true, true, SoundSlot::kDisconnected};
-    case Kind::kJoin:
-      return {false, true, SoundSlot::kJoin};
-    case Kind::kPart:
-      return {false, true, SoundSlot::kPart};
-  }
-  return {};
-}
 
 void LinePump::tmrProcess_Timer() {
   RefreshMonitors();

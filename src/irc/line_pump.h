@@ -3,15 +3,16 @@
 // and its sound, and keeps the two load monitors and the window caption up to date.
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "app/options.h"
 #include "base/clock.h"
-#include "irc/chat_display.h"
+#include "base/sound_player.h"
+#include "irc/chat_colours.h"
+#include "irc/line_kind.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
+#include "settings/options.h"
 
 namespace brindle {
 
@@ -24,14 +25,6 @@ class PumpView {
   virtual void SetWindowCaption(const std::string& text) = 0;
 };
 
-class SoundPlayer {
- public:
-  virtual ~SoundPlayer() = default;
-  // Starts the wave file at `path` and returns at once; a file that is missing, or a machine
-  // without sound, is silence.
-  virtual void Play(const std::string& path) = 0;
-};
-
 // Looks at each line before it is shown.
 class LineScanner {
  public:
@@ -39,19 +32,11 @@ class LineScanner {
   virtual void Scan(std::string_view line) = 0;
 };
 
-// The views and the sound of a kind; a number that is no kind has neither.
-struct Route {
-  bool status = false;
-  bool room = false;
-  std::optional<SoundSlot> sound;
-};
-Route RouteOf(Kind kind);
-
 class LinePump {
  public:
   static constexpr int kTickMilliseconds = 10;
 
-  LinePump(OutputQueue& queue, const Session& session, const Options& options, ChatDisplay& display,
+  LinePump(OutputQueue& queue, const Session& session, const Options& options, ChatColours& display,
            PumpView& view, SoundPlayer& sounds, const Clock& clock)
       : queue_(queue),
         session_(session),
@@ -81,7 +66,7 @@ class LinePump {
   OutputQueue& queue_;
   const Session& session_;
   const Options& options_;
-  ChatDisplay& display_;
+  ChatColours& display_;
   PumpView& view_;
   SoundPlayer& sounds_;
   const Clock& clock_;

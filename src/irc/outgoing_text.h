@@ -6,14 +6,14 @@
 #include <string_view>
 #include <vector>
 
-#include "app/options.h"
 #include "base/clock.h"
 #include "base/dialogs.h"
 #include "base/observed_list.h"
-#include "irc/chat_display.h"
+#include "irc/chat_colours.h"
 #include "irc/connection.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
+#include "settings/options.h"
 
 namespace brindle {
 
@@ -29,7 +29,7 @@ class SendBoxView {
 class OutgoingText {
  public:
   OutgoingText(const Session& session, Connection& connection, OutputQueue& queue,
-               ChatDisplay& display, const Options& options, SendBoxView& view, Dialogs& dialogs,
+               ChatColours& display, const Options& options, SendBoxView& view, Dialogs& dialogs,
                const Clock& clock)
       : session_(session),
         connection_(connection),
@@ -70,7 +70,7 @@ class OutgoingText {
   const Session& session_;
   Connection& connection_;
   OutputQueue& queue_;
-  ChatDisplay& display_;
+  ChatColours& display_;
   const Options& options_;
   SendBoxView& view_;
   Dialogs& dialogs_;

@@ -3,27 +3,14 @@
 // Lines lie end to end in large blocks, so that a long backlog costs little more than its text, and
 // both ends work in constant time.
 
-#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
 
-namespace brindle {
+#include "irc/line_kind.h"
 
-// Which views show a line and which sound belongs to it.
-enum class Kind : std::uint8_t {
-  kBoth = 0,            // status and room
-  kStatus = 1,          // status
-  kRoom = 2,            // room
-  kPrivateMessage = 3,  // room, message sound
-  kNotice = 4,          // room, notice sound
-  kServerAdded = 5,     // room, server-added sound
-  kConnected = 6,       // status, connection sound
-  kDisconnected = 7,    // both, disconnection sound
-  kJoin = 8,            // room, join sound
-  kPart = 9,            // room, part sound
-};
+namespace brindle {
 
 class OutputQueue {
  public:

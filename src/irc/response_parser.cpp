@@ -59,11 +59,11 @@ void ResponseParser::Parse_Response(std::string_view received, std::string& curr
     // The colon makes sure that even a line without source or text has two fields.
     const bool connecting = session_.connectionState == ConnectionState::kConnecting;
     const bool addColon = !text.starts_with(':') && !connecting;
-    if (!HandleLine(ServerLine(text, addColon))) return;
+    if (!HandleLine(IrcLine(text, addColon))) return;
   }
 }
 
-bool ResponseParser::HandleLine(const ServerLine& line) {
+bool ResponseParser::HandleLine(const IrcLine& line) {
   if (!line.HasWords(2)) {
     queue_.QueueLine("\r\nERROR : " + line.Line(), Kind::kStatus);
     return true;
@@ -79,7 +79,7 @@ bool ResponseParser::HandleLine(const ServerLine& line) {
   return true;
 }
 
-const ResponseParser::Command* ResponseParser::Find(const ServerLine& line) const {
+const ResponseParser::Command* ResponseParser::Find(const IrcLine& line) const {
   // A server may leave out the source of a PING, which makes it the first word.
   static constexpr Command kPing = {"ping", 2, &ResponseParser::Ping};
   static constexpr Command kSilent = {"", 2, &ResponseParser::Ignore};

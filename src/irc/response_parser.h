@@ -1,20 +1,20 @@
 #pragma once
 // What the server says, turned into effects: answers to the server, changes of the session and of
 // the who's-here list, and lines for the display queue. Cutting a line into its parts is
-// ServerLine; the table of commands is in response_parser.cpp, their handlers are in
+// IrcLine; the table of commands is in response_parser.cpp, their handlers are in
 // response_handlers.cpp.
 
 #include <string>
 #include <string_view>
 
-#include "app/options.h"
 #include "base/clock.h"
 #include "irc/connection.h"
+#include "irc/irc_line.h"
 #include "irc/line_pump.h"
 #include "irc/output_queue.h"
-#include "irc/server_line.h"
 #include "irc/session.h"
 #include "irc/who_list.h"
+#include "settings/options.h"
 
 namespace brindle {
 
@@ -48,42 +48,42 @@ class ResponseParser : public ReceivedText {
   struct Command {
     const char* word;
     size_t leastWords;
-    void (ResponseParser::*handle)(const ServerLine&);
+    void (ResponseParser::*handle)(const IrcLine&);
   };
   static const Command kCommands[];
   static const Command kNumerics[];
 
   // False when the line has too few words for its command.
-  bool HandleLine(const ServerLine& line);
-  const Command* Find(const ServerLine& line) const;
+  bool HandleLine(const IrcLine& line);
+  const Command* Find(const IrcLine& line) const;
 
-  void Ignore(const ServerLine& line);
-  void Join(const ServerLine& line);
+  void Ignore(const IrcLine& line);
+  void Join(const IrcLine& line);
   void OwnJoin(const std::string& room);
-  void ClosingLink(const ServerLine& line);
-  void Kick(const ServerLine& line);
-  void Nick(const ServerLine& line);
-  void Notice(const ServerLine& line);
-  void Part(const ServerLine& line);
-  void Privmsg(const ServerLine& line);
-  void RoomMessage(const ServerLine& line, std::string_view text);
-  void PrivateMessage(const ServerLine& line, std::string_view text);
-  void Quit(const ServerLine& line);
-  void Ping(const ServerLine& line);
+  void ClosingLink(const IrcLine& line);
+  void Kick(const IrcLine& line);
+  void Nick(const IrcLine& line);
+  void Notice(const IrcLine& line);
+  void Part(const IrcLine& line);
+  void Privmsg(const IrcLine& line);
+  void RoomMessage(const IrcLine& line, std::string_view text);
+  void PrivateMessage(const IrcLine& line, std::string_view text);
+  void Quit(const IrcLine& line);
+  void Ping(const IrcLine& line);
 
-  void Welcome(const ServerLine& line);
-  void StatusReply(const ServerLine& line);
-  void Topic(const ServerLine& line);
-  void Names(const ServerLine& line);
-  void EndOfNames(const ServerLine& line);
-  void EndOfMotd(const ServerLine& line);
-  void NoMotd(const ServerLine& line);
-  void NickInUse(const ServerLine& line);
-  void Banned(const ServerLine& line);
-  void RoomFull(const ServerLine& line);
-  void BannedFromRoom(const ServerLine& line);
-  void UnknownNumeric(const ServerLine& line);
-  void NotParsed(const ServerLine& line);
+  void Welcome(const IrcLine& line);
+  void StatusReply(const IrcLine& line);
+  void Topic(const IrcLine& line);
+  void Names(const IrcLine& line);
+  void EndOfNames(const IrcLine& line);
+  void EndOfMotd(const IrcLine& line);
+  void NoMotd(const IrcLine& line);
+  void NickInUse(const IrcLine& line);
+  void Banned(const IrcLine& line);
+  void RoomFull(const IrcLine& line);
+  void BannedFromRoom(const IrcLine& line);
+  void UnknownNumeric(const IrcLine& line);
+  void NotParsed(const IrcLine& line);
 
   void Greet();
   bool IsOwnNick(std::string_view nick) const;

@@ -14,7 +14,7 @@ bool Matches(std::string_view entry, std::string_view nick) {
 
 }  // namespace
 
-void WhoList::AddNames(const ServerLine& reply, bool clearFirst) {
+void WhoList::AddNames(const IrcLine& reply, bool clearFirst) {
   if (clearFirst) nicks_.Clear();
   for (size_t i = kFirstNameWord; i < reply.WordCount(); ++i) {
     std::string_view name = reply.Word(i);

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "base/observed_list.h"
-#include "irc/server_line.h"
+#include "irc/irc_line.h"
 
 namespace brindle {
 
@@ -16,7 +16,7 @@ class WhoList {
   const ObservedList& Nicks() const { return nicks_; }
 
   // Adds every nick of a names reply (numeric 353), after clearing the list when `clearFirst`.
-  void AddNames(const ServerLine& reply, bool clearFirst);
+  void AddNames(const IrcLine& reply, bool clearFirst);
 
   void AddNick(std::string_view nick);
 

@@ -4,10 +4,10 @@
 
 #include <string>
 
-#include "app/options.h"
 #include "base/dialogs.h"
 #include "mail/mail_list.h"
 #include "mail/request_sender.h"
+#include "settings/options.h"
 
 namespace brindle {
 

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "app/stored_lists.h"
 #include "base/clock.h"
 #include "base/dialogs.h"
 #include "base/observed_list.h"
 #include "mail/list_view.h"
 #include "mail/mail_list.h"
+#include "settings/stored_lists.h"
 
 namespace brindle {
 

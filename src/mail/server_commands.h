@@ -4,12 +4,12 @@
 
 #include <string>
 
-#include "app/options.h"
 #include "base/clock.h"
 #include "base/dialogs.h"
 #include "irc/connection.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
+#include "settings/options.h"
 
 namespace brindle {
 

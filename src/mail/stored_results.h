@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "app/options.h"
-#include "app/settings_file.h"
 #include "base/clock.h"
 #include "base/files.h"
 #include "mail/results.h"
+#include "settings/options.h"
+#include "settings/settings_file.h"
 
 namespace brindle {
 

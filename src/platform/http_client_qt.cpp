@@ -4,7 +4,7 @@
 #include <QNetworkRequest>
 #include <QUrl>
 
-#include "app/product.h"
+#include "settings/product.h"
 
 namespace brindle {
 namespace {

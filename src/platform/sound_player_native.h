@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "irc/line_pump.h"
+#include "base/sound_player.h"
 
 namespace brindle {
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "app/start_up.h"
+#include "settings/start_up.h"
 
 namespace brindle {
 

@@ -10,7 +10,7 @@
 #include <QElapsedTimer>
 #include <optional>
 
-#include "irc/chat_display.h"
+#include "irc/chat_colours.h"
 #include "irc/chat_log.h"
 #include "irc/chat_log_find.h"
 #include "ui/chat_layout.h"

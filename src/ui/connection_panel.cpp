@@ -20,7 +20,7 @@ ConnectionPanel::ConnectionPanel(QWidget* parent)
 
 ConnectionPanel::~ConnectionPanel() = default;
 
-void ConnectionPanel::Attach(Connection& connection, ServerEntries& servers) {
+void ConnectionPanel::Attach(Connection& connection, IrcServers& servers) {
   connect(ui_->cmdConnect, &QPushButton::clicked, this,
           [this, &connection] { connection.cmdConnect_Click(Fields()); });
   ui_->cmbConnectServer->Attach(servers.Hosts());

@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "irc/connection.h"
-#include "irc/server_entries.h"
+#include "irc/irc_servers.h"
 
 namespace Ui {
 class ConnectionPanel;
@@ -13,14 +13,14 @@ class ConnectionPanel;
 
 namespace brindle {
 
-class ConnectionPanel : public QWidget, public ServerEntriesView {
+class ConnectionPanel : public QWidget, public IrcServersView {
   Q_OBJECT
 
  public:
   explicit ConnectionPanel(QWidget* parent = nullptr);
   ~ConnectionPanel() override;
 
-  void Attach(Connection& connection, ServerEntries& servers);
+  void Attach(Connection& connection, IrcServers& servers);
 
   // The texts of the fields right now.
   ConnectFields Fields() const;

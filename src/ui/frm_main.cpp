@@ -6,7 +6,7 @@
 #include <QStatusBar>
 #include <QWindow>
 
-#include "app/product.h"
+#include "settings/product.h"
 #include "ui/hover_guide.h"
 #include "ui/qt_text.h"
 #include "ui_frm_main.h"

@@ -8,14 +8,14 @@
 #include <QTimer>
 #include <memory>
 
-#include "app/options_page.h"
-#include "app/start_up.h"
 #include "irc/channels.h"
 #include "irc/connection.h"
 #include "irc/line_pump.h"
 #include "irc/outgoing_text.h"
 #include "irc/response_parser.h"
 #include "mail/requests.h"
+#include "settings/options_page.h"
+#include "settings/start_up.h"
 #include "ui/channels_panel.h"
 #include "ui/chat_text_view.h"
 #include "ui/connection_panel.h"

@@ -3,7 +3,7 @@
 #include <QDesktopServices>
 #include <QFile>
 
-#include "app/product.h"
+#include "settings/product.h"
 #include "ui/qt_text.h"
 
 // The page lies in a static library, which must name it to have it linked.

@@ -7,7 +7,7 @@
 #include <QSplitter>
 #include <QTabWidget>
 
-#include "app/hover_help.h"
+#include "ui/hover_help.h"
 
 namespace brindle {
 namespace {

@@ -11,7 +11,7 @@
 #include <array>
 #include <initializer_list>
 
-#include "app/options_page.h"
+#include "settings/options_page.h"
 
 class QBoxLayout;
 class QGroupBox;

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "app/settings_text.h"
 #include "base/text.h"
 #include "base/time_text.h"
+#include "settings/settings_text.h"
 
 namespace brindle {
 namespace {

@@ -6,9 +6,9 @@
 #include <functional>
 #include <string>
 
-#include "app/settings_file.h"
 #include "base/clock.h"
 #include "base/dialogs.h"
+#include "settings/settings_file.h"
 #include "update/http_client.h"
 #include "update/update_check.h"
 #include "update/update_folder.h"

@@ -5,7 +5,7 @@
 #include <QFileInfo>
 #include <QProcess>
 
-#include "program.h"
+#include "app/program.h"
 #include "support/data_folder.h"
 #include "support/fake_dialogs.h"
 #include "support/wait.h"

@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "irc/server_entries.h"
+#include "irc/irc_servers.h"
 
 namespace brindle {
 
-class FakePortBox : public ServerEntriesView {
+class FakePortBox : public IrcServersView {
  public:
   void SetPort(const std::string& text) override { port = text; }
   std::string port = "6667";

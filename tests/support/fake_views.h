@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "irc/channels.h"
-#include "irc/chat_display.h"
+#include "irc/chat_colours.h"
 #include "irc/connection.h"
 #include "irc/line_pump.h"
 #include "irc/response_parser.h"

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "app/data_folder.h"
-#include "app/settings_file.h"
-#include "app/stored_lists.h"
+#include "settings/data_folder.h"
+#include "settings/settings_file.h"
+#include "settings/stored_lists.h"
 #include "support/fake_dialogs.h"
 #include "support/fake_port_box.h"
 
@@ -20,7 +20,7 @@ inline bool SaveRound(Files& files, const DataPaths& paths, int round) {
   const std::string mark = std::to_string(round);
   FakeDialogs dialogs;
   FakePortBox box;
-  ServerEntries servers(box, dialogs);
+  IrcServers servers(box, dialogs);
   ObservedList channels;
   std::vector<Find> finds;
   std::vector<Setting> settings;
@@ -49,7 +49,7 @@ inline std::string WrongWithSaved(const Files& files, const DataPaths& paths) {
   };
   FakeDialogs dialogs;
   FakePortBox box;
-  ServerEntries servers(box, dialogs);
+  IrcServers servers(box, dialogs);
   ObservedList channels;
   std::vector<Find> finds;
   LoadServers(files, dialogs, servers, paths.servers);

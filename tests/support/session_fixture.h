@@ -5,7 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/options.h"
 #include "base/text.h"
 #include "irc/channels.h"
 #include "irc/connection.h"
@@ -14,6 +13,7 @@
 #include "irc/response_parser.h"
 #include "irc/session.h"
 #include "irc/who_list.h"
+#include "settings/options.h"
 #include "support/fake_clock.h"
 #include "support/fake_dialogs.h"
 #include "support/fake_socket.h"
@@ -98,7 +98,7 @@ struct SessionFixture {
   FakeSounds sounds;
   OutputQueue queue;
   WhoList who;
-  ChatDisplay display{status, room, options};
+  ChatColours display{status, room, options};
   LinePump pump{queue, session, options, display, window, sounds, clock};
   Connection connection{session, socket, queue, display, window, dialogs, clock};
   ResponseParser parser{session, connection, queue, pump, who, window, options, clock};

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "program.h"
+#include "app/program.h"
 #include "support/data_folder.h"
 #include "support/fake_dialogs.h"
 

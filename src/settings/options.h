@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/settings_file.h"
 #include "base/colour.h"
+#include "settings/settings_file.h"
 
 namespace brindle {
 

@@ -4,11 +4,11 @@
 
 #include <string>
 
-#include "app/options.h"
-#include "app/settings_file.h"
 #include "base/dialogs.h"
 #include "base/files.h"
-#include "irc/line_pump.h"
+#include "base/sound_player.h"
+#include "settings/options.h"
+#include "settings/settings_file.h"
 
 namespace brindle {
 

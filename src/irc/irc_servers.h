@@ -12,16 +12,16 @@
 
 namespace brindle {
 
-class ServerEntriesView {
+class IrcServersView {
  public:
-  virtual ~ServerEntriesView() = default;
+  virtual ~IrcServersView() = default;
   // The text of txtConnectPort.
   virtual void SetPort(const std::string& text) = 0;
 };
 
-class ServerEntries {
+class IrcServers {
  public:
-  ServerEntries(ServerEntriesView& view, Dialogs& dialogs) : view_(view), dialogs_(dialogs) {}
+  IrcServers(IrcServersView& view, Dialogs& dialogs) : view_(view), dialogs_(dialogs) {}
 
   // The hosts in order of adding. Change them through this class only.
   ObservedList& Hosts() { return hosts_; }
@@ -41,7 +41,7 @@ class ServerEntries {
  private:
   bool Has(int index) const { return index >= 0 && static_cast<size_t>(index) < Size(); }
 
-  ServerEntriesView& view_;
+  IrcServersView& view_;
   Dialogs& dialogs_;
   ObservedList hosts_;
   std::vector<std::int32_t> ports_;  // one for each host

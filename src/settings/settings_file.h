@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/settings_text.h"
 #include "base/files.h"
+#include "settings/settings_text.h"
 
 namespace brindle {
 

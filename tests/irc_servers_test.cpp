@@ -1,4 +1,4 @@
-#include "irc/server_entries.h"
+#include "irc/irc_servers.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ class ServerEntriesTest : public testing::Test {
 
   FakeDialogs dialogs;
   FakePortBox box;
-  ServerEntries entries{box, dialogs};
+  IrcServers entries{box, dialogs};
 };
 
 TEST_F(ServerEntriesTest, SaysWhatIsWrongWithAnAnswer) {

@@ -1,4 +1,4 @@
-#include "irc/chat_display.h"
+#include "irc/chat_colours.h"
 
 #include <array>
 #include <optional>
@@ -122,11 +122,11 @@ std::vector<ColouredRun> ColouredRuns(std::string_view text, Colour roomBackcolo
   return runs;
 }
 
-void ChatDisplay::Color_Response(std::string_view text, ChatTarget target) {
+void ChatColours::Color_Response(std::string_view text, ChatTarget target) {
   View(target).Append(ColouredRuns(text, options_.roomBackcolor, options_.roomForecolor));
 }
 
-void ChatDisplay::Insert(std::string_view text, Colour colour, ChatTarget target) {
+void ChatColours::Insert(std::string_view text, Colour colour, ChatTarget target) {
   View(target).Append(OneRun(colour, ShowableText(text)));
 }
 

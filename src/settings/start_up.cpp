@@ -1,9 +1,9 @@
-#include "app/start_up.h"
+#include "settings/start_up.h"
 
 #include <vector>
 
-#include "app/product.h"
 #include "base/text.h"
+#include "settings/product.h"
 
 namespace brindle {
 namespace {

@@ -12,7 +12,7 @@
 #include "base/dialogs.h"
 #include "base/files.h"
 #include "base/observed_list.h"
-#include "irc/server_entries.h"
+#include "irc/irc_servers.h"
 
 namespace brindle {
 
@@ -26,12 +26,12 @@ enum class LoadResult {
 // window events run after each field. A missing file is told to the user.
 LoadResult LoadChannels(const Files& files, Dialogs& dialogs, ObservedList& channels,
                         const std::string& path, EventPump* events = nullptr);
-LoadResult LoadServers(const Files& files, Dialogs& dialogs, ServerEntries& servers,
+LoadResult LoadServers(const Files& files, Dialogs& dialogs, IrcServers& servers,
                        const std::string& path);
 
 // These rewrite the file whole. False when it could not be written; it is then as it was.
 bool SaveChannels(Files& files, const ObservedList& channels, const std::string& path);
-bool SaveServers(Files& files, const ServerEntries& servers, const std::string& path);
+bool SaveServers(Files& files, const IrcServers& servers, const std::string& path);
 
 using DayNumber = std::int32_t;  // days since 1970-01-01
 

@@ -1,4 +1,4 @@
-#include "irc/server_detection.h"
+#include "mail/server_detection.h"
 
 #include "base/text.h"
 #include "irc/echo.h"

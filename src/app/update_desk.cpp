@@ -1,4 +1,4 @@
-#include "update_desk.h"
+#include "app/update_desk.h"
 
 #include <utility>
 

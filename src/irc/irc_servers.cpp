@@ -1,4 +1,4 @@
-#include "irc/server_entries.h"
+#include "irc/irc_servers.h"
 
 #include <charconv>
 #include <cmath>
@@ -28,12 +28,12 @@ const char* FaultOf(const std::vector<std::string_view>& parts) {
 
 }  // namespace
 
-void ServerEntries::Add(const std::string& host, std::int32_t port) {
+void IrcServers::Add(const std::string& host, std::int32_t port) {
   ports_.push_back(port);
   hosts_.Add(host);
 }
 
-void ServerEntries::cmdConnectAdd_Click() {
+void IrcServers::cmdConnectAdd_Click() {
   const std::string answer = dialogs_.Input(kPrompt).value_or("");
   const auto parts = Split(answer, ":");
   if (const char* fault = FaultOf(parts)) {
@@ -44,18 +44,18 @@ void ServerEntries::cmdConnectAdd_Click() {
   Add(LowerCase(parts[0]), PortNumber(parts[1], Limits::min(), Limits::max()).value_or(0));
 }
 
-void ServerEntries::cmdConnectRemove_Click(int selected) {
+void IrcServers::cmdConnectRemove_Click(int selected) {
   if (!Has(selected)) return;
   ports_.erase(ports_.begin() + selected);
   hosts_.RemoveAt(static_cast<size_t>(selected));
   view_.SetPort("");
 }
 
-void ServerEntries::cmbConnectServer_Click(int selected) {
+void IrcServers::cmbConnectServer_Click(int selected) {
   if (Has(selected)) view_.SetPort(std::to_string(ports_[static_cast<size_t>(selected)]));
 }
 
-void ServerEntries::txtConnectPort_Change(std::string_view text, int selected) {
+void IrcServers::txtConnectPort_Change(std::string_view text, int selected) {
   const auto port = PortNumber(text, Limits::min(), Limits::max());
   if (port && Has(selected)) ports_[static_cast<size_t>(selected)] = *port;
 }

@@ -1,6 +1,6 @@
-#include "app/product_addresses.h"
+#include "settings/product_addresses.h"
 
-#include "app/product.h"
+#include "settings/product.h"
 
 namespace brindle {
 

@@ -10,12 +10,12 @@
 
 namespace brindle {
 
-class ServerLine {
+class IrcLine {
  public:
   // The line as received, without its line end; `addColon` puts a colon behind it.
-  explicit ServerLine(std::string_view received, bool addColon = false);
-  ServerLine(const ServerLine&) = delete;
-  ServerLine& operator=(const ServerLine&) = delete;
+  explicit IrcLine(std::string_view received, bool addColon = false);
+  IrcLine(const IrcLine&) = delete;
+  IrcLine& operator=(const IrcLine&) = delete;
 
   const std::string& Line() const { return line_; }
   // The line without the colon that was put behind it.

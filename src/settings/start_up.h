@@ -5,14 +5,14 @@
 #include <string>
 
 #include "aol/aol_link.h"
-#include "app/data_folder.h"
-#include "app/options.h"
-#include "app/settings_file.h"
-#include "app/stored_lists.h"
 #include "base/dialogs.h"
 #include "base/files.h"
 #include "base/observed_list.h"
-#include "irc/server_entries.h"
+#include "irc/irc_servers.h"
+#include "settings/data_folder.h"
+#include "settings/options.h"
+#include "settings/settings_file.h"
+#include "settings/stored_lists.h"
 
 namespace brindle {
 
@@ -62,7 +62,7 @@ class StartUpView {
 struct LastingState {
   Options& options;
   ObservedList& channels;
-  ServerEntries& servers;
+  IrcServers& servers;
 };
 
 class StartUp {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "app/settings_file.h"
+#include "settings/settings_file.h"
 
 namespace brindle {
 

@@ -9,17 +9,14 @@
 
 #include "advert/advertisement.h"
 #include "aol/screen_name.h"
-#include "app/options.h"
-#include "app/options_page.h"
-#include "app/start_up.h"
+#include "app/update_desk.h"
 #include "irc/channels.h"
 #include "irc/connection.h"
+#include "irc/irc_servers.h"
 #include "irc/line_pump.h"
 #include "irc/outgoing_text.h"
 #include "irc/output_queue.h"
 #include "irc/response_parser.h"
-#include "irc/server_detection.h"
-#include "irc/server_entries.h"
 #include "irc/session.h"
 #include "irc/who_list.h"
 #include "mail/list_loader.h"
@@ -30,6 +27,7 @@
 #include "mail/requests.h"
 #include "mail/results.h"
 #include "mail/server_commands.h"
+#include "mail/server_detection.h"
 #include "mail/server_handles.h"
 #include "mail/stored_results.h"
 #include "platform/chat_socket_qt.h"
@@ -39,10 +37,12 @@
 #include "platform/sound_player_native.h"
 #include "platform/system_menu_native.h"
 #include "platform/window_tree_native.h"
+#include "settings/options.h"
+#include "settings/options_page.h"
+#include "settings/start_up.h"
 #include "ui/frm_main.h"
 #include "ui/frm_manual_request.h"
 #include "ui/frm_results.h"
-#include "update_desk.h"
 
 namespace brindle {
 
@@ -104,12 +104,12 @@ class Program : private StartUpView {
   FrmMain& window_ = *ownedWindow_;
   NativeSystemMenu systemMenu_;
   QtChatSocket wsChat_;
-  ChatDisplay display_;
+  ChatColours display_;
   LinePump pump_;
   Connection connection_;
   ResponseParser parser_;
   Channels channels_;
-  ServerEntries servers_;
+  IrcServers servers_;
   ServerHandles handles_;
   ServerCommands commands_;
   ServerDetection detection_;

@@ -1,4 +1,4 @@
-#include "app/hover_help.h"
+#include "ui/hover_help.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "irc/server_line.h"
+#include "irc/irc_line.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 
 namespace brindle {
 
-ServerLine::ServerLine(std::string_view received, bool addColon) : receivedSize_(received.size()) {
+IrcLine::IrcLine(std::string_view received, bool addColon) : receivedSize_(received.size()) {
   line_.reserve(received.size() + 1);
   line_ = received;
   if (addColon) line_ += ':';
@@ -19,17 +19,17 @@ ServerLine::ServerLine(std::string_view received, bool addColon) : receivedSize_
   }
 }
 
-std::string_view ServerLine::Word(size_t index) const {
+std::string_view IrcLine::Word(size_t index) const {
   if (index < kFirstWords) return first_[index];
   return index < AllWords().size() ? words_[index] : std::string_view();
 }
 
-const std::vector<std::string_view>& ServerLine::AllWords() const {
+const std::vector<std::string_view>& IrcLine::AllWords() const {
   if (words_.empty()) words_ = Split(line_, " ");
   return words_;
 }
 
-std::string_view ServerLine::ColonRest(size_t index) const {
+std::string_view IrcLine::ColonRest(size_t index) const {
   const std::string_view line = line_;
   if (index == 0) return line;
   size_t begin = line.find(':');
@@ -42,9 +42,9 @@ std::string_view ServerLine::ColonRest(size_t index) const {
   return "";
 }
 
-std::string ServerLine::WordRest(size_t index) const { return JoinFrom(AllWords(), index, " "); }
+std::string IrcLine::WordRest(size_t index) const { return JoinFrom(AllWords(), index, " "); }
 
-std::string ServerLine::Nick() const { return std::string(NickOf(first_[0])); }
+std::string IrcLine::Nick() const { return std::string(NickOf(first_[0])); }
 
 std::string_view WithoutColon(std::string_view word) {
   if (word.starts_with(':')) word.remove_prefix(1);

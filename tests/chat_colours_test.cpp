@@ -1,4 +1,4 @@
-#include "irc/chat_display.h"
+#include "irc/chat_colours.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ constexpr Colour kGreen{0, 128, 0};
 
 Runs On(Colour background, std::string_view text) { return ColouredRuns(text, background, kUsers); }
 
-TEST(ChatDisplay, MapsEveryColourNumber) {
+TEST(ChatColours, MapsEveryColourNumber) {
   const Colour expected[] = {{255, 255, 255}, {0, 0, 0},     {0, 0, 128},     {0, 128, 0},
                              {255, 0, 0},     {128, 0, 0},   {128, 0, 128},   {128, 128, 0},
                              {255, 255, 0},   {0, 255, 0},   {0, 128, 128},   {0, 255, 255},
@@ -37,7 +37,7 @@ TEST(ChatDisplay, MapsEveryColourNumber) {
   EXPECT_EQ(IrcColorToBasic(1000), 0);
 }
 
-TEST(ChatDisplay, CutsTextIntoColouredRuns) {
+TEST(ChatColours, CutsTextIntoColouredRuns) {
   const struct {
     std::string text;
     Runs runs;
@@ -73,7 +73,7 @@ TEST(ChatDisplay, CutsTextIntoColouredRuns) {
   }
 }
 
-TEST(ChatDisplay, UsesTheRoomColourForTextThatCouldNotBeRead) {
+TEST(ChatColours, UsesTheRoomColourForTextThatCouldNotBeRead) {
   const struct {
     Colour background;
     std::string text;
@@ -89,7 +89,7 @@ TEST(ChatDisplay, UsesTheRoomColourForTextThatCouldNotBeRead) {
   for (const auto& row : table) EXPECT_EQ(On(row.background, row.text), row.runs) << row.text;
 }
 
-TEST(ChatDisplay, LetsNothingButCrLfBreakALine) {
+TEST(ChatColours, LetsNothingButCrLfBreakALine) {
   const struct {
     std::string text;
     std::string shown;
@@ -109,13 +109,13 @@ TEST(ChatDisplay, LetsNothingButCrLfBreakALine) {
   }
 }
 
-TEST(ChatDisplay, WritesIntoTheViewItIsTold) {
+TEST(ChatColours, WritesIntoTheViewItIsTold) {
   FakeChatView status;
   FakeChatView room;
   Options options;
   options.roomBackcolor = kRed;
   options.roomForecolor = kUsers;
-  ChatDisplay display(status, room, options);
+  ChatColours display(status, room, options);
   display.Color_Response("\0034a", ChatTarget::kStatus);
   display.Color_Response("\0033b", ChatTarget::kRoom);
   display.Insert("\r\n\0034c\rd", kRed, ChatTarget::kStatus);
@@ -124,7 +124,7 @@ TEST(ChatDisplay, WritesIntoTheViewItIsTold) {
   EXPECT_EQ(display.RoomTextLength(), 1U);
 }
 
-TEST(ChatDisplay, SurvivesThousandsOfCodes) {
+TEST(ChatColours, SurvivesThousandsOfCodes) {
   std::string text;
   for (int i = 0; i < 50000; ++i) text += "\0034,";
   EXPECT_EQ(On(kGrey, text).size(), 50000U);

@@ -1,13 +1,13 @@
-#include "app/stored_lists.h"
+#include "settings/stored_lists.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <limits>
 
-#include "app/settings_text.h"
 #include "base/encoding.h"
 #include "base/text.h"
+#include "settings/settings_text.h"
 
 namespace brindle {
 namespace {
@@ -70,7 +70,7 @@ LoadResult LoadChannels(const Files& files, Dialogs& dialogs, ObservedList& chan
   return read.result;
 }
 
-LoadResult LoadServers(const Files& files, Dialogs& dialogs, ServerEntries& servers,
+LoadResult LoadServers(const Files& files, Dialogs& dialogs, IrcServers& servers,
                        const std::string& path) {
   using Port = std::numeric_limits<std::int16_t>;
   const Fields read = ReadFields(files, dialogs, path);
@@ -90,7 +90,7 @@ bool SaveChannels(Files& files, const ObservedList& channels, const std::string&
   return files.Replace(path, text);
 }
 
-bool SaveServers(Files& files, const ServerEntries& servers, const std::string& path) {
+bool SaveServers(Files& files, const IrcServers& servers, const std::string& path) {
   std::string text(kHeader);
   for (size_t i = 0; i < servers.Size(); ++i) {
     AppendLine(text, servers.Host(i) + ":" + std::to_string(servers.Port(i)));

@@ -7,13 +7,13 @@
 #include <string>
 #include <string_view>
 
-#include "app/options.h"
 #include "base/clock.h"
 #include "irc/connection.h"
 #include "irc/line_pump.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
 #include "mail/server_handles.h"
+#include "settings/options.h"
 
 namespace brindle {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/options.h"
 #include "base/colour.h"
+#include "settings/options.h"
 
 namespace brindle {
 
@@ -38,15 +38,15 @@ int IrcColorToBasic(int number);
 // The colour of a console colour index. REQUIRES: 0 <= index <= 15.
 Colour BasicColour(int index);
 
-// The runs of `text`: see ChatDisplay::Color_Response.
+// The runs of `text`: see ChatColours::Color_Response.
 std::vector<ColouredRun> ColouredRuns(std::string_view text, Colour roomBackcolor,
                                       Colour roomForecolor);
 
 enum class ChatTarget { kStatus, kRoom };
 
-class ChatDisplay {
+class ChatColours {
  public:
-  ChatDisplay(ChatView& txtStatus, ChatView& txtChannel, const Options& options)
+  ChatColours(ChatView& txtStatus, ChatView& txtChannel, const Options& options)
       : txtStatus_(txtStatus), txtChannel_(txtChannel), options_(options) {}
 
   // Appends `text` to a view. A text without a colour mark is black. In one with marks, each piece

@@ -1,10 +1,10 @@
-#include "program.h"
+#include "app/program.h"
 
 #include <QGuiApplication>
 #include <QScreen>
 
-#include "app/product.h"
-#include "app/product_addresses.h"
+#include "settings/product.h"
+#include "settings/product_addresses.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
