@@ -81,9 +81,9 @@ TEST_F(ChannelsTest, RemovesAndEnters) {
   Register();
   channels.lblJoin_Click(1);
   channels.lstChannels_DblClick(0);
-  channels.lblJoin_Click(-1);
+  channels.lblJoin_Click(std::nullopt);
   EXPECT_EQ(socket.TakeSent(), (Texts{"JOIN #two", "JOIN #one", "JOIN "}));
-  channels.lblChannelsRemove_Click(-1);
+  channels.lblChannelsRemove_Click(std::nullopt);
   EXPECT_EQ(channels.Rooms().Size(), 2U);
   channels.lblChannelsRemove_Click(0);
   EXPECT_EQ(channels.Rooms().Items(), Texts{"#two"});

@@ -15,6 +15,8 @@ class ServerEntriesTest : public testing::Test {
     entries.cmdConnectAdd_Click();
   }
 
+  const ObservedList<IrcServer>& Rows() const { return entries.Entries(); }
+
   FakeDialogs dialogs;
   FakePortBox box;
   IrcServers entries{box, dialogs};
@@ -38,7 +40,7 @@ TEST_F(ServerEntriesTest, SaysWhatIsWrongWithAnAnswer) {
     const std::vector<FakeDialogs::Shown> expected = {{Icon::kExclamation, text}};
     EXPECT_EQ(dialogs.notices, expected) << answer.value_or("(cancelled)");
   }
-  EXPECT_EQ(entries.Size(), 0U);
+  EXPECT_EQ(Rows().Size(), 0U);
   EXPECT_EQ(dialogs.prompts[0],
             "Enter the server and port. When you are done it should look something like this :\r\r"
             "irc.brindle.example:6667");
@@ -53,40 +55,37 @@ TEST_F(ServerEntriesTest, AddsTheFirstTwoParts) {
   };
   for (const auto& [answer, host, port] : cases) {
     Answer(answer);
-    EXPECT_EQ(entries.Host(entries.Size() - 1), host) << answer;
-    EXPECT_EQ(entries.Port(entries.Size() - 1), port) << answer;
+    EXPECT_EQ(Rows().Items().back().host, host) << answer;
+    EXPECT_EQ(Rows().Items().back().port, port) << answer;
   }
-  EXPECT_EQ(entries.Size(), std::size(cases));
+  EXPECT_EQ(Rows().Size(), std::size(cases));
   EXPECT_TRUE(dialogs.notices.empty());
   EXPECT_EQ(box.port, "6667");
 }
 
 TEST_F(ServerEntriesTest, PortFollowsTheSelectionAndTheTyping) {
-  entries.Add("a", 1);
-  entries.Add("b", 2);
+  entries.Add({"a", 1});
+  entries.Add({"b", 2});
   entries.cmbConnectServer_Click(1);
   EXPECT_EQ(box.port, "2");
   for (const char* text : {"", "x", "7x", "3000000000"}) entries.txtConnectPort_Change(text, 1);
-  EXPECT_EQ(entries.Port(1), 2);
+  EXPECT_EQ(Rows()[1].port, 2);
   entries.txtConnectPort_Change("40000", 1);
-  EXPECT_EQ(entries.Port(1), 40000);
-  entries.txtConnectPort_Change("5", -1);
-  entries.txtConnectPort_Change("5", 2);
-  entries.cmbConnectServer_Click(-1);
-  EXPECT_EQ(entries.Port(0), 1);
+  EXPECT_EQ(Rows()[1].port, 40000);
+  entries.txtConnectPort_Change("5", std::nullopt);
+  entries.cmbConnectServer_Click(std::nullopt);
+  EXPECT_EQ(Rows()[0].port, 1);
   EXPECT_EQ(box.port, "2");
 }
 
 TEST_F(ServerEntriesTest, RemovingTakesThePortAlong) {
-  entries.Add("a", 1);
-  entries.Add("b", 2);
-  entries.cmdConnectRemove_Click(-1);
+  entries.Add({"a", 1});
+  entries.Add({"b", 2});
+  entries.cmdConnectRemove_Click(std::nullopt);
   EXPECT_EQ(box.port, "6667");
-  // Whoever observes the hosts may ask for a port at once.
-  entries.Hosts().Observe([&](const ListChange&) { EXPECT_EQ(entries.Port(0), 2); });
   entries.cmdConnectRemove_Click(0);
-  EXPECT_EQ(entries.Size(), 1U);
-  EXPECT_EQ(entries.Host(0), "b");
+  EXPECT_EQ(Rows().Size(), 1U);
+  EXPECT_EQ(Rows()[0].host, "b");
   EXPECT_EQ(box.port, "");
 }
 

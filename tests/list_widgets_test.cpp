@@ -15,32 +15,35 @@
 namespace brindle {
 namespace {
 
+using Texts = ObservedList<std::string>;
+constexpr std::optional<size_t> kNone;
+
 TEST(ListComboBoxTest, ChangesOfTheListLeaveTheTextAlone) {
   const struct {
     const char* name;
     std::vector<std::string> items;
-    int selected;
+    std::optional<size_t> selected;
     const char* typed;  // null: what the selected item says
-    std::function<void(ObservedList&)> change;
+    std::function<void(Texts&)> change;
     const char* text;
-    int selectedAfter;
+    std::optional<size_t> selectedAfter;
   } table[] = {
-      {"first comes", {}, -1, "ty", [](ObservedList& list) { list.Add("a"); }, "ty", -1},
-      {"first comes, no text", {}, -1, "", [](ObservedList& list) { list.Add("a"); }, "", -1},
-      {"another comes", {"a"}, -1, "ty", [](ObservedList& list) { list.Add("b"); }, "ty", -1},
-      {"beside a selected", {"a"}, 0, nullptr, [](ObservedList& list) { list.Add("b"); }, "a", 0},
-      {"beside an edited", {"a"}, 0, "ab", [](ObservedList& list) { list.Add("b"); }, "ab", -1},
-      {"earlier goes", {"a", "b"}, 1, nullptr, [](ObservedList& l) { l.RemoveAt(0); }, "b", 0},
-      {"later goes", {"a", "b"}, 0, nullptr, [](ObservedList& l) { l.RemoveAt(1); }, "a", 0},
-      {"selected goes", {"a", "b"}, 0, nullptr, [](ObservedList& l) { l.RemoveAt(0); }, "", -1},
-      {"edited goes", {"a", "b"}, 0, "ab", [](ObservedList& l) { l.RemoveAt(0); }, "ab", -1},
-      {"last goes", {"a"}, -1, "ty", [](ObservedList& list) { list.RemoveAt(0); }, "ty", -1},
-      {"cleared", {"a", "b"}, -1, "ty", [](ObservedList& list) { list.Clear(); }, "ty", -1},
-      {"selected is cleared", {"a"}, 0, nullptr, [](ObservedList& list) { list.Clear(); }, "", -1},
-      {"twins", {"a", "a"}, 1, nullptr, [](ObservedList& list) { list.RemoveAt(0); }, "a", 0},
+      {"first comes", {}, kNone, "ty", [](Texts& list) { list.Add("a"); }, "ty", kNone},
+      {"first comes, no text", {}, kNone, "", [](Texts& list) { list.Add("a"); }, "", kNone},
+      {"another comes", {"a"}, kNone, "ty", [](Texts& list) { list.Add("b"); }, "ty", kNone},
+      {"beside a selected", {"a"}, 0, nullptr, [](Texts& list) { list.Add("b"); }, "a", 0},
+      {"beside an edited", {"a"}, 0, "ab", [](Texts& list) { list.Add("b"); }, "ab", kNone},
+      {"earlier goes", {"a", "b"}, 1, nullptr, [](Texts& l) { l.RemoveAt(0); }, "b", 0},
+      {"later goes", {"a", "b"}, 0, nullptr, [](Texts& l) { l.RemoveAt(1); }, "a", 0},
+      {"selected goes", {"a", "b"}, 0, nullptr, [](Texts& l) { l.RemoveAt(0); }, "", kNone},
+      {"edited goes", {"a", "b"}, 0, "ab", [](Texts& l) { l.RemoveAt(0); }, "ab", kNone},
+      {"last goes", {"a"}, kNone, "ty", [](Texts& list) { list.RemoveAt(0); }, "ty", kNone},
+      {"cleared", {"a", "b"}, kNone, "ty", [](Texts& list) { list.Clear(); }, "ty", kNone},
+      {"selected is cleared", {"a"}, 0, nullptr, [](Texts& list) { list.Clear(); }, "", kNone},
+      {"twins", {"a", "a"}, 1, nullptr, [](Texts& list) { list.RemoveAt(0); }, "a", 0},
   };
   for (const auto& row : table) {
-    ObservedList list;
+    Texts list;
     ListComboBox box;
     box.Attach(list);
     for (const std::string& item : row.items) list.Add(item);
@@ -52,7 +55,7 @@ TEST(ListComboBoxTest, ChangesOfTheListLeaveTheTextAlone) {
       QTest::keyClick(box.lineEdit(), Qt::Key_Left);
     }
     const int cursor = box.lineEdit()->cursorPosition();
-    EXPECT_EQ(box.Selected(), row.typed != nullptr ? -1 : row.selected) << row.name;
+    EXPECT_EQ(box.Selected(), row.typed != nullptr ? kNone : row.selected) << row.name;
     row.change(list);
     EXPECT_EQ(box.currentText().toStdString(), row.text) << row.name;
     EXPECT_EQ(box.Selected(), row.selectedAfter) << row.name;
@@ -62,7 +65,7 @@ TEST(ListComboBoxTest, ChangesOfTheListLeaveTheTextAlone) {
 }
 
 TEST(ListComboBoxTest, NothingKnownTakesThePlaceOfWhatIsTyped) {
-  ObservedList list;
+  Texts list;
   ListComboBox box;
   box.Attach(list);
   list.Add("MailBot");
@@ -74,7 +77,7 @@ TEST(ListComboBoxTest, NothingKnownTakesThePlaceOfWhatIsTyped) {
   EXPECT_EQ(box.count(), 1);
   EXPECT_EQ(picked.count(), 0);
   box.Select(0);
-  box.Select(-1);
+  box.Select(kNone);
   EXPECT_EQ(box.currentText(), "");
   EXPECT_EQ(picked.count(), 2);
 }

@@ -63,6 +63,11 @@ class ResultsTest : public testing::Test {
     }
     return found;
   }
+  Texts FindTexts() {
+    Texts texts;
+    for (const Find& find : results.Finds().Items()) texts.push_back(find.text);
+    return texts;
+  }
   // The positions, from 1, that are checked in the main list.
   std::string Checked() {
     std::string checked;
@@ -147,13 +152,13 @@ TEST_F(ResultsTest, ARememberedSearchMovesToTheEnd) {
   EXPECT_EQ(geometry.column1, 0);
   EXPECT_EQ(geometry.column2, 0);
   EXPECT_EQ(view.text, "blue");
-  EXPECT_EQ(results.FindTexts().Items(), (Texts{"Red Fox", "blue", "green"}));
+  EXPECT_EQ(FindTexts(), (Texts{"Red Fox", "blue", "green"}));
   for (const char* text : {"r EDfox ", "new", "NEW"}) {
     view.text.clear();
     Search(text);
     EXPECT_EQ(view.text, text);
   }
-  EXPECT_EQ(results.FindTexts().Items(), (Texts{"blue", "green", "r EDfox ", "NEW"}));
+  EXPECT_EQ(FindTexts(), (Texts{"blue", "green", "r EDfox ", "NEW"}));
   EXPECT_TRUE(results.cmdReturn_Click({1, 2, 3, 4}));
   EXPECT_EQ(files.files["ini"],
             "[find]\r\nlast=NEW\r\n[results]\r\nheight=1\r\ncolumn2=4\r\nwidth=2\r\ncolumn1=3\r\n");
@@ -166,11 +171,11 @@ TEST_F(ResultsTest, ARememberedSearchMovesToTheEnd) {
   options.removeInactiveFinds = true;
   options.findDaysIndex = 0;
   results.Form_Load(view);
-  EXPECT_EQ(results.FindTexts().Items(), (Texts{"green", "r EDfox ", "NEW"}));
+  EXPECT_EQ(FindTexts(), (Texts{"green", "r EDfox ", "NEW"}));
   // What could not be read is not written over.
   files.unreadable.insert("finds");
   results.Form_Load(view);
-  EXPECT_EQ(results.FindTexts().Items(), Texts{});
+  EXPECT_EQ(FindTexts(), Texts{});
   files.changes.clear();
   results.Save({});
   EXPECT_EQ(files.changes, Texts{"replace ini"});

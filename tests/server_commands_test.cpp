@@ -109,7 +109,7 @@ TEST(ServerHandles, AddsWhatTheUserTyped) {
                   ? (Notices{{Icon::kInformation, "That server already exists in the list."}})
                   : Notices{});
   }
-  handles.cmdInfoRemove_Click(-1);
+  handles.cmdInfoRemove_Click(std::nullopt);
   handles.cmdInfoRemove_Click(1);
   EXPECT_EQ(handles.Items().Items(), (Texts{" Mail Bot", "!x"}));
 }

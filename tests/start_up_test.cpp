@@ -27,7 +27,9 @@ class Recorder : public StartUpView, public SystemMenu, public AolLink, public E
   void SetNicks(const std::string& nick, const std::string& alternate) override {
     steps.push_back("nicks " + nick + "/" + alternate);
   }
-  void SelectServer(int row) override { steps.push_back("server " + std::to_string(row)); }
+  void SelectServer(std::optional<size_t> row) override {
+    steps.push_back("server " + (row ? std::to_string(*row) : "-1"));
+  }
   void ShowOptions(OptionsPart part) override {
     steps.push_back("options " + std::to_string(static_cast<int>(part)));
     if (part == OptionsPart::kMisc && options != nullptr) {
@@ -64,7 +66,7 @@ class StartUpTest : public testing::Test {
   FakeDialogs dialogs;
   Recorder recorder;
   Options options;
-  ObservedList channels;
+  ObservedList<std::string> channels;
   FakePortBox box;
   IrcServers servers{box, dialogs};
   StartUp startUp{
@@ -84,7 +86,7 @@ TEST_F(StartUpTest, PutsEverythingBackInOrder) {
                                    "options 2", "options 3", "options 4", "options 5", "options 6",
                                    "help", "caption Brindle v0.5.85", "timer"}));
   EXPECT_EQ(channels.Items(), (std::vector<std::string>{"#a", "#b"}));
-  EXPECT_EQ(servers.Size(), 2U);
+  EXPECT_EQ(servers.Entries().Size(), 2U);
   EXPECT_TRUE(dialogs.notices.empty());
   EXPECT_TRUE(files.changes.empty());
 }
@@ -148,7 +150,7 @@ TEST_F(StartUpTest, ClosingSavesOnceAndThenEndsTheSession) {
   files.files["/d/finds.txt"] = "[finds]\r\n";
   startUp.Form_Load();
   channels.Add("#new");
-  servers.Add("h", 6668);
+  servers.Add({"h", 6668});
   options.clearFindsOnExit = true;
   options.listForecolor = kWhite;
   recorder.fields = {"joe", "joe2", 0};

@@ -26,7 +26,7 @@ class StoredLists : public testing::Test {
  protected:
   Texts ChannelsFrom(const std::string& text) {
     files.files["f"] = text;
-    ObservedList list;
+    ObservedList<std::string> list;
     EXPECT_EQ(LoadChannels(files, dialogs, list, "f"), LoadResult::kLoaded);
     return list.Items();
   }
@@ -36,8 +36,8 @@ class StoredLists : public testing::Test {
     IrcServers servers(box, dialogs);
     EXPECT_EQ(LoadServers(files, dialogs, servers, "f"), LoadResult::kLoaded);
     Texts entries;
-    for (size_t i = 0; i < servers.Size(); ++i) {
-      entries.push_back(servers.Host(i) + " " + std::to_string(servers.Port(i)));
+    for (const IrcServer& server : servers.Entries().Items()) {
+      entries.push_back(server.host + " " + std::to_string(server.port));
     }
     return entries;
   }
@@ -77,7 +77,7 @@ TEST_F(StoredLists, ServersAreHostAndNumericPort) {
 }
 
 TEST_F(StoredLists, FilesAreWrittenByteForByte) {
-  ObservedList channels;
+  ObservedList<std::string> channels;
   EXPECT_TRUE(SaveChannels(files, channels, "f"));
   EXPECT_EQ(files.files["f"], kHeader);
   for (const char* room : {"#b", "#a", "#x\r\n#injected"}) channels.Add(room);
@@ -85,8 +85,8 @@ TEST_F(StoredLists, FilesAreWrittenByteForByte) {
   EXPECT_EQ(files.files["f"], kHeader + "#b\r\n#a\r\n#x\r\n");
 
   IrcServers servers(box, dialogs);
-  servers.Add("host", 6667);
-  servers.Add("b", 40000);
+  servers.Add({"host", 6667});
+  servers.Add({"b", 40000});
   EXPECT_TRUE(SaveServers(files, servers, "g"));
   EXPECT_EQ(files.files["g"], kHeader + "host:6667\r\nb:40000\r\n");
 
@@ -102,7 +102,7 @@ TEST_F(StoredLists, FilesAreWrittenByteForByte) {
 }
 
 TEST_F(StoredLists, MissingFilesAreToldExceptTheFinds) {
-  ObservedList channels;
+  ObservedList<std::string> channels;
   IrcServers servers(box, dialogs);
   std::vector<Find> finds;
   EXPECT_EQ(LoadChannels(files, dialogs, channels, "/d/channels.txt"), LoadResult::kMissing);

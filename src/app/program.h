@@ -69,7 +69,7 @@ class Program : private StartUpView {
   void CloseChatSocket() override { wsChat_.Close(); }
   void SetScreenName(const std::string& name) override;
   void SetNicks(const std::string& nick, const std::string& alternateNick) override;
-  void SelectServer(int row) override { window_.Connection().SelectServer(row); }
+  void SelectServer(std::optional<size_t> row) override { window_.Connection().SelectServer(row); }
   void ShowOptions(OptionsPart part) override { window_.ShowOptions(part); }
   void ShowHelpPage() override;
   void SetWindowCaption(const std::string& text) override { window_.SetWindowCaption(text); }

@@ -32,19 +32,19 @@ void Channels::lblChannelsAdd_Click() {
   view_.FocusSendBox();
 }
 
-void Channels::lblChannelsRemove_Click(int selected) {
-  if (selected >= 0) rooms_.RemoveAt(static_cast<size_t>(selected));
+void Channels::lblChannelsRemove_Click(std::optional<size_t> selected) {
+  if (selected) rooms_.RemoveAt(*selected);
   view_.FocusSendBox();
 }
 
-void Channels::lblJoin_Click(int selected) {
+void Channels::lblJoin_Click(std::optional<size_t> selected) {
   if (session_.connectionState == ConnectionState::kDisconnected) {
     dialogs_.Notice(Icon::kInformation,
                     "You must first connect to a server before entering a room.");
     return;
   }
   // Without a selection the line goes out as it is, and the server's answer is shown.
-  const std::string room = selected >= 0 ? rooms_.Items()[static_cast<size_t>(selected)] : "";
+  const std::string room = selected ? rooms_[*selected] : "";
   connection_.SendRaw("JOIN " + room);
   view_.FocusSendBox();
 }

@@ -1,6 +1,7 @@
 #pragma once
 // The channels panel: the user's own list of rooms, and entering one.
 
+#include <optional>
 #include <string>
 
 #include "base/dialogs.h"
@@ -29,15 +30,14 @@ class Channels {
         dialogs_(dialogs) {}
 
   // The rooms in order of adding, each "#" and a name in lower case.
-  ObservedList& Rooms() { return rooms_; }
+  ObservedList<std::string>& Rooms() { return rooms_; }
 
   // Asks for a room and adds it, and enters it when the option says so.
   void lblChannelsAdd_Click();
 
-  // `selected` is the row of the selected room, -1 for none.
-  void lblChannelsRemove_Click(int selected);
-  void lblJoin_Click(int selected);
-  void lstChannels_DblClick(int selected) { lblJoin_Click(selected); }
+  void lblChannelsRemove_Click(std::optional<size_t> selected);
+  void lblJoin_Click(std::optional<size_t> selected);
+  void lstChannels_DblClick(size_t selected) { lblJoin_Click(selected); }
 
  private:
   bool Knows(const std::string& room) const;
@@ -47,7 +47,7 @@ class Channels {
   const Options& options_;
   ChannelsView& view_;
   Dialogs& dialogs_;
-  ObservedList rooms_;
+  ObservedList<std::string> rooms_;
 };
 
 }  // namespace brindle

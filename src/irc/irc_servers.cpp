@@ -28,11 +28,6 @@ const char* FaultOf(const std::vector<std::string_view>& parts) {
 
 }  // namespace
 
-void IrcServers::Add(const std::string& host, std::int32_t port) {
-  ports_.push_back(port);
-  hosts_.Add(host);
-}
-
 void IrcServers::cmdConnectAdd_Click() {
   const std::string answer = dialogs_.Input(kPrompt).value_or("");
   const auto parts = Split(answer, ":");
@@ -41,23 +36,22 @@ void IrcServers::cmdConnectAdd_Click() {
     return;
   }
   // A number beyond all bounds leaves the new entry without a port.
-  Add(LowerCase(parts[0]), PortNumber(parts[1], Limits::min(), Limits::max()).value_or(0));
+  Add({LowerCase(parts[0]), PortNumber(parts[1], Limits::min(), Limits::max()).value_or(0)});
 }
 
-void IrcServers::cmdConnectRemove_Click(int selected) {
-  if (!Has(selected)) return;
-  ports_.erase(ports_.begin() + selected);
-  hosts_.RemoveAt(static_cast<size_t>(selected));
+void IrcServers::cmdConnectRemove_Click(std::optional<size_t> selected) {
+  if (!selected) return;
+  entries_.RemoveAt(*selected);
   view_.SetPort("");
 }
 
-void IrcServers::cmbConnectServer_Click(int selected) {
-  if (Has(selected)) view_.SetPort(std::to_string(ports_[static_cast<size_t>(selected)]));
+void IrcServers::cmbConnectServer_Click(std::optional<size_t> selected) {
+  if (selected) view_.SetPort(std::to_string(entries_[*selected].port));
 }
 
-void IrcServers::txtConnectPort_Change(std::string_view text, int selected) {
+void IrcServers::txtConnectPort_Change(std::string_view text, std::optional<size_t> selected) {
   const auto port = PortNumber(text, Limits::min(), Limits::max());
-  if (port && Has(selected)) ports_[static_cast<size_t>(selected)] = *port;
+  if (port && selected) entries_.Replace(*selected, {entries_[*selected].host, *port});
 }
 
 std::optional<std::int32_t> PortNumber(std::string_view text, std::int32_t lowest,

@@ -5,12 +5,20 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
 #include "base/dialogs.h"
 #include "base/observed_list.h"
 
 namespace brindle {
+
+// An entry of the list.
+struct IrcServer {
+  std::string host;
+  std::int32_t port = 0;
+};
+
+inline const std::string& RowText(const IrcServer& server) { return server.host; }
 
 class IrcServersView {
  public:
@@ -23,28 +31,22 @@ class IrcServers {
  public:
   IrcServers(IrcServersView& view, Dialogs& dialogs) : view_(view), dialogs_(dialogs) {}
 
-  // The hosts in order of adding. Change them through this class only.
-  ObservedList& Hosts() { return hosts_; }
-  size_t Size() const { return hosts_.Size(); }
-  const std::string& Host(size_t index) const { return hosts_.Items()[index]; }
-  std::int32_t Port(size_t index) const { return ports_[index]; }
-  void Add(const std::string& host, std::int32_t port);
+  // In order of adding.
+  const ObservedList<IrcServer>& Entries() const { return entries_; }
+  void Add(IrcServer server) { entries_.Add(std::move(server)); }
 
   // Asks for host and port and adds them, or says what is wrong with the answer.
   void cmdConnectAdd_Click();
 
-  // `selected` is the row of the selected entry, -1 for none.
-  void cmdConnectRemove_Click(int selected);
-  void cmbConnectServer_Click(int selected);
-  void txtConnectPort_Change(std::string_view text, int selected);
+  // `selected` is the row of the selected entry.
+  void cmdConnectRemove_Click(std::optional<size_t> selected);
+  void cmbConnectServer_Click(std::optional<size_t> selected);
+  void txtConnectPort_Change(std::string_view text, std::optional<size_t> selected);
 
  private:
-  bool Has(int index) const { return index >= 0 && static_cast<size_t>(index) < Size(); }
-
   IrcServersView& view_;
   Dialogs& dialogs_;
-  ObservedList hosts_;
-  std::vector<std::int32_t> ports_;  // one for each host
+  ObservedList<IrcServer> entries_;
 };
 
 // The numeric `text` as a whole number, rounded to the nearest (a half to the even one); nothing

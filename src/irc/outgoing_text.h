@@ -50,7 +50,7 @@ class OutgoingText {
   void cmbSend_Down();
 
   // Every different line typed, oldest first; case does not make a difference.
-  ObservedList& History() { return history_; }
+  const ObservedList<std::string>& History() const { return history_; }
 
  private:
   using Words = std::vector<std::string_view>;
@@ -75,7 +75,7 @@ class OutgoingText {
   SendBoxView& view_;
   Dialogs& dialogs_;
   const Clock& clock_;
-  ObservedList history_;
+  ObservedList<std::string> history_;
   size_t stepsBack_ = 0;  // in the history; 0 is the line being typed
   std::string begun_;     // that line while the history is walked
 };

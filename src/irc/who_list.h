@@ -12,8 +12,7 @@ namespace brindle {
 
 class WhoList {
  public:
-  ObservedList& Nicks() { return nicks_; }
-  const ObservedList& Nicks() const { return nicks_; }
+  const ObservedList<std::string>& Nicks() const { return nicks_; }
 
   // Adds every nick of a names reply (numeric 353), after clearing the list when `clearFirst`.
   void AddNames(const IrcLine& reply, bool clearFirst);
@@ -30,7 +29,7 @@ class WhoList {
   std::string Caption() const;
 
  private:
-  ObservedList nicks_;
+  ObservedList<std::string> nicks_;
 };
 
 }  // namespace brindle

@@ -31,12 +31,8 @@ bool Results::cmdFind_Click() {
 
 ResultsGeometry Results::Form_Load(ResultsView& view) {
   view_ = &view;
-  findTexts_.Clear();
-  findDays_.clear();
-  for (const Find& find : store_.Finds()) {
-    findTexts_.Add(find.text);
-    findDays_.push_back(find.day);
-  }
+  finds_.Clear();
+  for (const Find& find : store_.Finds()) finds_.Add(find);
   found_.Clear();
   view_->SetSearchText(store_.LastSearch());
   return store_.Geometry();
@@ -63,16 +59,11 @@ void Results::cmdSearch_Click(const std::string& text) {
 
 void Results::Remember(const std::string& text) {
   const auto key = [](const std::string& search) { return LowerCase(RemoveBlanks(search)); };
-  const std::vector<std::string>& known = findTexts_.Items();
+  const std::vector<Find>& known = finds_.Items();
   const auto same = std::find_if(known.begin(), known.end(),
-                                 [&](const std::string& find) { return key(find) == key(text); });
-  if (same != known.end()) {
-    const auto index = same - known.begin();
-    findTexts_.RemoveAt(static_cast<size_t>(index));
-    findDays_.erase(findDays_.begin() + index);
-  }
-  findTexts_.Add(text);
-  findDays_.push_back(store_.Today());
+                                 [&](const Find& find) { return key(find.text) == key(text); });
+  if (same != known.end()) finds_.RemoveAt(static_cast<size_t>(same - known.begin()));
+  finds_.Add({text, store_.Today()});
   view_->SetSearchText(text);
 }
 
@@ -126,11 +117,7 @@ bool Results::cmdReturn_Click(const ResultsGeometry& geometry) {
 
 void Results::Save(const ResultsGeometry& geometry) {
   store_.SetGeometry(geometry);
-  std::vector<Find> finds;
-  for (size_t i = 0; i < findTexts_.Size(); ++i) {
-    finds.push_back({findTexts_.Items()[i], findDays_[i]});
-  }
-  store_.SetFinds(finds);
+  store_.SetFinds(finds_.Items());
 }
 
 }  // namespace brindle

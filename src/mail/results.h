@@ -87,8 +87,8 @@ class Results {
   }
 
   MailList& Found() { return found_; }
-  // The texts of the remembered searches, in their order.
-  ObservedList& FindTexts() { return findTexts_; }
+  // The remembered searches, the latest at the end.
+  const ObservedList<Find>& Finds() const { return finds_; }
 
  private:
   void Remember(const std::string& text);
@@ -104,8 +104,7 @@ class Results {
   EventPump& events_;
   ResultsView* view_ = nullptr;
   MailList found_;
-  ObservedList findTexts_;
-  std::vector<DayNumber> findDays_;  // of findTexts_, item for item
+  ObservedList<Find> finds_;
 };
 
 }  // namespace brindle

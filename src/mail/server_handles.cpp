@@ -33,8 +33,8 @@ void ServerHandles::cmdInfoAdd_Click(const std::string& typed) {
   items_.Add(typed.starts_with('!') ? typed.substr(1) : typed);
 }
 
-void ServerHandles::cmdInfoRemove_Click(int selected) {
-  if (selected >= 0) items_.RemoveAt(static_cast<size_t>(selected));
+void ServerHandles::cmdInfoRemove_Click(std::optional<size_t> selected) {
+  if (selected) items_.RemoveAt(*selected);
 }
 
 }  // namespace brindle

@@ -2,6 +2,7 @@
 // The handles of the mail servers that the user knows: the items behind cmbServers, in order of
 // adding. The list starts empty with the program and is not stored.
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,7 @@ class ServerHandles {
  public:
   explicit ServerHandles(Dialogs& dialogs) : dialogs_(dialogs) {}
 
-  ObservedList& Items() { return items_; }
+  ObservedList<std::string>& Items() { return items_; }
 
   // True when no item equals the normalized handle; normalizes `handle` in place.
   bool ServerHandleMissing(std::string& handle) const;
@@ -29,12 +30,11 @@ class ServerHandles {
   // case and blanks but sees the "!".
   void cmdInfoAdd_Click(const std::string& typed);
 
-  // Removes the selected item; `selected` is -1 for none.
-  void cmdInfoRemove_Click(int selected);
+  void cmdInfoRemove_Click(std::optional<size_t> selected);
 
  private:
   Dialogs& dialogs_;
-  ObservedList items_;
+  ObservedList<std::string> items_;
 };
 
 }  // namespace brindle

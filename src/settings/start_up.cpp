@@ -63,8 +63,9 @@ void StartUp::APP_LOAD() {
 
 void StartUp::SelectLastServer() {
   const long long row = settings_.ReadNumber("server", "last used", "-1");
-  if (row >= -1 && row < static_cast<long long>(state_.servers.Size())) {
-    view_.SelectServer(static_cast<int>(row));
+  if (row == -1) view_.SelectServer(std::nullopt);
+  if (row >= 0 && row < static_cast<long long>(state_.servers.Entries().Size())) {
+    view_.SelectServer(static_cast<size_t>(row));
   }
 }
 
@@ -99,7 +100,8 @@ void StartUp::Save() {
   std::vector<Setting> settings = {
       {"nicks", "preferred", fields.nick},
       {"nicks", "alternate", fields.alternateNick},
-      {"server", "last used", std::to_string(fields.selectedServer)},
+      {"server", "last used",
+       fields.selectedServer ? std::to_string(*fields.selectedServer) : "-1"},
   };
   // What could not be read at start-up is not lost by writing over it.
   if (serversLoaded_ != LoadResult::kUnreadable) {

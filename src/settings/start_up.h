@@ -2,6 +2,7 @@
 // What happens between the opening of the main window and its closing: everything that the user
 // set up last time is put back in a fixed order, and saved again at the end.
 
+#include <optional>
 #include <string>
 
 #include "aol/aol_link.h"
@@ -28,9 +29,9 @@ enum class OptionsPart { kMisc, kSound, kList, kRoom, kFind, kFindDays, kColours
 
 // What the main window holds when it is closed.
 struct ClosingFields {
-  std::string nick;           // txtConnectNick
-  std::string alternateNick;  // txtAlternateNick
-  int selectedServer = -1;    // row of cmbConnectServer, -1 for none
+  std::string nick;                      // txtConnectNick
+  std::string alternateNick;             // txtAlternateNick
+  std::optional<size_t> selectedServer;  // row of cmbConnectServer
 };
 
 // The machine and the main window, as start-up and shutdown use them.
@@ -45,8 +46,8 @@ class StartUpView {
   virtual void CloseChatSocket() = 0;
   virtual void SetScreenName(const std::string& name) = 0;  // txtInfoAOLSN
   virtual void SetNicks(const std::string& nick, const std::string& alternateNick) = 0;
-  // Selects the row of cmbConnectServer, which shows its port; -1 for none.
-  virtual void SelectServer(int row) = 0;
+  // Selects the row of cmbConnectServer, which shows its port.
+  virtual void SelectServer(std::optional<size_t> row) = 0;
   // The options of this part have been loaded: show them and let them take effect.
   virtual void ShowOptions(OptionsPart part) = 0;
   virtual void ShowHelpPage() = 0;
@@ -61,7 +62,7 @@ class StartUpView {
 // What start-up fills and shutdown saves; none of it is owned, and all must outlive the user.
 struct LastingState {
   Options& options;
-  ObservedList& channels;
+  ObservedList<std::string>& channels;
   IrcServers& servers;
 };
 

@@ -60,7 +60,7 @@ void AppendLine(std::string& text, std::string_view line) {
 
 }  // namespace
 
-LoadResult LoadChannels(const Files& files, Dialogs& dialogs, ObservedList& channels,
+LoadResult LoadChannels(const Files& files, Dialogs& dialogs, ObservedList<std::string>& channels,
                         const std::string& path, EventPump* events) {
   const Fields read = ReadFields(files, dialogs, path);
   for (const std::string& field : read.fields) {
@@ -79,12 +79,14 @@ LoadResult LoadServers(const Files& files, Dialogs& dialogs, IrcServers& servers
     const auto parts = Split(field, ":");
     if (parts.size() != 2 || !IsNumericText(parts[1])) continue;
     // The host stays when its port is out of range; the user can type a port again.
-    servers.Add(std::string(parts[0]), PortNumber(parts[1], Port::min(), Port::max()).value_or(0));
+    servers.Add(
+        {std::string(parts[0]), PortNumber(parts[1], Port::min(), Port::max()).value_or(0)});
   }
   return read.result;
 }
 
-bool SaveChannels(Files& files, const ObservedList& channels, const std::string& path) {
+bool SaveChannels(Files& files, const ObservedList<std::string>& channels,
+                  const std::string& path) {
   std::string text(kHeader);
   for (const std::string& channel : channels.Items()) AppendLine(text, channel);
   return files.Replace(path, text);
@@ -92,8 +94,8 @@ bool SaveChannels(Files& files, const ObservedList& channels, const std::string&
 
 bool SaveServers(Files& files, const IrcServers& servers, const std::string& path) {
   std::string text(kHeader);
-  for (size_t i = 0; i < servers.Size(); ++i) {
-    AppendLine(text, servers.Host(i) + ":" + std::to_string(servers.Port(i)));
+  for (const IrcServer& server : servers.Entries().Items()) {
+    AppendLine(text, server.host + ":" + std::to_string(server.port));
   }
   return files.Replace(path, text);
 }

@@ -24,13 +24,13 @@ enum class LoadResult {
 
 // These two add what the file holds to the list; unusable lines are passed over. With `events`,
 // window events run after each field. A missing file is told to the user.
-LoadResult LoadChannels(const Files& files, Dialogs& dialogs, ObservedList& channels,
+LoadResult LoadChannels(const Files& files, Dialogs& dialogs, ObservedList<std::string>& channels,
                         const std::string& path, EventPump* events = nullptr);
 LoadResult LoadServers(const Files& files, Dialogs& dialogs, IrcServers& servers,
                        const std::string& path);
 
 // These rewrite the file whole. False when it could not be written; it is then as it was.
-bool SaveChannels(Files& files, const ObservedList& channels, const std::string& path);
+bool SaveChannels(Files& files, const ObservedList<std::string>& channels, const std::string& path);
 bool SaveServers(Files& files, const IrcServers& servers, const std::string& path);
 
 using DayNumber = std::int32_t;  // days since 1970-01-01
@@ -41,6 +41,8 @@ struct Find {
   DayNumber day = 0;
   friend bool operator==(const Find&, const Find&) = default;
 };
+
+inline const std::string& RowText(const Find& find) { return find.text; }
 
 // Adds the stored finds to `finds`. With `days`, only those that were used less than so many days
 // before `today`. A missing file is nothing to tell.

@@ -21,13 +21,14 @@ void ChannelsPanel::Attach(Channels& channels) {
   connect(ui_->lblJoin, &QPushButton::clicked, this,
           [this, &channels] { channels.lblJoin_Click(Selected()); });
   // A double click or Enter.
-  connect(ui_->lstChannels, &QListView::activated, this,
-          [&channels](const QModelIndex& index) { channels.lstChannels_DblClick(index.row()); });
+  connect(ui_->lstChannels, &QListView::activated, this, [&channels](const QModelIndex& index) {
+    channels.lstChannels_DblClick(static_cast<size_t>(index.row()));
+  });
 }
 
-int ChannelsPanel::Selected() const {
+std::optional<size_t> ChannelsPanel::Selected() const {
   const QModelIndexList rows = ui_->lstChannels->selectionModel()->selectedIndexes();
-  return rows.isEmpty() ? -1 : rows.first().row();
+  return rows.isEmpty() ? std::nullopt : RowFrom(rows.first().row());
 }
 
 }  // namespace brindle

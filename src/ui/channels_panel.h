@@ -3,6 +3,7 @@
 
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "irc/channels.h"
 
@@ -22,8 +23,7 @@ class ChannelsPanel : public QWidget {
   void Attach(Channels& channels);
 
  private:
-  // The selected row, -1 for none.
-  int Selected() const;
+  std::optional<size_t> Selected() const;
 
   std::unique_ptr<Ui::ChannelsPanel> ui_;
 };

@@ -23,9 +23,9 @@ ConnectionPanel::~ConnectionPanel() = default;
 void ConnectionPanel::Attach(Connection& connection, IrcServers& servers) {
   connect(ui_->cmdConnect, &QPushButton::clicked, this,
           [this, &connection] { connection.cmdConnect_Click(Fields()); });
-  ui_->cmbConnectServer->Attach(servers.Hosts());
+  ui_->cmbConnectServer->Attach(servers.Entries());
   connect(ui_->cmbConnectServer, &ListComboBox::Picked, this,
-          [&servers](int row) { servers.cmbConnectServer_Click(row); });
+          [&servers](std::optional<size_t> row) { servers.cmbConnectServer_Click(row); });
   connect(ui_->cmdConnectAdd, &QPushButton::clicked, this,
           [&servers] { servers.cmdConnectAdd_Click(); });
   connect(ui_->cmdConnectRemove, &QPushButton::clicked, this,
@@ -49,9 +49,13 @@ void ConnectionPanel::SetNicks(const QString& nick, const QString& alternateNick
   ui_->txtAlternateNick->setText(alternateNick);
 }
 
-int ConnectionPanel::SelectedServer() const { return ui_->cmbConnectServer->Selected(); }
+std::optional<size_t> ConnectionPanel::SelectedServer() const {
+  return ui_->cmbConnectServer->Selected();
+}
 
-void ConnectionPanel::SelectServer(int row) { ui_->cmbConnectServer->Select(row); }
+void ConnectionPanel::SelectServer(std::optional<size_t> row) {
+  ui_->cmbConnectServer->Select(row);
+}
 
 void ConnectionPanel::SetPort(const std::string& text) {
   ui_->txtConnectPort->setText(ToQString(text));

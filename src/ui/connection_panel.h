@@ -3,6 +3,7 @@
 
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "irc/connection.h"
 #include "irc/irc_servers.h"
@@ -26,9 +27,8 @@ class ConnectionPanel : public QWidget, public IrcServersView {
   ConnectFields Fields() const;
   void SetNicks(const QString& nick, const QString& alternateNick);
 
-  // The row of the selected server, -1 for none.
-  int SelectedServer() const;
-  void SelectServer(int row);
+  std::optional<size_t> SelectedServer() const;
+  void SelectServer(std::optional<size_t> row);
 
   void SetPort(const std::string& text) override;
 

@@ -14,7 +14,8 @@ constexpr int kOffset = 40;  // from the top left of the main window
 
 }  // namespace
 
-FrmManualRequest::FrmManualRequest(ManualRequest& manualRequest, const ObservedList& handles,
+FrmManualRequest::FrmManualRequest(ManualRequest& manualRequest,
+                                   const ObservedList<std::string>& handles,
                                    const QString& screenName, QWidget* parent)
     : QWidget(parent, Qt::Window),
       ui_(std::make_unique<Ui::FrmManualRequest>()),

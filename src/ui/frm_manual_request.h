@@ -19,7 +19,7 @@ class FrmManualRequest : public QWidget, private ManualRequestView {
  public:
   // `handles` fills the box of servers, `screenName` its field, once. The window deletes itself
   // when closed.
-  FrmManualRequest(ManualRequest& manualRequest, const ObservedList& handles,
+  FrmManualRequest(ManualRequest& manualRequest, const ObservedList<std::string>& handles,
                    const QString& screenName, QWidget* parent);
   ~FrmManualRequest() override;
 

@@ -27,7 +27,7 @@ FrmResults::FrmResults(Results& results, ListSelection& selection, PopUpSelect p
       selection_(selection) {
   setAttribute(Qt::WA_DeleteOnClose);
   ui_->setupUi(this);
-  ui_->cmbSearch->Attach(results.FindTexts());
+  ui_->cmbSearch->Attach(results.Finds());
   ui_->lstResults->Attach(results.Found());
   ConnectControls(std::move(popUpSelect));
   TakeGeometry(results_.Form_Load(*this));

@@ -1,5 +1,6 @@
 #include "ui/info_panel.h"
 
+#include "ui/observed_list_model.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
 #include "ui_info_panel.h"
@@ -24,7 +25,8 @@ void InfoPanel::AttachHandles(ServerHandles& handles) {
   // Who has no server yet is offered the first one that comes.
   connect(ui_->cmbServers->model(), &QAbstractItemModel::rowsInserted, this,
           [this](const QModelIndex&, int row) {
-            if (ui_->cmbServers->currentText().trimmed().isEmpty()) ui_->cmbServers->Select(row);
+            if (ui_->cmbServers->currentText().trimmed().isEmpty())
+              ui_->cmbServers->Select(RowFrom(row));
           });
   const auto add = [this, &handles] {
     handles.cmdInfoAdd_Click(ui_->cmbServers->currentText().toStdString());

@@ -2,8 +2,6 @@
 
 #include <QLineEdit>
 
-#include "ui/observed_list_model.h"
-
 namespace brindle {
 
 ListComboBox::ListComboBox(QWidget* parent) : QComboBox(parent) {
@@ -11,30 +9,29 @@ ListComboBox::ListComboBox(QWidget* parent) : QComboBox(parent) {
   setInsertPolicy(QComboBox::NoInsert);
   // It would put known items in place of what is being typed.
   setCompleter(nullptr);
-  connect(this, &QComboBox::activated, this, &ListComboBox::Picked);
+  connect(this, &QComboBox::activated, this, [this](int row) { emit Picked(RowFrom(row)); });
 }
 
-void ListComboBox::Attach(ObservedList& list) {
-  auto* model = new ObservedListModel(list, this);
+void ListComboBox::Show(ObservedListModel& model) {
   // Before and after what the box itself does at such a change.
-  connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ListComboBox::RememberText);
-  connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &ListComboBox::RememberText);
-  connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ListComboBox::RememberText);
-  setModel(model);
+  connect(&model, &QAbstractItemModel::rowsAboutToBeInserted, this, &ListComboBox::RememberText);
+  connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this, &ListComboBox::RememberText);
+  connect(&model, &QAbstractItemModel::modelAboutToBeReset, this, &ListComboBox::RememberText);
+  setModel(&model);
   setCurrentIndex(-1);
-  connect(model, &QAbstractItemModel::rowsInserted, this, &ListComboBox::KeepTextWhenRowsCome);
-  connect(model, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex&, int first) {
-    if (selectedBefore_ == first) {
+  connect(&model, &QAbstractItemModel::rowsInserted, this, &ListComboBox::KeepTextWhenRowsCome);
+  connect(&model, &QAbstractItemModel::rowsRemoved, this, [this](const QModelIndex&, int first) {
+    if (selectedBefore_ == RowFrom(first)) {
       textBefore_.clear();
-      selectedBefore_ = -1;
-    } else if (selectedBefore_ > first) {
-      --selectedBefore_;
+      selectedBefore_.reset();
+    } else if (selectedBefore_ > RowFrom(first)) {
+      --*selectedBefore_;
     }
     KeepText();
   });
-  connect(model, &QAbstractItemModel::modelReset, this, [this] {
-    if (selectedBefore_ >= 0) textBefore_.clear();
-    selectedBefore_ = -1;
+  connect(&model, &QAbstractItemModel::modelReset, this, [this] {
+    if (selectedBefore_) textBefore_.clear();
+    selectedBefore_.reset();
     KeepText();
   });
 }
@@ -46,26 +43,26 @@ void ListComboBox::RememberText() {
 }
 
 void ListComboBox::KeepText() {
-  setCurrentIndex(selectedBefore_);
+  setCurrentIndex(ToInt(selectedBefore_));
   // Text that was not lost keeps its cursor and its marked part too.
   if (currentText() == textBefore_) return;
   setEditText(textBefore_);
   lineEdit()->setCursorPosition(cursorBefore_);
 }
 
-int ListComboBox::Selected() const {
+std::optional<size_t> ListComboBox::Selected() const {
   const int row = currentIndex();
-  return row >= 0 && itemText(row) == currentText() ? row : -1;
+  return itemText(row) == currentText() ? RowFrom(row) : std::nullopt;
 }
 
-void ListComboBox::Select(int row) {
-  setCurrentIndex(row);
-  if (row < 0) setEditText("");
+void ListComboBox::Select(std::optional<size_t> row) {
+  setCurrentIndex(ToInt(row));
+  if (!row) setEditText("");
   emit Picked(row);
 }
 
 void ListComboBox::KeepTextWhenRowsCome() {
-  if (selectedBefore_ < 0) KeepText();
+  if (!selectedBefore_) KeepText();
 }
 
 }  // namespace brindle

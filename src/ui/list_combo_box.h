@@ -1,10 +1,11 @@
 #pragma once
-// An editable combo box over an ObservedList. Changes of the list leave the user's text alone, and
+// An editable combo box over an observed list. Changes of the list leave the user's text alone, and
 // an item counts as selected only while the box shows its text.
 
 #include <QComboBox>
+#include <optional>
 
-#include "base/observed_list.h"
+#include "ui/observed_list_model.h"
 
 namespace brindle {
 
@@ -14,26 +15,28 @@ class ListComboBox : public QComboBox {
  public:
   explicit ListComboBox(QWidget* parent = nullptr);
 
-  // `list` must live longer than this.
-  void Attach(ObservedList& list);
+  // Shows an observed list, which must live longer than this.
+  template <typename List>
+  void Attach(const List& list) {
+    Show(*new ObservedListModel(list, this));
+  }
 
-  // The selected row, -1 for none.
-  int Selected() const;
-  // Selects a row, or nothing with -1.
-  void Select(int row);
+  std::optional<size_t> Selected() const;
+  void Select(std::optional<size_t> row);
 
  signals:
-  // A row was picked, by the user or by Select; -1 for none.
-  void Picked(int row);
+  // A row was picked, or none, by the user or by Select.
+  void Picked(std::optional<size_t> row);
 
  private:
+  void Show(ObservedListModel& model);
   void RememberText();
   void KeepText();
   void KeepTextWhenRowsCome();
 
   QString textBefore_;
   int cursorBefore_ = 0;
-  int selectedBefore_ = -1;
+  std::optional<size_t> selectedBefore_;
 };
 
 }  // namespace brindle

@@ -1,45 +1,63 @@
 #include "ui/observed_list_model.h"
 
+#include <utility>
+
 #include "ui/qt_text.h"
 
 namespace brindle {
 
-ObservedListModel::ObservedListModel(ObservedList& list, QObject* parent)
-    : QAbstractListModel(parent), list_(list) {
-  for (const std::string& item : list_.Items()) texts_ << ToQString(item);
-  list_.Observe([this](const ListChange& change) { Follow(change); });
+ObservedListModel::ObservedListModel(const Observed& list, TextOfRow textOfRow, size_t rows,
+                                     QObject* parent)
+    : QAbstractListModel(parent),
+      list_(list),
+      textOfRow_(std::move(textOfRow)),
+      rows_(static_cast<int>(rows)) {
+  list_.Observe([this](const ListChange& change) {
+    change.when == ListChange::When::kBefore ? Before(change) : After(change);
+  });
 }
 
 ObservedListModel::~ObservedListModel() { list_.Observe({}); }
 
 int ObservedListModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : static_cast<int>(texts_.size());
+  return parent.isValid() ? 0 : rows_;
 }
 
 QVariant ObservedListModel::data(const QModelIndex& index, int role) const {
   const bool text = role == Qt::DisplayRole || role == Qt::EditRole;
-  if (!index.isValid() || !text || index.row() >= texts_.size()) return {};
-  return texts_[index.row()];
+  if (!index.isValid() || !text || index.row() >= rows_) return {};
+  return ToQString(textOfRow_(static_cast<size_t>(index.row())));
 }
 
-void ObservedListModel::Follow(const ListChange& change) {
+void ObservedListModel::Before(const ListChange& change) {
   const int row = static_cast<int>(change.index);
   switch (change.what) {
-    case ListChange::What::kInserted:
-      beginInsertRows({}, row, row);
-      texts_.insert(row, ToQString(list_.Items()[change.index]));
-      endInsertRows();
-      break;
-    case ListChange::What::kRemoved:
-      beginRemoveRows({}, row, row);
-      texts_.removeAt(row);
-      endRemoveRows();
-      break;
-    case ListChange::What::kCleared:
-      beginResetModel();
-      texts_.clear();
-      endResetModel();
-      break;
+    case ListChange::What::kInsert:
+      return beginInsertRows({}, row, row);
+    case ListChange::What::kRemove:
+      return beginRemoveRows({}, row, row);
+    case ListChange::What::kReplace:
+      return;
+    case ListChange::What::kClear:
+      return beginResetModel();
+  }
+}
+
+void ObservedListModel::After(const ListChange& change) {
+  const QModelIndex replaced = index(static_cast<int>(change.index));
+  switch (change.what) {
+    case ListChange::What::kInsert:
+      ++rows_;
+      return endInsertRows();
+    case ListChange::What::kRemove:
+      --rows_;
+      return endRemoveRows();
+    case ListChange::What::kReplace:
+      emit dataChanged(replaced, replaced);
+      return;
+    case ListChange::What::kClear:
+      rows_ = 0;
+      return endResetModel();
   }
 }
 

@@ -1,8 +1,11 @@
 #pragma once
-// Shows an ObservedList in a list view or a combo box.
+// Shows an observed list in a list view or a combo box. Rows are read from the list as they are
+// drawn; nothing is copied.
 
 #include <QAbstractListModel>
-#include <QStringList>
+#include <functional>
+#include <optional>
+#include <string_view>
 
 #include "base/observed_list.h"
 
@@ -13,19 +16,32 @@ class ObservedListModel : public QAbstractListModel {
 
  public:
   // Observes `list` for as long as this lives; `list` must live longer.
-  explicit ObservedListModel(ObservedList& list, QObject* parent = nullptr);
+  template <typename List>
+  explicit ObservedListModel(const List& list, QObject* parent = nullptr)
+      : ObservedListModel(
+            list, [&list](size_t row) -> std::string_view { return RowText(list[row]); },
+            list.Size(), parent) {}
   ~ObservedListModel() override;
 
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
 
  private:
-  void Follow(const ListChange& change);
+  using TextOfRow = std::function<std::string_view(size_t)>;
 
-  ObservedList& list_;
-  // As told to the views. A list tells of a change when it has happened, but who hears that a row
-  // is about to go must still find it.
-  QStringList texts_;
+  ObservedListModel(const Observed& list, TextOfRow textOfRow, size_t rows, QObject* parent);
+  void Before(const ListChange& change);
+  void After(const ListChange& change);
+
+  const Observed& list_;
+  const TextOfRow textOfRow_;
+  int rows_;  // as told to the views
 };
+
+// A row as the toolkit counts it, -1 for none.
+inline std::optional<size_t> RowFrom(int row) {
+  return row < 0 ? std::nullopt : std::optional(static_cast<size_t>(row));
+}
+inline int ToInt(std::optional<size_t> row) { return row ? static_cast<int>(*row) : -1; }
 
 }  // namespace brindle

@@ -21,12 +21,12 @@ inline bool SaveRound(Files& files, const DataPaths& paths, int round) {
   FakeDialogs dialogs;
   FakePortBox box;
   IrcServers servers(box, dialogs);
-  ObservedList channels;
+  ObservedList<std::string> channels;
   std::vector<Find> finds;
   std::vector<Setting> settings;
   for (int i = 0; i < kParts; ++i) {
     channels.Add("#room-number-" + std::to_string(i) + "-" + mark);
-    servers.Add("host-number-" + std::to_string(i) + "-" + mark, i);
+    servers.Add({"host-number-" + std::to_string(i) + "-" + mark, i});
     finds.push_back({"find number " + std::to_string(i) + "-" + mark, i});
     settings.push_back({"section", "key" + std::to_string(i), "value-" + mark});
   }
@@ -50,20 +50,23 @@ inline std::string WrongWithSaved(const Files& files, const DataPaths& paths) {
   FakeDialogs dialogs;
   FakePortBox box;
   IrcServers servers(box, dialogs);
-  ObservedList channels;
+  ObservedList<std::string> channels;
   std::vector<Find> finds;
   LoadServers(files, dialogs, servers, paths.servers);
   LoadChannels(files, dialogs, channels, paths.channels);
   LoadFinds(files, finds, paths.finds, 0, std::nullopt);
-  std::vector<std::string> findTexts;
-  for (const Find& find : finds) findTexts.push_back(find.text);
+  const auto texts = [](const auto& rows) {
+    std::vector<std::string> texts;
+    for (const auto& row : rows) texts.push_back(RowText(row));
+    return texts;
+  };
   std::vector<std::string> values;
   const SettingsText settings(files.Read(paths.settings).value_or(""));
   for (int i = 0; i < kParts; ++i) {
     values.push_back(settings.Read("section", "key" + std::to_string(i)));
   }
-  return judge("servers", servers.Hosts().Items()) + judge("channels", channels.Items()) +
-         judge("finds", findTexts) + judge("settings", values);
+  return judge("servers", texts(servers.Entries().Items())) + judge("channels", channels.Items()) +
+         judge("finds", texts(finds)) + judge("settings", values);
 }
 
 }  // namespace brindle
