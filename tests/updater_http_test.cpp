@@ -32,10 +32,10 @@ class UpdaterHttpTest : public testing::Test {
   UpdaterHttpTest() { Open(); }
 
   // Opens the window anew.
-  void Open(int patience = kShortPatienceMs * 30) {
+  void Open(int patience = kShortPatienceMs * 30, QWidget* parent = nullptr) {
     desk.reset();
     desk = std::make_unique<UpdateDesk>(
-        nullptr, settings, dialogs,
+        parent, settings, dialogs,
         UpdateDeskOptions{
             folder.path().toStdString(), server.Address().toStdString(), {0, 5, 70}, patience},
         [this] { ++ended; });
@@ -44,7 +44,7 @@ class UpdaterHttpTest : public testing::Test {
 
   template <typename Widget>
   Widget& Find(const char* name) {
-    auto* found = desk->Window().findChild<Widget*>(name);
+    auto* found = desk->Window()->findChild<Widget*>(name);
     if (found == nullptr) qFatal("the window has no %s", name);
     return *found;
   }
@@ -67,9 +67,10 @@ class UpdaterHttpTest : public testing::Test {
 
   // Acts once as soon as the condition holds, also while a transfer waits in its own event loop.
   void When(std::function<bool()> condition, std::function<void()> act) {
-    auto* watch = new QTimer(&desk->Window());
+    auto* watch = new QTimer(&watches);
     QObject::connect(watch, &QTimer::timeout, watch, [=] {
       if (!condition()) return;
+      watch->deleteLater();
       watch->stop();
       act();
     });
@@ -87,6 +88,7 @@ class UpdaterHttpTest : public testing::Test {
     EXPECT_EQ(ended, 0);
   }
 
+  QObject watches;
   QTemporaryDir folder;
   WebServer server;
   FakeDialogs dialogs;
@@ -97,8 +99,8 @@ class UpdaterHttpTest : public testing::Test {
 };
 
 TEST_F(UpdaterHttpTest, Checks) {
-  EXPECT_EQ(desk->Window().windowTitle(), "Update Check");
-  EXPECT_TRUE(desk->Window().isModal());
+  EXPECT_EQ(desk->Window()->windowTitle(), "Update Check");
+  EXPECT_TRUE(desk->Window()->isModal());
   const struct {
     const char* list;
     const char* status;
@@ -247,8 +249,8 @@ TEST_F(UpdaterHttpTest, TheWindowMayBeClosedInTheMiddle) {
   bool stopped = false;
   When([&] { return Find<QProgressBar>("barFileTransfer").value() > 40; },
        [&] {
-         desk->Window().close();
-         EXPECT_FALSE(desk->Window().isVisible());
+         desk->Window()->close();
+         EXPECT_FALSE(desk->Window()->isVisible());
          EXPECT_EQ(Mark(), "");
          EXPECT_FALSE(QFile::exists(folder.filePath("update/brindle.exe")));
          // Opened again, it shows the transfer that still runs.
@@ -263,6 +265,32 @@ TEST_F(UpdaterHttpTest, TheWindowMayBeClosedInTheMiddle) {
   Click("cmdUpdate");
   ASSERT_TRUE(WaitUntil([&] { return stopped; }, kBoundMs));
   ExpectNoHandOver();
+}
+
+TEST_F(UpdaterHttpTest, DeskAndMainWindowMayGoInAnyOrder) {
+  for (const bool deskFirst : {false, true}) {
+    for (const bool transferRuns : {false, true}) {
+      SCOPED_TRACE(testing::Message() << "desk first: " << deskFirst << " runs: " << transferRuns);
+      auto main = std::make_unique<QWidget>();
+      Open(kBoundMs, main.get());
+      const auto go = [&] {
+        if (deskFirst) desk.reset();
+        main.reset();
+        desk.reset();
+      };
+      if (transferRuns) {
+        ASSERT_TRUE(Offered());
+        server.Serve(kProgram,
+                     {.body = QByteArray(100000, 'p'), .sentOnly = 50000, .closes = false});
+        When([&] { return Find<QProgressBar>("barFileTransfer").value() > 40; }, go);
+        Click("cmdUpdate");
+        ASSERT_TRUE(WaitUntil([&] { return main == nullptr; }, kBoundMs));
+        ExpectNoHandOver();
+      } else {
+        go();
+      }
+    }
+  }
 }
 
 TEST_F(UpdaterHttpTest, LeftoversOfAKilledRunAreSwept) {

@@ -2,17 +2,53 @@
 
 #include <utility>
 
+#include "platform/clock_qt.h"
+#include "platform/program_starter_qt.h"
+#include "platform/sha256_qt.h"
+#include "platform/update_folder_qt.h"
+
 namespace brindle {
+
+struct UpdateDesk::Works {
+  Works(UpdateView& view, const SettingsFile& settings, Dialogs& dialogs,
+        const UpdateDeskOptions& options, std::function<void()> endProgram)
+      : folder(options.dataFolder),
+        iNet(options.patienceMilliseconds),
+        updater({iNet, folder, sha256, starter, dialogs, events}, view, settings,
+                ReadUpdateServer(options.server), options.own, std::move(endProgram)) {}
+
+  QtEventPump events;
+  QtUpdateFolder folder;
+  QtSha256 sha256;
+  QtProgramStarter starter;
+  QtHttpClient iNet;
+  Updater updater;
+};
 
 UpdateDesk::UpdateDesk(QWidget* parent, const SettingsFile& settings, Dialogs& dialogs,
                        const UpdateDeskOptions& options, std::function<void()> endProgram)
-    : folder_(options.dataFolder),
-      iNet_(options.patienceMilliseconds),
-      window_(parent),
-      updater_({iNet_, folder_, sha256_, starter_, dialogs, events_}, window_, settings,
-               ReadUpdateServer(options.server), options.own, std::move(endProgram)) {
-  iNet_.SetListener(updater_);
-  window_.Attach(updater_);
+    : window_(new FrmUpdater(parent)),
+      works_(std::make_shared<Works>(*window_, settings, dialogs, options, std::move(endProgram))) {
+  const std::weak_ptr<Works> works = works_;
+  works_->iNet.SetListener([works](HttpState state) {
+    if (const auto held = works.lock()) held->updater.iNet_StateChanged(state);
+  });
+  // A stopped updater shows nothing, so it may outlive its window.
+  QObject::connect(window_.data(), &QObject::destroyed, [works] {
+    if (const auto held = works.lock()) held->updater.Stop();
+  });
+  window_->Attach(works_->updater);
 }
+
+UpdateDesk::~UpdateDesk() {
+  Stop();
+  delete window_;
+}
+
+void UpdateDesk::cmdCheckForUpdate_Click() {
+  if (window_ != nullptr) window_->ShowModal();
+}
+
+void UpdateDesk::Stop() { works_->updater.Stop(); }
 
 }  // namespace brindle

@@ -1,13 +1,11 @@
 #pragma once
 // The update check as a whole: joins the window, the updater and what the machine gives them.
 
+#include <QPointer>
 #include <functional>
+#include <memory>
 
-#include "platform/clock_qt.h"
 #include "platform/http_client_qt.h"
-#include "platform/program_starter_qt.h"
-#include "platform/sha256_qt.h"
-#include "platform/update_folder_qt.h"
 #include "ui/frm_updater.h"
 #include "update/updater.h"
 
@@ -22,27 +20,30 @@ struct UpdateDeskOptions {
 
 class UpdateDesk {
  public:
-  // `endProgram` is called once the updater program has been started. `parent` may be null, and
-  // must outlive this.
+  // `endProgram` is called once the updater program has been started. The window is a child of
+  // `parent`, which may be null and may go before this or after it.
   UpdateDesk(QWidget* parent, const SettingsFile& settings, Dialogs& dialogs,
              const UpdateDeskOptions& options, std::function<void()> endProgram);
+  ~UpdateDesk();
+  UpdateDesk(const UpdateDesk&) = delete;
+  UpdateDesk& operator=(const UpdateDesk&) = delete;
 
   // The main window's button "Check for update".
-  void cmdCheckForUpdate_Click() { window_.ShowModal(); }
+  void cmdCheckForUpdate_Click();
 
   // The program ends: drops a running transfer. To be called before the event loop is left.
-  void Stop() { updater_.Stop(); }
+  void Stop();
 
-  FrmUpdater& Window() { return window_; }
+  // Null once the parent is gone.
+  FrmUpdater* Window() { return window_; }
 
  private:
-  QtEventPump events_;
-  QtUpdateFolder folder_;
-  QtSha256 sha256_;
-  QtProgramStarter starter_;
-  QtHttpClient iNet_;
-  FrmUpdater window_;
-  Updater updater_;
+  struct Works;
+
+  QPointer<FrmUpdater> window_;
+  // A running transfer waits in event loops of its own, in which this may be destroyed: it holds
+  // what it works with until it has returned.
+  std::shared_ptr<Works> works_;
 };
 
 }  // namespace brindle

@@ -81,7 +81,9 @@ void QtHttpClient::RaiseNext() {
   const HttpState state = waiting_.front();
   waiting_.pop_front();
   if (!waiting_.empty()) raiser_.start(0);
-  listener_->iNet_StateChanged(state);
+  // The last step: when it returns, this client may be gone, and what it held of the listener too.
+  const auto listener = listener_;
+  listener(state);
 }
 
 std::string QtHttpClient::GetHeader(const std::string& name) {

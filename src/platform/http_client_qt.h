@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QTimer>
 #include <deque>
+#include <functional>
+#include <utility>
 
 #include "update/http_client.h"
 
@@ -20,8 +22,8 @@ class QtHttpClient : public HttpClient {
   explicit QtHttpClient(int patienceMilliseconds = kPatienceMilliseconds);
   ~QtHttpClient() override;
 
-  // Must be set before Execute.
-  void SetListener(HttpEvents& listener) { listener_ = &listener; }
+  // Who is told the states; must be set before Execute.
+  void SetListener(std::function<void(HttpState)> listener) { listener_ = std::move(listener); }
 
   void Execute(const std::string& url) override;
   std::string GetHeader(const std::string& name) override;
@@ -42,7 +44,7 @@ class QtHttpClient : public HttpClient {
   int patience_;
   QNetworkAccessManager manager_;
   QPointer<QNetworkReply> reply_;
-  HttpEvents* listener_ = nullptr;
+  std::function<void(HttpState)> listener_;
   std::deque<HttpState> waiting_;
   // A timer and not a posted event: the listener waits for the body inside its handler, and the
   // toolkit may hold back posted events for as long as one of them is being handled.

@@ -1,6 +1,6 @@
 #pragma once
 // The HTTP transfers of the updater: one GET at a time, asynchronous up to the answer's headers,
-// then read in chunks.
+// then read in chunks. What a transfer tells about itself reaches Updater::iNet_StateChanged.
 
 #include <cstddef>
 #include <optional>
@@ -14,12 +14,6 @@ enum class HttpState {
   kRequesting = 5,
   kError = 11,              // no successful answer; nothing follows
   kResponseCompleted = 12,  // the headers of a successful answer are there, the body can be read
-};
-
-class HttpEvents {
- public:
-  virtual ~HttpEvents() = default;
-  virtual void iNet_StateChanged(HttpState state) = 0;
 };
 
 class HttpClient {

@@ -42,7 +42,7 @@ struct UpdateTools {
   EventPump& events;
 };
 
-class Updater : public HttpEvents {
+class Updater {
  public:
   // `own` is the version that runs, `settings` where a finished download is marked. `endProgram`
   // ends the whole program once the updater program has been started.
@@ -54,9 +54,10 @@ class Updater : public HttpEvents {
   void cmdUpdate_Click();
   // Closes the window; a running transfer is not cancelled by that.
   void cmdClose_Click();
-  void iNet_StateChanged(HttpState state) override;
+  void iNet_StateChanged(HttpState state);
 
-  // The program ends: drops a running transfer. Nothing is handed over any more.
+  // The program ends, or its window is gone: drops a running transfer. Nothing is handed over and
+  // nothing is shown any more.
   void Stop();
 
  private:
