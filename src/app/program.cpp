@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 
+#include "base/twips.h"
 #include "settings/product.h"
 #include "settings/product_addresses.h"
 #include "ui/qt_text.h"
@@ -11,7 +12,6 @@ namespace brindle {
 namespace {
 
 constexpr int kFarewellMilliseconds = 500;
-constexpr int kTwipsInPixel = 15;
 
 }  // namespace
 
@@ -81,7 +81,7 @@ bool Program::Open() {
 
 int Program::ScreenWidthInTwips() {
   const QScreen* screen = QGuiApplication::primaryScreen();
-  return screen == nullptr ? 0 : screen->size().width() * kTwipsInPixel;
+  return screen == nullptr ? 0 : screen->size().width() * kTwipsPerPixel;
 }
 
 void Program::ResetOutputQueue() {

@@ -7,8 +7,12 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/utf8.h"
+
 namespace brindle {
 namespace {
+
+constexpr std::string_view kLineEnds("\r\n\0", 3);
 
 char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
 
@@ -90,6 +94,10 @@ std::string_view TrimBlanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string_view FirstLine(std::string_view text) {
+  return text.substr(0, text.find_first_of(kLineEnds));
+}
+
 std::string LowerCase(std::string_view text) {
   return MapCharacters(text, AsciiLower, utf8proc_tolower);
 }
@@ -97,6 +105,8 @@ std::string LowerCase(std::string_view text) {
 std::string UpperCase(std::string_view text) {
   return MapCharacters(text, AsciiUpper, utf8proc_toupper);
 }
+
+std::string MatchKey(std::string_view text) { return LowerCase(RemoveBlanks(text)); }
 
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
   if (IsAscii(a) && IsAscii(b)) {
@@ -141,9 +151,7 @@ bool IsAscii(std::string_view text) {
 }
 
 size_t CharacterCount(std::string_view text) {
-  return static_cast<size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
-  }));
+  return text.size() - static_cast<size_t>(std::count_if(text.begin(), text.end(), IsTrailByte));
 }
 
 }  // namespace brindle

@@ -31,12 +31,18 @@ bool IsBlank(std::string_view text);
 // `text` without its leading and trailing blanks; points into `text`.
 std::string_view TrimBlanks(std::string_view text);
 
+// `text` up to its first CR, LF or NUL; points into `text`.
+std::string_view FirstLine(std::string_view text);
+
 // `text` in lower case by the simple (one to one) mapping of Unicode. Bytes that are not valid
 // UTF-8 are kept as they are.
 std::string LowerCase(std::string_view text);
 
 // The same in upper case.
 std::string UpperCase(std::string_view text);
+
+// What two names that somebody typed are compared by: no blanks, lower case.
+std::string MatchKey(std::string_view text);
 
 // True when both texts are equal once lower-cased.
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);

@@ -50,9 +50,8 @@ void Channels::lblJoin_Click(std::optional<size_t> selected) {
 }
 
 bool Channels::Knows(const std::string& room) const {
-  return std::any_of(rooms_.Items().begin(), rooms_.Items().end(), [&](const std::string& known) {
-    return LowerCase(RemoveBlanks(known)) == room;
-  });
+  return std::any_of(rooms_.Items().begin(), rooms_.Items().end(),
+                     [&](const std::string& known) { return MatchKey(known) == room; });
 }
 
 }  // namespace brindle

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace brindle {
 namespace {
@@ -14,16 +15,6 @@ struct Hit {
   size_t begin = kNowhere;
   size_t end = kNowhere;
 };
-
-// Where the character with number `index` begins in UTF-8 `text`.
-size_t OffsetOfCharacter(std::string_view text, size_t index) {
-  size_t at = 0;
-  for (; at < text.size(); ++at) {
-    const bool starts = (static_cast<unsigned char>(text[at]) & 0xC0U) != 0x80U;
-    if (starts && index-- == 0) break;
-  }
-  return at;
-}
 
 class LineFinder {
  public:

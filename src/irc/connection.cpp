@@ -7,8 +7,6 @@
 namespace brindle {
 namespace {
 
-using std::string_literals::operator""s;
-
 constexpr char kDisconnectedLine[] = "\r\n\0034Disconnected...";
 constexpr int kHighestPort = 65535;
 constexpr int kHighestNickNumber = 999;
@@ -21,8 +19,7 @@ std::string Farewell(const std::string& room) {
 }  // namespace
 
 void Connection::SendRaw(std::string_view line) {
-  line = line.substr(0, line.find_first_of("\r\n\0"s));
-  wsChat_.Send(std::string(line) + std::string(kCrLf));
+  wsChat_.Send(std::string(FirstLine(line)) + std::string(kCrLf));
 }
 
 void Connection::cmdConnect_Click(const ConnectFields& fields) {

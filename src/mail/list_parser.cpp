@@ -4,6 +4,7 @@
 
 #include "base/encoding.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace brindle {
 namespace {
@@ -33,9 +34,7 @@ std::string RepairUtf8(std::string_view bytes) {
 
 std::string_view WithoutFirstCharacter(std::string_view word) {
   size_t length = 1;
-  while (length < word.size() && (static_cast<unsigned char>(word[length]) & 0xC0U) == 0x80U) {
-    ++length;
-  }
+  while (length < word.size() && IsTrailByte(word[length])) ++length;
   return word.substr(length);
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/encoding.h"
+#include "base/utf8.h"
 #include "mail/byte_kernels.h"
 #include "mail/line_cutter.h"
 #include "mail/list_parser.h"
@@ -21,13 +22,15 @@ constexpr size_t kMostReserved = size_t{256} << 20U;
 enum class Mark { kNone, kUtf8, kUtf16Little, kUtf16Big };
 
 Mark MarkOf(std::string_view start) {
-  if (start.starts_with("\xEF\xBB\xBF")) return Mark::kUtf8;
+  if (start.starts_with(kUtf8Mark)) return Mark::kUtf8;
   if (start.starts_with("\xFF\xFE")) return Mark::kUtf16Little;
   if (start.starts_with("\xFE\xFF")) return Mark::kUtf16Big;
   return Mark::kNone;
 }
 
-size_t SizeOf(Mark mark) { return mark == Mark::kNone ? 0 : mark == Mark::kUtf8 ? 3 : 2; }
+size_t SizeOf(Mark mark) {
+  return mark == Mark::kNone ? 0 : mark == Mark::kUtf8 ? kUtf8Mark.size() : 2;
+}
 
 // Tells while the blocks go by whether all of them together are valid UTF-8.
 class Utf8Check {

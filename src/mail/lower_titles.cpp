@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/text.h"
+#include "base/utf8.h"
 #include "mail/byte_kernels.h"
 
 namespace brindle {
@@ -15,8 +16,6 @@ constexpr unsigned kLastLead = 0xDF;
 constexpr size_t kTrails = 0x40;
 
 unsigned Byte(char c) { return static_cast<unsigned char>(c); }
-
-bool IsTrail(unsigned byte) { return (byte & 0xC0U) == 0x80U; }
 
 // The lower case of every character of two bytes; it has one to three bytes.
 struct Lowered {
@@ -62,7 +61,7 @@ void AppendLowerCase(std::string_view title, FlatArray<char>& lower) {
       lower.PushBack(static_cast<char>(byte - 'A' < 26 ? byte | 0x20U : byte));
       ++i;
     } else if (byte >= kFirstLead && byte <= kLastLead && i + 1 < title.size() &&
-               IsTrail(Byte(title[i + 1]))) {
+               IsTrailByte(title[i + 1])) {
       const Lowered& pair =
           kPairs[(byte - kFirstLead) * kTrails + (Byte(title[i + 1]) & (kTrails - 1))];
       lower.Append(pair.bytes, pair.size);

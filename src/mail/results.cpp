@@ -58,10 +58,10 @@ void Results::cmdSearch_Click(const std::string& text) {
 }
 
 void Results::Remember(const std::string& text) {
-  const auto key = [](const std::string& search) { return LowerCase(RemoveBlanks(search)); };
   const std::vector<Find>& known = finds_.Items();
-  const auto same = std::find_if(known.begin(), known.end(),
-                                 [&](const Find& find) { return key(find.text) == key(text); });
+  const auto same = std::find_if(known.begin(), known.end(), [&](const Find& find) {
+    return MatchKey(find.text) == MatchKey(text);
+  });
   if (same != known.end()) finds_.RemoveAt(static_cast<size_t>(same - known.begin()));
   finds_.Add({text, store_.Today()});
   view_->SetSearchText(text);

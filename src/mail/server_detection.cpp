@@ -40,7 +40,7 @@ std::string ExtractServerHandle(std::string_view text) {
       handle = before;
     }
   }
-  return LowerCase(RemoveBlanks(handle));
+  return MatchKey(handle);
 }
 
 std::string CleanHandle(std::string_view handle) { return NormalizeHandle(handle); }

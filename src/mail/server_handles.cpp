@@ -22,10 +22,10 @@ void ServerHandles::AddServerHandle(std::string& handle) {
 }
 
 void ServerHandles::cmdInfoAdd_Click(const std::string& typed) {
-  const std::string key = LowerCase(RemoveBlanks(typed));
+  const std::string key = MatchKey(typed);
   if (key.empty()) return;
   for (const std::string& known : items_.Items()) {
-    if (LowerCase(RemoveBlanks(known)) == key) {
+    if (MatchKey(known) == key) {
       dialogs_.Notice(Icon::kInformation, "That server already exists in the list.");
       return;
     }

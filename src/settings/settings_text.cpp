@@ -7,13 +7,12 @@
 
 #include "base/encoding.h"
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace brindle {
 namespace {
 
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr std::string_view kSpace = " \t";
-constexpr std::string_view kBreaks("\r\n\0", 3);
 
 std::string_view Trim(std::string_view text) {
   const size_t first = text.find_first_not_of(kSpace);
@@ -21,26 +20,17 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
 }
 
-std::string_view OneLine(std::string_view text) {
-  return text.substr(0, text.find_first_of(kBreaks));
-}
-
 std::string Name(std::string_view text) { return LowerCase(DecodeReceived(Trim(text))); }
 
-std::string_view WithoutMark(std::string_view line) {
-  if (line.starts_with(kMark)) line.remove_prefix(kMark.size());
-  return line;
-}
-
 std::optional<std::string> HeadingOf(std::string_view line) {
-  line = Trim(WithoutMark(line));
+  line = Trim(WithoutUtf8Mark(line));
   const size_t close = line.find(']');
   if (!line.starts_with('[') || close == std::string_view::npos) return std::nullopt;
   return Name(line.substr(1, close - 1));
 }
 
 std::optional<std::string> KeyOf(std::string_view line) {
-  line = WithoutMark(line);
+  line = WithoutUtf8Mark(line);
   const size_t equals = line.find('=');
   if (equals == std::string_view::npos || Trim(line).starts_with(';')) return std::nullopt;
   return Name(line.substr(0, equals));
@@ -48,16 +38,11 @@ std::optional<std::string> KeyOf(std::string_view line) {
 
 // The part of `text` that holds its first `most` characters.
 std::string_view FirstCharacters(std::string_view text, size_t most) {
-  size_t characters = 0;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const bool starts = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
-    if (starts && ++characters > most) return text.substr(0, i);
-  }
-  return text;
+  return text.substr(0, OffsetOfCharacter(text, most));
 }
 
 std::string ValueOf(std::string_view written) {
-  written = OneLine(written);
+  written = FirstLine(written);
   if (!IsBlank(written)) {
     written = Trim(written);
     if (written.size() >= 2 && written.front() == written.back() &&
@@ -69,7 +54,7 @@ std::string ValueOf(std::string_view written) {
 }
 
 std::string Written(std::string_view value, ValueForm form) {
-  value = OneLine(value);
+  value = FirstLine(value);
   std::string plain(value);
   const std::string first(FirstCharacters(value, SettingsText::kLongestValue));
   if (form == ValueForm::kPlain || ValueOf(plain) == first) return plain;
@@ -140,8 +125,8 @@ std::string SettingsText::Read(std::string_view section, std::string_view key) c
 }
 
 void SettingsText::Write(const Setting& setting) {
-  const std::string_view section = OneLine(setting.section);
-  const std::string_view key = OneLine(setting.key);
+  const std::string_view section = FirstLine(setting.section);
+  const std::string_view key = FirstLine(setting.key);
   if (!CanBeSection(section) || !CanBeKey(key)) return;
   const std::string value = Written(setting.value, setting.form);
 

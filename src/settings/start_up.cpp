@@ -3,13 +3,12 @@
 #include <vector>
 
 #include "base/text.h"
+#include "base/twips.h"
 #include "settings/product.h"
 
 namespace brindle {
 namespace {
 
-// Fixed on purpose: the real number of twips per pixel is not asked for.
-constexpr int kTwipsPerPixel = 15;
 constexpr int kSmallScreenWidth = 800;
 constexpr const char* kSmallScreen =
     "You are running in 800x600 resolution. This program runs best in 1024x768, but if you must "
@@ -44,9 +43,8 @@ void StartUp::WarnAboutSmallScreen() {
 }
 
 void StartUp::FillInScreenName() {
-  const auto plain = [](const std::string& name) { return LowerCase(RemoveBlanks(name)); };
-  std::string name = plain(aol_.GetAolScreenName());
-  if (name.empty()) name = plain(settings_.ReadSetting("screen name", "last used"));
+  std::string name = MatchKey(aol_.GetAolScreenName());
+  if (name.empty()) name = MatchKey(settings_.ReadSetting("screen name", "last used"));
   view_.SetScreenName(name);
 }
 

@@ -7,6 +7,7 @@
 
 #include "base/encoding.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "settings/settings_text.h"
 
 namespace brindle {
@@ -17,9 +18,7 @@ constexpr std::string_view kHeader =
     "// INSTEAD PLEASE USE THE ABILITY TO DO SO IN THE\r\n"
     "// PROGRAM. THANK YOU.\r\n"
     " \r\n";
-constexpr std::string_view kMark = "\xEF\xBB\xBF";
 constexpr std::string_view kFieldEnds(",\r\n\0", 4);
-constexpr std::string_view kBreaks("\r\n\0", 3);
 
 constexpr const char* kFindsSection = "finds";
 // More than a list box can show: a file that claims more is damaged.
@@ -27,7 +26,7 @@ constexpr long long kMostFinds = 32767;
 
 // The fields of a file in order: they end at commas and at line ends.
 std::vector<std::string> FieldsOf(std::string_view bytes) {
-  if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
+  bytes = WithoutUtf8Mark(bytes);
   std::vector<std::string> fields;
   for (size_t begin = 0; begin < bytes.size();) {
     const size_t end = std::min(bytes.find_first_of(kFieldEnds, begin), bytes.size());
@@ -54,7 +53,7 @@ Fields ReadFields(const Files& files, Dialogs& dialogs, const std::string& path)
 
 // One line of a file; nothing in an entry can end it early.
 void AppendLine(std::string& text, std::string_view line) {
-  text += line.substr(0, line.find_first_of(kBreaks));
+  text += FirstLine(line);
   text += kCrLf;
 }
 

@@ -4,6 +4,7 @@
 #include <QTextLayout>
 #include <cmath>
 
+#include "base/utf8.h"
 #include "ui/qt_text.h"
 #include "ui/utf16_offsets.h"
 

@@ -3,6 +3,7 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
+#include "base/utf8.h"
 #include "ui/qt_text.h"
 #include "ui/utf16_offsets.h"
 

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QShortcut>
 
+#include "base/twips.h"
 #include "ui/mail_list_model.h"
 #include "ui/qt_text.h"
 #include "ui_frm_results.h"
@@ -11,11 +12,10 @@
 namespace brindle {
 namespace {
 
-constexpr int kTwipsInPixel = 15;
 constexpr int kLargestSize = 10000;  // pixels; a size beyond is a fault of the settings
 constexpr int kOffset = 40;          // from the top left of the main window
 
-int Pixels(int twips) { return qBound(0, twips / kTwipsInPixel, kLargestSize); }
+int Pixels(int twips) { return qBound(0, twips / kTwipsPerPixel, kLargestSize); }
 
 }  // namespace
 
@@ -57,9 +57,9 @@ SelectTarget FrmResults::Target() { return {ListKind::kResults, results_.Found()
 
 ResultsGeometry FrmResults::Geometry() const {
   const MailTable& table = *ui_->lstResults;
-  return {height() * kTwipsInPixel, width() * kTwipsInPixel,
-          table.columnWidth(MailListModel::kNumber) * kTwipsInPixel,
-          table.columnWidth(MailListModel::kTitle) * kTwipsInPixel};
+  return {height() * kTwipsPerPixel, width() * kTwipsPerPixel,
+          table.columnWidth(MailListModel::kNumber) * kTwipsPerPixel,
+          table.columnWidth(MailListModel::kTitle) * kTwipsPerPixel};
 }
 
 void FrmResults::TakeGeometry(const ResultsGeometry& geometry) {

@@ -1,15 +1,15 @@
 #pragma once
 // Between offsets in UTF-8 text (bytes) and in the toolkit's text (UTF-16 units).
 
-#include <algorithm>
 #include <string_view>
+
+#include "base/utf8.h"
 
 namespace brindle {
 
 inline size_t UnitsOfByte(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  if ((byte & 0xC0U) == 0x80U) return 0;
-  return byte >= 0xF0U ? 2 : 1;
+  if (IsTrailByte(c)) return 0;
+  return static_cast<unsigned char>(c) >= 0xF0U ? 2 : 1;
 }
 
 // The number of UTF-16 units of `text`.
@@ -27,13 +27,6 @@ inline size_t ByteOfUnit(std::string_view text, size_t unit) {
     if (units > unit) return at;
   }
   return text.size();
-}
-
-// The nearest beginning of a character at or before `byte`.
-inline size_t CharacterBegin(std::string_view text, size_t byte) {
-  byte = std::min(byte, text.size());
-  while (byte > 0 && byte < text.size() && UnitsOfByte(text[byte]) == 0) --byte;
-  return byte;
 }
 
 }  // namespace brindle
