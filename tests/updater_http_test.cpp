@@ -20,7 +20,7 @@
 namespace brindle::test {
 namespace {
 
-constexpr int kBoundMs = 30000;
+constexpr int kBoundMs = 5000;
 constexpr int kShortPatienceMs = 300;
 constexpr char kList[] = "/update/brindle.txt";
 constexpr char kProgram[] = "/update/brindle.exe";
@@ -34,11 +34,14 @@ class UpdaterHttpTest : public testing::Test {
   // Opens the window anew.
   void Open(int patience = kShortPatienceMs * 30, QWidget* parent = nullptr) {
     desk.reset();
-    desk = std::make_unique<UpdateDesk>(
-        parent, settings, dialogs,
-        UpdateDeskOptions{
-            folder.path().toStdString(), server.Address().toStdString(), {0, 5, 70}, patience},
-        [this] { ++ended; });
+    desk =
+        std::make_unique<UpdateDesk>(parent, settings, dialogs,
+                                     UpdateDeskOptions{.dataFolder = folder.path().toStdString(),
+                                                       .server = server.Address().toStdString(),
+                                                       .own = {0, 5, 70},
+                                                       .programFolder = folder.path().toStdString(),
+                                                       .patienceMilliseconds = patience},
+                                     [this] { ++ended; });
     desk->cmdCheckForUpdate_Click();
   }
 
@@ -156,7 +159,7 @@ TEST_F(UpdaterHttpTest, DownloadsAreHandedOver) {
     ASSERT_TRUE(ClickLeadsTo("Update available, see below."));
     server.Serve(kProgram, c.answer);
     EXPECT_TRUE(ClickLeadsTo("Downloading Complete"));
-    // There is no program called updater beside the tests.
+    // There is no program called updater in the folder.
     EXPECT_TRUE(WaitUntil([&] { return dialogs.notices.size() == 2; }, kBoundMs));
     EXPECT_EQ(dialogs.notices.back().icon, Icon::kCritical);
     QFile file(folder.filePath("update/brindle.exe"));
@@ -168,6 +171,24 @@ TEST_F(UpdaterHttpTest, DownloadsAreHandedOver) {
   }
 }
 
+TEST_F(UpdaterHttpTest, TheUpdaterProgramIsToldWhereTheFileIs) {
+  QFile updater(folder.filePath("updater"));
+  ASSERT_TRUE(updater.open(QIODevice::WriteOnly));
+  updater.write("#!/bin/sh\nprintf %s \"$*\" >told.part && mv told.part told\n");
+  updater.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+  updater.close();
+  ASSERT_TRUE(Offered());
+  server.Serve(kProgram, {.body = "program"});
+  QTest::keyClick(desk->Window(), Qt::Key_Enter);  // takes the offer
+  EXPECT_TRUE(WaitUntil([&] { return QFile::exists(folder.filePath("told")); }, kBoundMs));
+  QFile told(folder.filePath("told"));
+  EXPECT_TRUE(told.open(QIODevice::ReadOnly));
+  EXPECT_EQ(told.readAll(), folder.filePath("update/brindle.exe"));
+  EXPECT_EQ(dialogs.notices.size(), 1U);
+  EXPECT_EQ(Mark(), "1");
+  EXPECT_EQ(ended, 1);
+}
+
 TEST_F(UpdaterHttpTest, FailedTransfersLeaveNothingBehind) {
   const QByteArray program(100000, 'p');
   const struct {
@@ -175,6 +196,7 @@ TEST_F(UpdaterHttpTest, FailedTransfersLeaveNothingBehind) {
     WebServer::Answer answer;
   } cases[] = {
       {"not found", {.status = "404 Not Found", .body = program}},
+      {"only a part", {.status = "206 Partial Content", .body = program}},
       {"server error", {.status = "500 Oops", .body = "sorry"}},
       {"error page that never ends",
        {.status = "500 Oops", .body = program, .sentOnly = 50000, .closes = false}},

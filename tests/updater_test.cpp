@@ -68,6 +68,9 @@ class MemoryFolder : public UpdateFolder {
     return true;
   }
   void Discard() override { open_.clear(); }
+  // Stands for a digest: 64 times the first character.
+  std::string Sha256() const override { return std::string(64, part_.empty() ? '0' : part_[0]); }
+  std::string PathOf(const std::string& name) const override { return "/data/update/" + name; }
   std::optional<std::string> Read(const std::string& name, size_t) override {
     return files.contains(name) ? std::optional(files[name]) : std::nullopt;
   }
@@ -83,29 +86,6 @@ class MemoryFolder : public UpdateFolder {
  private:
   std::string open_;
   std::string part_;
-};
-
-// Stands for a digest: 64 times the first character of what was added.
-class FirstCharacter : public Sha256 {
- public:
-  void Reset() override { first_ = 0; }
-  void Add(std::string_view bytes) override {
-    if (first_ == 0 && !bytes.empty()) first_ = bytes[0];
-  }
-  std::string Hex() const override { return std::string(64, first_); }
-
- private:
-  char first_ = 0;
-};
-
-class ScriptedStarter : public ProgramStarter {
- public:
-  std::optional<std::string> Start(const std::string& name) override {
-    started.push_back(name);
-    return error;
-  }
-  std::vector<std::string> started;
-  std::optional<std::string> error;
 };
 
 class Events : public EventPump {
@@ -163,20 +143,24 @@ class UpdaterTest : public testing::Test {
     EXPECT_FALSE(settings.files.contains("brindle.ini"));
     EXPECT_FALSE(folder.files.contains("brindle.exe"));
     EXPECT_FALSE(folder.IsWriting());
-    EXPECT_TRUE(starter.started.empty());
+    EXPECT_TRUE(started.empty());
     EXPECT_EQ(ended, 0);
   }
 
   ScriptedHttp http;
   MemoryFolder folder;
-  FirstCharacter sha256;
-  ScriptedStarter starter;
+  std::vector<std::string> started;
+  std::optional<std::string> startError;
   FakeDialogs dialogs;
   Events events;
   RecordingView view;
   MemoryFiles settings;
   int ended = 0;
-  Updater updater{{http, folder, sha256, starter, dialogs, events},
+  Updater updater{{http, folder, dialogs, events,
+                   [this](const std::string& name, const std::string& argument) {
+                     started.push_back(name + " " + argument);
+                     return startError;
+                   }},
                   view,
                   SettingsFile(settings, "brindle.ini"),
                   ReadUpdateServer("updates.test:8080/base/"),
@@ -290,14 +274,14 @@ TEST_F(UpdaterTest, ADownloadIsHandedOver) {
                                 "update."}));
   EXPECT_EQ(folder.files["brindle.exe"], std::string(3000, 'p'));
   EXPECT_EQ(ReadSetting(settings, "update", "update", "", "brindle.ini"), "1");
-  EXPECT_EQ(starter.started, std::vector<std::string>{"updater"});
+  EXPECT_EQ(started, std::vector<std::string>{"updater /data/update/brindle.exe"});
   EXPECT_EQ(ended, 1);
 }
 
 TEST_F(UpdaterTest, AnUpdaterThatDoesNotStartIsReported) {
   Offer();
   updater.cmdUpdate_Click();
-  starter.error = "File not found";
+  startError = "File not found";
   Answer("program");
   ASSERT_EQ(dialogs.notices.size(), 2U);
   EXPECT_EQ(dialogs.notices[1],
@@ -322,9 +306,9 @@ TEST_F(UpdaterTest, BytesAreCountedByTheHighestIndex) {
   };
   for (const auto& c : cases) {
     updater.Form_Load();
-    Offer();
+    Offer(c.stated ? "" : "sha256=" + std::string(64, 'p'));
     updater.cmdUpdate_Click();
-    starter.error = "stay";  // the next case needs the program
+    startError = "stay";  // the next case needs the program
     view.progresses.clear();
     view.most = 0;
     http.Serve(std::string(c.size, 'p'));
@@ -347,7 +331,6 @@ TEST_F(UpdaterTest, NothingIsHandedOverAfterAFailure) {
       {"too short", "program", "8", {}},
       {"too long", "program", "6", {}},
       {"a length beyond all bounds", "program", "99999999999999999999", {}},
-      {"empty", "", "", {}},
       {"breaks at once", "program", "7", [](auto& transfer, auto&) { transfer.breaksAfter = 0; }},
       {"breaks in the middle", std::string(4000, 'p'), "4000",
        [](auto& transfer, auto&) { transfer.breaksAfter = 2000; }},
@@ -380,6 +363,20 @@ TEST_F(UpdaterTest, NothingIsHandedOverAfterAFailure) {
   EXPECT_EQ(view.button, "check off");
 }
 
+TEST_F(UpdaterTest, AFileOfNeitherLengthNorDigestIsNotFetched) {
+  Offer();
+  updater.cmdUpdate_Click();
+  http.Serve("program");
+  http.length = "";
+  updater.iNet_StateChanged(HttpState::kResponseCompleted);
+  EXPECT_EQ(view.status,
+            "The server does not say how long the file is, so it was not downloaded. Try again "
+            "later.");
+  EXPECT_TRUE(http.cancelled);
+  EXPECT_EQ(http.given, 0);
+  ExpectNoHandOver();
+}
+
 TEST_F(UpdaterTest, TheAnnouncedDigestMustMatch) {
   const struct {
     std::string announced;
@@ -394,8 +391,8 @@ TEST_F(UpdaterTest, TheAnnouncedDigestMustMatch) {
   for (const auto& c : cases) {
     folder = MemoryFolder();
     settings.files.clear();
-    starter.started.clear();
-    starter.error = "stay";
+    started.clear();
+    startError = "stay";
     updater.Form_Load();
     Offer("sha256=" + c.announced + "\n");
     updater.cmdUpdate_Click();
@@ -456,8 +453,8 @@ TEST_F(UpdaterTest, TheProgramMayEndInTheMiddle) {
 }
 
 TEST_F(UpdaterTest, AnAddressThatIsNoneIsAnError) {
-  Updater nowhere({http, folder, sha256, starter, dialogs, events}, view,
-                  SettingsFile(settings, "brindle.ini"), ReadUpdateServer("ftp://x"), {}, [] {});
+  Updater nowhere({http, folder, dialogs, events, {}}, view, SettingsFile(settings, "brindle.ini"),
+                  ReadUpdateServer("ftp://x"), {}, [] {});
   nowhere.Form_Load();
   nowhere.cmdUpdate_Click();
   EXPECT_EQ(view.status, "An error has occured. Try again later.");

@@ -4,7 +4,6 @@
 
 #include "platform/clock_qt.h"
 #include "platform/program_starter_qt.h"
-#include "platform/sha256_qt.h"
 #include "platform/update_folder_qt.h"
 
 namespace brindle {
@@ -14,13 +13,12 @@ struct UpdateDesk::Works {
         const UpdateDeskOptions& options, std::function<void()> endProgram)
       : folder(options.dataFolder),
         iNet(options.patienceMilliseconds),
-        updater({iNet, folder, sha256, starter, dialogs, events}, view, settings,
-                ReadUpdateServer(options.server), options.own, std::move(endProgram)) {}
+        updater(
+            {iNet, folder, dialogs, events, std::bind_front(StartProgramIn, options.programFolder)},
+            view, settings, ReadUpdateServer(options.server), options.own, std::move(endProgram)) {}
 
   QtEventPump events;
   QtUpdateFolder folder;
-  QtSha256 sha256;
-  QtProgramStarter starter;
   QtHttpClient iNet;
   Updater updater;
 };

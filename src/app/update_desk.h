@@ -1,6 +1,7 @@
 #pragma once
 // The update check as a whole: joins the window, the updater and what the machine gives them.
 
+#include <QCoreApplication>
 #include <QPointer>
 #include <functional>
 #include <memory>
@@ -15,6 +16,8 @@ struct UpdateDeskOptions {
   std::string dataFolder;  // where the folder "update" is made
   std::string server;      // see ReadUpdateServer
   Version own;             // the version that runs
+  // Where the updater program lies.
+  std::string programFolder = QCoreApplication::applicationDirPath().toStdString();
   int patienceMilliseconds = QtHttpClient::kPatienceMilliseconds;
 };
 

@@ -13,8 +13,8 @@ namespace {
 constexpr qint64 kReadBuffer = 256 * 1024;
 
 constexpr int kMostRedirects = 10;
-constexpr int kFirstSuccess = 200;
-constexpr int kLastSuccess = 299;
+constexpr int kOk = 200;
+constexpr int kFirstRedirect = 300;
 constexpr int kFirstError = 400;
 
 constexpr int kNews = 1;
@@ -59,11 +59,12 @@ void QtHttpClient::Watch(QNetworkReply& reply) {
 
 void QtHttpClient::OnHeaders() {
   const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-  if (completed_ || status < kFirstSuccess) return;
-  // A redirect is followed; an error need not send its page first.
-  if (status > kLastSuccess && status < kFirstError) return;
+  if (completed_ || status < kOk) return;
+  // A redirect is followed; an error need not send its page first. Any other success than 200 is
+  // not the whole file.
+  if (status >= kFirstRedirect && status < kFirstError) return;
   completed_ = true;
-  Raise(status < kFirstError ? HttpState::kResponseCompleted : HttpState::kError);
+  Raise(status == kOk ? HttpState::kResponseCompleted : HttpState::kError);
 }
 
 void QtHttpClient::OnFinished() {

@@ -1,6 +1,6 @@
 #include "platform/program_starter_qt.h"
 
-#include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 
@@ -15,13 +15,15 @@ constexpr char kSuffix[] = "";
 
 }  // namespace
 
-std::optional<std::string> QtProgramStarter::Start(const std::string& name) {
-  const QString folder = QCoreApplication::applicationDirPath();
-  const QString path = folder + "/" + QString::fromStdString(name) + kSuffix;
+std::optional<std::string> StartProgramIn(const std::string& folder, const std::string& name,
+                                          const std::string& argument) {
+  const QDir place(QString::fromStdString(folder));
+  const QString path = place.filePath(QString::fromStdString(name) + kSuffix);
   if (!QFileInfo::exists(path)) return "File not found: " + path.toStdString();
   QProcess program;
   program.setProgram(path);
-  program.setWorkingDirectory(folder);
+  program.setArguments({QString::fromStdString(argument)});
+  program.setWorkingDirectory(place.path());
   if (program.startDetached()) return std::nullopt;
   return "Could not be started: " + path.toStdString();
 }

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "update/update_folder.h"
+#include <optional>
+#include <string>
 
 namespace brindle {
 
-class QtProgramStarter : public ProgramStarter {
- public:
-  std::optional<std::string> Start(const std::string& name) override;
-};
+// Starts the program `name`, without the system's suffix, that lies in `folder`: it lives on by
+// itself, in that folder, with one argument. Nothing on success, otherwise what went wrong.
+std::optional<std::string> StartProgramIn(const std::string& folder, const std::string& name,
+                                          const std::string& argument);
 
 }  // namespace brindle

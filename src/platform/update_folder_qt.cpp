@@ -28,12 +28,14 @@ void QtUpdateFolder::Remove(const std::string& name) {
 }
 
 bool QtUpdateFolder::Open(const std::string& name) {
+  hash_.reset();
   file_ = std::make_unique<QSaveFile>(folder_.filePath(QString::fromStdString(name)));
   return file_->open(QIODevice::WriteOnly);
 }
 
 bool QtUpdateFolder::Write(std::string_view bytes) {
   const auto size = static_cast<qint64>(bytes.size());
+  hash_.addData(QByteArrayView(bytes.data(), size));
   return file_ != nullptr && file_->write(bytes.data(), size) == size;
 }
 
@@ -41,6 +43,11 @@ bool QtUpdateFolder::Commit() {
   const bool done = file_ != nullptr && file_->commit();
   file_.reset();
   return done;
+}
+
+std::string QtUpdateFolder::PathOf(const std::string& name) const {
+  const QString path = folder_.absoluteFilePath(QString::fromStdString(name));
+  return QDir::toNativeSeparators(path).toStdString();
 }
 
 std::optional<std::string> QtUpdateFolder::Read(const std::string& name, size_t longest) {

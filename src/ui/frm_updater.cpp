@@ -37,13 +37,15 @@ void FrmUpdater::Attach(Updater& updater) {
 void FrmUpdater::ShowModal() {
   updater_->Form_Load();
   show();
-  (ui_->cmdUpdate->isEnabled() ? ui_->cmdUpdate : ui_->cmdClose)->setFocus();
+  if (!ui_->cmdUpdate->isEnabled()) ui_->cmdClose->setFocus();
 }
 
 void FrmUpdater::SetUpdateButton(UpdateCaption caption, bool enabled) {
   ui_->cmdUpdate->setText(caption == UpdateCaption::kUpdateCheck ? "Update Check"
                                                                  : "Download Update");
   ui_->cmdUpdate->setEnabled(enabled);
+  // Disabled it gave the focus away; Enter is to take what is offered now.
+  if (enabled) ui_->cmdUpdate->setFocus();
 }
 
 void FrmUpdater::SetStatus(const std::string& text) { ui_->lblStatus->setText(ToQString(text)); }

@@ -25,7 +25,11 @@ constexpr char kTransferError[] = "An error has occured. Try again later.";
 constexpr char kWrongFile[] =
     "The downloaded file is not the announced one, so it was not kept. Try again later.";
 
+constexpr char kUnknownLength[] =
+    "The server does not say how long the file is, so it was not downloaded. Try again later.";
+
 constexpr size_t kChunk = 1024;
+constexpr double kWholeBar = 100;
 
 // An update list is a few lines. A server that sends more is not believed.
 constexpr size_t kLongestList = 1024 * 1024;
@@ -35,7 +39,7 @@ constexpr std::int64_t kLongestProgram = std::numeric_limits<std::int32_t>::max(
 
 Updater::Updater(UpdateTools tools, UpdateView& view, SettingsFile settings, UpdateServer server,
                  Version own, std::function<void()> endProgram)
-    : tools_(tools),
+    : tools_(std::move(tools)),
       view_(view),
       settings_(std::move(settings)),
       server_(std::move(server)),
@@ -117,16 +121,8 @@ void Updater::Fail(const std::string& status) {
 }
 
 void Updater::Receive() {
-  if (!ReceiveBody()) {
-    Fail(kTransferError);
-    return;
-  }
-  if (!IsCheck() && !IsAnnouncedFile()) {
-    Fail(kWrongFile);
-    return;
-  }
-  if (!tools_.folder.Commit()) {
-    Fail(kTransferError);
+  if (const char* const fault = ReceiveBody()) {
+    Fail(fault);
     return;
   }
   busy_ = false;
@@ -138,20 +134,23 @@ void Updater::Receive() {
   if (!stopped_) view_.SetProgress(0);
 }
 
-bool Updater::ReceiveBody() {
+const char* Updater::ReceiveBody() {
   Body body;
   body.total = static_cast<std::int32_t>(
       std::clamp<long long>(LeadingNumber(tools_.iNet.GetHeader("Content-length")), 0,
                             std::numeric_limits<std::int32_t>::max()));
-  tools_.sha256.Reset();
+  // The end of a transfer alone does not tell a whole file from one that was cut.
+  if (!IsCheck() && body.total == 0 && announcedSha256_.empty()) return kUnknownLength;
   std::string chunk;
-  if (!tools_.folder.Open(downloadFileName_) || !Take(body, chunk)) return false;
+  if (!tools_.folder.Open(downloadFileName_) || !Take(body, chunk)) return kTransferError;
   view_.SetStatus(IsCheck() ? "Getting update list" : "Downloading File....");
   do {
-    if (!Take(body, chunk)) return false;
+    if (!Take(body, chunk)) return kTransferError;
     ShowProgress(body);
   } while (!chunk.empty());
-  return IsWhole(body);
+  if (body.total > 0 && body.length != body.total) return kTransferError;
+  if (!IsCheck() && !IsAnnouncedFile()) return kWrongFile;
+  return tools_.folder.Commit() ? nullptr : kTransferError;
 }
 
 bool Updater::Take(Body& body, std::string& chunk) {
@@ -164,15 +163,8 @@ bool Updater::Take(Body& body, std::string& chunk) {
     return false;
   }
   if (!tools_.folder.Write(chunk)) return false;
-  tools_.sha256.Add(chunk);
   tools_.events.LetEventsRun(0);
   return !stopped_;
-}
-
-bool Updater::IsWhole(const Body& body) const {
-  if (body.total > 0) return body.length == body.total;
-  // Without a stated length an empty program file can only be a fault.
-  return IsCheck() || body.length > 0;
 }
 
 void Updater::ShowProgress(const Body& body) {
@@ -181,7 +173,7 @@ void Updater::ShowProgress(const Body& body) {
     view_.ShowTransfer(std::to_string(shown) + " bytes", 0);
     return;
   }
-  const double percent = std::min(100.0 * static_cast<double>(shown) / body.total, 100.0);
+  const double percent = std::min(kWholeBar * static_cast<double>(shown) / body.total, kWholeBar);
   view_.ShowTransfer(std::to_string(shown) + " of " + std::to_string(body.total) + " bytes; " +
                          std::to_string(std::lround(percent)) + "%",
                      percent);
@@ -208,12 +200,14 @@ void Updater::FinishCheck() {
 void Updater::FinishDownload() {
   view_.SetStatus("Downloading Complete");
   view_.SetProgressText("");
+  view_.SetProgress(kWholeBar);
   tools_.dialogs.Notice(Icon::kInformation,
                         "Download complete.\r\rBrindle must be restarted now to install update.");
   // While the box stood there, the program may have been told to end.
   if (stopped_) return;
   settings_.WriteSetting("update", "update", "1");
-  if (const std::optional<std::string> error = tools_.starter.Start(kUpdaterProgram)) {
+  const std::string download = tools_.folder.PathOf(kProgramFile);
+  if (const std::optional<std::string> error = tools_.start(kUpdaterProgram, download)) {
     tools_.dialogs.Notice(Icon::kCritical, "An error has occured : " + *error);
     return;
   }
@@ -222,7 +216,7 @@ void Updater::FinishDownload() {
 }
 
 bool Updater::IsAnnouncedFile() const {
-  return announcedSha256_.empty() || EqualsIgnoringCase(announcedSha256_, tools_.sha256.Hex());
+  return announcedSha256_.empty() || EqualsIgnoringCase(announcedSha256_, tools_.folder.Sha256());
 }
 
 }  // namespace brindle

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "base/clock.h"
@@ -32,14 +33,18 @@ class UpdateView {
   virtual void Unload() = 0;
 };
 
+// Starts the program of that name that lies beside this one, to live on by itself with that one
+// argument. Nothing on success, otherwise what went wrong.
+using StartProgram =
+    std::function<std::optional<std::string>(const std::string& name, const std::string& argument)>;
+
 // What the updater works with; all must outlive it.
 struct UpdateTools {
   HttpClient& iNet;
   UpdateFolder& folder;
-  Sha256& sha256;
-  ProgramStarter& starter;
   Dialogs& dialogs;
   EventPump& events;
+  StartProgram start;
 };
 
 class Updater {
@@ -72,10 +77,10 @@ class Updater {
   void Begin(const char* path);
   void Fail(const std::string& status);
   void Receive();
+  // Puts the whole file in place; otherwise what to tell the user.
+  const char* ReceiveBody();
   // False when the transfer broke, was dropped or could not be written.
-  bool ReceiveBody();
   bool Take(Body& body, std::string& chunk);
-  bool IsWhole(const Body& body) const;
   void ShowProgress(const Body& body);
   void FinishCheck();
   void FinishDownload();
