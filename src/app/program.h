@@ -33,7 +33,7 @@
 #include "platform/chat_socket_qt.h"
 #include "platform/clock_qt.h"
 #include "platform/files_native.h"
-#include "platform/single_instance_qt.h"
+#include "platform/single_instance.h"
 #include "platform/sound_player_native.h"
 #include "platform/system_menu_native.h"
 #include "platform/window_tree_native.h"
