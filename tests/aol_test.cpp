@@ -163,6 +163,11 @@ TEST_F(AolTest, NothingIsFoundWithoutTheClient) {
   EXPECT_EQ(link.GetAolScreenName(), "");
 }
 
+TEST(ScreenName, IsTheSignedOnUsersElseTheStoredOne) {
+  EXPECT_EQ(ShownScreenName(" Jane D", "stored"), "janed");
+  EXPECT_EQ(ShownScreenName("  ", " My Name"), "myname");
+}
+
 TEST_F(AolTest, ADocumentIsFoundByItsWholeCaption) {
   Client();
   const auto first = Child("Mail", {0, 0, 0, 0});

@@ -14,7 +14,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/files_native.h"
+#include "platform/native.h"
 #include "support/save_round.h"
 
 namespace brindle {

@@ -10,22 +10,9 @@
 namespace brindle {
 namespace {
 
-void LoadAll(const SettingsFile& settings, Options& options) {
-  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions}) {
-    LoadOptionGroup(settings, *group, options);
-  }
-  LoadSoundOptions(settings, options);
-  LoadFindDays(settings, options);
-  LoadColours(settings, options);
-}
-
 class OptionsTest : public testing::Test {
  protected:
-  Options Loaded() {
-    Options options;
-    LoadAll(settings, options);
-    return options;
-  }
+  Options Loaded() { return ReadOptions(SettingsText(files.files["f"])); }
   void Save(const Options& options) {
     std::vector<Setting> all;
     AppendOptions(options, all);

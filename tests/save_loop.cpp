@@ -7,11 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/files_native.h"
+#include "platform/native.h"
 #include "settings/data_folder.h"
-#include "settings/stored_lists.h"
-#include "support/fake_dialogs.h"
-#include "support/fake_port_box.h"
 #include "support/save_round.h"
 
 int main(int argc, char** argv) {

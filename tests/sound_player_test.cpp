@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
-#include "platform/sound_player_native.h"
+#include "platform/native.h"
 #include "support/wait.h"
 
 namespace brindle::test {

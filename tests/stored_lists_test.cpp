@@ -6,8 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "support/fake_dialogs.h"
-#include "support/fake_port_box.h"
 #include "support/memory_files.h"
 
 namespace brindle {
@@ -26,33 +24,24 @@ class StoredLists : public testing::Test {
  protected:
   Texts ChannelsFrom(const std::string& text) {
     files.files["f"] = text;
-    ObservedList<std::string> list;
-    EXPECT_EQ(LoadChannels(files, dialogs, list, "f"), LoadResult::kLoaded);
-    return list.Items();
+    return LoadChannels(files, "f").entries;
   }
 
   Texts ServersFrom(const std::string& text) {
     files.files["f"] = text;
-    IrcServers servers(box, dialogs);
-    EXPECT_EQ(LoadServers(files, dialogs, servers, "f"), LoadResult::kLoaded);
     Texts entries;
-    for (const IrcServer& server : servers.Entries().Items()) {
+    for (const IrcServer& server : LoadServers(files, "f").entries) {
       entries.push_back(server.host + " " + std::to_string(server.port));
     }
     return entries;
   }
 
-  std::vector<Find> FindsFrom(const std::string& text, std::optional<int> days = std::nullopt,
-                              const char* today = "2026-11-21") {
+  std::vector<Find> FindsFrom(const std::string& text, std::optional<int> days = std::nullopt) {
     files.files["f"] = text;
-    std::vector<Find> finds;
-    LoadFinds(files, finds, "f", DayFromText(today), days);
-    return finds;
+    return LoadFinds(files, "f", DayFromText("2026-11-21"), days).entries;
   }
 
   MemoryFiles files;
-  FakeDialogs dialogs;
-  FakePortBox box;
 };
 
 TEST_F(StoredLists, ChannelsAreTheFieldsThatBeginWithANumberSign) {
@@ -77,17 +66,11 @@ TEST_F(StoredLists, ServersAreHostAndNumericPort) {
 }
 
 TEST_F(StoredLists, FilesAreWrittenByteForByte) {
-  ObservedList<std::string> channels;
-  EXPECT_TRUE(SaveChannels(files, channels, "f"));
+  EXPECT_TRUE(SaveChannels(files, {}, "f"));
   EXPECT_EQ(files.files["f"], kHeader);
-  for (const char* room : {"#b", "#a", "#x\r\n#injected"}) channels.Add(room);
-  EXPECT_TRUE(SaveChannels(files, channels, "f"));
+  EXPECT_TRUE(SaveChannels(files, {"#b", "#a", "#x\r\n#injected"}, "f"));
   EXPECT_EQ(files.files["f"], kHeader + "#b\r\n#a\r\n#x\r\n");
-
-  IrcServers servers(box, dialogs);
-  servers.Add({"host", 6667});
-  servers.Add({"b", 40000});
-  EXPECT_TRUE(SaveServers(files, servers, "g"));
+  EXPECT_TRUE(SaveServers(files, {{"host", 6667}, {"b", 40000}}, "g"));
   EXPECT_EQ(files.files["g"], kHeader + "host:6667\r\nb:40000\r\n");
 
   const std::vector<Find> finds = {{"two words", DayFromText("2026-11-21")}, {" \"q\" ", 0}};
@@ -101,17 +84,16 @@ TEST_F(StoredLists, FilesAreWrittenByteForByte) {
   EXPECT_EQ(FindsFrom(files.files["h"]), std::vector<Find>{});
 }
 
-TEST_F(StoredLists, MissingFilesAreToldExceptTheFinds) {
-  ObservedList<std::string> channels;
-  IrcServers servers(box, dialogs);
-  std::vector<Find> finds;
-  EXPECT_EQ(LoadChannels(files, dialogs, channels, "/d/channels.txt"), LoadResult::kMissing);
-  EXPECT_EQ(LoadServers(files, dialogs, servers, "/d/irc_servers.txt"), LoadResult::kMissing);
-  EXPECT_EQ(LoadFinds(files, finds, "/d/finds.txt", 0, std::nullopt), LoadResult::kMissing);
-  EXPECT_EQ(dialogs.notices,
-            (std::vector<FakeDialogs::Shown>{
-                {Icon::kExclamation, "Error : File not found.\r/d/channels.txt"},
-                {Icon::kExclamation, "Error : File not found.\r/d/irc_servers.txt"}}));
+TEST_F(StoredLists, AMissingFileIsNotAnUnreadableOne) {
+  const auto results = [this] {
+    return std::vector{LoadChannels(files, "f").result, LoadServers(files, "f").result,
+                       LoadFinds(files, "f", 0, std::nullopt).result};
+  };
+  EXPECT_EQ(results(), std::vector(3, LoadResult::kMissing));
+  files.files["f"] = "";
+  EXPECT_EQ(results(), std::vector(3, LoadResult::kLoaded));
+  files.unreadable = {"f"};
+  EXPECT_EQ(results(), std::vector(3, LoadResult::kUnreadable));
 }
 
 TEST_F(StoredLists, FindsFollowTheirCountAndTheirAge) {

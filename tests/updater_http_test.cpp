@@ -12,7 +12,7 @@
 #include <QtTest>
 
 #include "app/update_desk.h"
-#include "platform/files_native.h"
+#include "platform/native.h"
 #include "support/fake_dialogs.h"
 #include "support/wait.h"
 #include "support/web_server.h"

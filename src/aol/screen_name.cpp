@@ -75,4 +75,8 @@ bool AolClient::IsWelcomeWindow(WindowTree::Window child) {
          GetWindowCaption(child).find("Welcome") != std::string::npos;
 }
 
+std::string ShownScreenName(std::string_view signedOn, std::string_view stored) {
+  return MatchKey(IsBlank(signedOn) ? stored : signedOn);
+}
+
 }  // namespace brindle

@@ -3,14 +3,14 @@
 // the user's screen name.
 
 #include <string>
+#include <string_view>
 
-#include "aol/aol_link.h"
 #include "aol/window_tree.h"
 #include "base/clock.h"
 
 namespace brindle {
 
-class AolClient : public AolLink {
+class AolClient {
  public:
   AolClient(WindowTree& windows, EventPump& events) : windows_(windows), events_(events) {}
 
@@ -26,7 +26,7 @@ class AolClient : public AolLink {
   WindowTree::Window FindAolWelcomeWindow();
 
   // The screen name as the caption spells it; empty when there is none.
-  std::string GetAolScreenName() override;
+  std::string GetAolScreenName();
 
  private:
   // The `count`-th child of that class; 0 when there are fewer.
@@ -36,5 +36,9 @@ class AolClient : public AolLink {
   WindowTree& windows_;
   EventPump& events_;
 };
+
+// What the fields show of it: the name of the signed-on user, else the stored one, without blanks
+// and in lower case.
+std::string ShownScreenName(std::string_view signedOn, std::string_view stored);
 
 }  // namespace brindle

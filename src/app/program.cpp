@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QScreen>
 
-#include "base/twips.h"
 #include "settings/product.h"
 #include "settings/product_addresses.h"
 #include "ui/qt_text.h"
@@ -12,6 +11,10 @@ namespace brindle {
 namespace {
 
 constexpr int kFarewellMilliseconds = 500;
+constexpr int kSmallScreenWidth = 800;
+constexpr const char* kSmallScreen =
+    "You are running in 800x600 resolution. This program runs best in 1024x768, but if you must "
+    "run it in 800x600 be sure to maximize it.";
 
 }  // namespace
 
@@ -19,31 +22,28 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs)
     : dataFolder_(dataFolder),
       paths_(PathsIn(dataFolder)),
       instance_(dataFolder),
-      systemMenu_(static_cast<std::uintptr_t>(window_.winId())),
       wsChat_(clock_),
-      display_(window_.StatusView(), window_.RoomView(), options_),
-      pump_(queue_, session_, options_, display_, window_, *sounds_, clock_),
+      display_(window_.StatusView(), window_.RoomView(), stored_.options),
+      pump_(queue_, session_, stored_.options, display_, window_, *sounds_, clock_),
       connection_(session_, wsChat_, queue_, display_, window_, dialogs, clock_),
-      parser_(session_, connection_, queue_, pump_, who_, window_, options_, clock_),
-      channels_(session_, connection_, options_, window_, dialogs),
+      parser_(session_, connection_, queue_, pump_, who_, window_, stored_.options, clock_),
+      channels_(session_, connection_, stored_.options, window_, dialogs),
       servers_(window_.Connection(), dialogs),
       handles_(dialogs),
-      commands_(session_, connection_, queue_, options_, dialogs, clock_),
-      detection_(session_, connection_, queue_, options_, handles_, clock_,
+      commands_(session_, connection_, queue_, stored_.options, dialogs, clock_),
+      detection_(session_, connection_, queue_, stored_.options, handles_, clock_,
                  [this] { return window_.Info().ScreenName().toStdString(); }),
-      outgoing_(session_, connection_, queue_, display_, options_, window_, dialogs, clock_),
-      advertisement_(session_, connection_, queue_, options_, window_.Info(), clock_),
-      optionsPage_(options_, settings_, window_, files_, paths_.finds, *sounds_, dialogs),
+      outgoing_(session_, connection_, queue_, display_, stored_.options, window_, dialogs, clock_),
+      advertisement_(session_, connection_, queue_, stored_.options, window_.Info(), clock_),
+      optionsPage_(stored_.options, settings_, window_, files_, paths_.finds, *sounds_, dialogs),
       loader_(dialogs, events_, window_.List(), mailList_),
       selection_(dialogs),
-      sender_(session_, connection_, queue_, options_, clock_, events_),
-      requests_(mailList_, sender_, options_, window_, dialogs),
+      sender_(session_, connection_, queue_, stored_.options, clock_, events_),
+      requests_(mailList_, sender_, stored_.options, window_, dialogs),
       manualRequest_(sender_, dialogs),
-      storedResults_(settings_, files_, paths_.finds, options_, clock_),
+      storedResults_(settings_, files_, paths_.finds, stored_.options, clock_),
       results_(mailList_, window_.List(), storedResults_, dialogs, clock_, events_),
       aol_(*windows_, events_),
-      startUp_(*this, {options_, channels_.Rooms(), servers_}, files_, paths_, dialogs, systemMenu_,
-               aol_, events_),
       dialogs_(dialogs) {
   wsChat_.SetListener(connection_);
   connection_.SetReceiver(parser_);
@@ -57,7 +57,7 @@ Program::~Program() {
 }
 
 void Program::AttachPanels() {
-  window_.AttachOptions(optionsPage_, options_);
+  window_.AttachOptions(optionsPage_, stored_.options);
   window_.AttachSendBox(outgoing_);
   window_.Connection().Attach(connection_, servers_);
   window_.ChannelList().Attach(channels_);
@@ -73,39 +73,88 @@ void Program::AttachPanels() {
 }
 
 bool Program::Open() {
-  if (!startUp_.Form_Load()) return false;
+  if (!Form_Load() || closed_) return false;
   window_.ShowTab(Tab::kConnection);
   window_.show();
   return true;
 }
 
-int Program::ScreenWidthInTwips() {
-  const QScreen* screen = QGuiApplication::primaryScreen();
-  return screen == nullptr ? 0 : screen->size().width() * kTwipsPerPixel;
-}
-
-void Program::ResetOutputQueue() {
+bool Program::Form_Load() {
+  // 1. One program a folder.
+  if (instance_.IsAnotherRunning()) {
+    dialogs_.Notice(Icon::kExclamation, "Brindle is already running.");
+    window_.close();
+    return false;
+  }
+  // 2. The screen.
+  WarnAboutSmallScreen();
+  // 3. Nothing waits to be shown.
   while (queue_.Pending() > 0) queue_.Take();
+  // 4. The border stays, the menu entry goes.
+  RemoveSizeCommand(static_cast<std::uintptr_t>(window_.winId()));
+  // 5. The session starts idle.
+  wsChat_.Close();
+  // 6. The paths are known since the program was made.
+  // 7. The screen name.
+  window_.SetScreenName(ToQString(
+      ShownScreenName(aol_.GetAolScreenName(), settings_.ReadSetting("screen name", "last used"))));
+  // 8. What was set up last time.
+  APP_LOAD();
+  // 9. The help page.
+  window_.Help().SetWebAddress(ReadProductAddresses(settings_).web);
+  // 10. The caption.
+  window_.SetWindowCaption(VersionText());
+  // 11. Last, so that nothing received is shown before the settings are in place. The window may
+  // have been closed while a box was open.
+  if (!closed_) window_.AttachPump(pump_, queue_);
+  return true;
 }
 
-void Program::SetScreenName(const std::string& name) { window_.SetScreenName(ToQString(name)); }
-
-void Program::SetNicks(const std::string& nick, const std::string& alternateNick) {
-  window_.Connection().SetNicks(ToQString(nick), ToQString(alternateNick));
+void Program::WarnAboutSmallScreen() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen != nullptr && screen->size().width() == kSmallScreenWidth) {
+    dialogs_.Notice(Icon::kCritical, kSmallScreen);
+  }
 }
 
-ClosingFields Program::FieldsAtClosing() {
+void Program::APP_LOAD() {
+  StoredState loaded = LoadState(files_, paths_, &events_);
+  TellMissing(loaded.results.rooms, paths_.channels);
+  TellMissing(loaded.results.servers, paths_.servers);
+  // A window that is closed by now saves nothing.
+  if (closed_) return;
+  stored_ = std::move(loaded);
+  // 1. and 2. Rooms and servers.
+  for (const std::string& room : stored_.rooms) channels_.Rooms().Add(room);
+  for (const IrcServer& server : stored_.servers) servers_.Add(server);
+  // 3. and 4. The connection panel; the selected server brings its port.
+  window_.Connection().SetNicks(ToQString(stored_.nick), ToQString(stored_.alternateNick));
+  window_.Connection().SelectServer(stored_.lastServer);
+  // 5. to 9. The options, which take effect.
+  window_.ShowOptions();
+}
+
+void Program::TellMissing(LoadResult result, const std::string& path) {
+  if (result == LoadResult::kMissing) {
+    dialogs_.Notice(Icon::kExclamation, "Error : File not found.\r" + path);
+  }
+}
+
+void Program::Form_Unload() {
+  // 1. to 6. What is set up now. Failure to write is ignored on purpose: the window is closing, and
+  // the old files stand.
   const ConnectFields fields = window_.Connection().Fields();
-  return {fields.nick, fields.alternateNick, window_.Connection().SelectedServer()};
-}
-
-bool Program::IsDisconnectOffered() {
-  return connection_.ButtonCaption() == ConnectCaption::kDisconnect;
-}
-
-void Program::ClickConnectButton() {
-  connection_.cmdConnect_Click(window_.Connection().Fields());
-  wsChat_.Flush(kFarewellMilliseconds);
+  stored_.nick = fields.nick;
+  stored_.alternateNick = fields.alternateNick;
+  stored_.lastServer = window_.Connection().SelectedServer();
+  stored_.rooms = channels_.Rooms().Items();
+  stored_.servers = servers_.Entries().Items();
+  SaveState(files_, paths_, stored_);
+  // 7. The session ends as by the button's click.
+  if (connection_.ButtonCaption() == ConnectCaption::kDisconnect) {
+    connection_.cmdConnect_Click(fields);
+    wsChat_.Flush(kFarewellMilliseconds);
+  }
 }
 
 void Program::ShowManualRequest() {
@@ -131,8 +180,6 @@ void Program::ShowResults() {
   resultsWindow_->activateWindow();
 }
 
-void Program::ShowHelpPage() { window_.Help().SetWebAddress(ReadProductAddresses(settings_).web); }
-
 void Program::CheckForUpdate() {
   if (updateDesk_ == nullptr) {
     UpdateDeskOptions options;
@@ -153,7 +200,7 @@ void Program::Close() {
   loader_.Stop();
   if (updateDesk_ != nullptr) updateDesk_->Stop();
   if (!resultsWindow_.isNull()) results_.Save(resultsWindow_->Geometry());
-  startUp_.Form_Unload();
+  Form_Unload();
   wsChat_.Close();
 }
 

@@ -32,52 +32,42 @@
 #include "mail/stored_results.h"
 #include "platform/chat_socket_qt.h"
 #include "platform/clock_qt.h"
-#include "platform/files_native.h"
+#include "platform/native.h"
 #include "platform/single_instance.h"
-#include "platform/sound_player_native.h"
-#include "platform/system_menu_native.h"
-#include "platform/window_tree_native.h"
-#include "settings/options.h"
+#include "settings/data_folder.h"
 #include "settings/options_page.h"
-#include "settings/start_up.h"
+#include "settings/settings_file.h"
+#include "settings/stored_state.h"
 #include "ui/frm_main.h"
 #include "ui/frm_manual_request.h"
 #include "ui/frm_results.h"
 
 namespace brindle {
 
-class Program : private StartUpView {
+class Program {
  public:
   // `dataFolder` must exist; settings and lists live in it.
   Program(const std::string& dataFolder, Dialogs& dialogs);
-  ~Program() override;
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
 
   // Restores what was set up last time and shows the window. False when the program already runs
-  // with this folder: the user has been told, and there is nothing more to do.
+  // with this folder (the user has been told) or the window was closed meanwhile: there is nothing
+  // more to do.
   bool Open();
 
   FrmMain& Window() { return window_; }
   MailList& Mails() { return mailList_; }
-  Options& Settings() { return options_; }
+  Options& Settings() { return stored_.options; }
   const Session& CurrentSession() const { return session_; }
 
  private:
-  bool IsAnotherInstanceRunning() override { return instance_.IsAnotherRunning(); }
-  int ScreenWidthInTwips() override;
-  void UnloadWindow() override { window_.close(); }
-  void ResetOutputQueue() override;
-  void CloseChatSocket() override { wsChat_.Close(); }
-  void SetScreenName(const std::string& name) override;
-  void SetNicks(const std::string& nick, const std::string& alternateNick) override;
-  void SelectServer(std::optional<size_t> row) override { window_.Connection().SelectServer(row); }
-  void ShowOptions(OptionsPart part) override { window_.ShowOptions(part); }
-  void ShowHelpPage() override;
-  void SetWindowCaption(const std::string& text) override { window_.SetWindowCaption(text); }
-  void StartReceiveTimer() override { window_.AttachPump(pump_, queue_); }
-  ClosingFields FieldsAtClosing() override;
-  bool IsDisconnectOffered() override;
-  void ClickConnectButton() override;
-
+  bool Form_Load();
+  void APP_LOAD();
+  void Form_Unload();
+  void WarnAboutSmallScreen();
+  void TellMissing(LoadResult result, const std::string& path);
   void AttachPanels();
   void ShowManualRequest();
   void ShowResults();
@@ -92,7 +82,7 @@ class Program : private StartUpView {
   const DataPaths paths_;
   SettingsFile settings_{files_, paths_.settings};
   SingleInstance instance_;
-  Options options_;
+  StoredState stored_;  // its options are the program's
   Session session_;
   OutputQueue queue_;
   std::unique_ptr<SoundPlayer> sounds_ = NativeSoundPlayer();
@@ -102,7 +92,6 @@ class Program : private StartUpView {
   // Owned apart, so that the widgets can go while the lists that they show still live.
   std::unique_ptr<FrmMain> ownedWindow_ = std::make_unique<FrmMain>();
   FrmMain& window_ = *ownedWindow_;
-  NativeSystemMenu systemMenu_;
   QtChatSocket wsChat_;
   ChatColours display_;
   LinePump pump_;
@@ -124,7 +113,6 @@ class Program : private StartUpView {
   StoredResults storedResults_;
   Results results_;
   AolClient aol_;
-  StartUp startUp_;
   Dialogs& dialogs_;
   std::unique_ptr<UpdateDesk> updateDesk_;  // made at the first look for an update
   QPointer<FrmManualRequest> manualRequestWindow_;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 
@@ -135,6 +136,19 @@ std::optional<long long> WholeNumber(std::string_view text, long long lowest, lo
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   if (value < lowest || value > highest) return std::nullopt;
   return value;
+}
+
+std::optional<std::int32_t> PortNumber(std::string_view text, std::int32_t lowest,
+                                       std::int32_t highest) {
+  if (!IsNumericText(text)) return std::nullopt;
+  text = TrimBlanks(text);
+  if (text.front() == '+') text.remove_prefix(1);
+  double number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc()) return std::nullopt;
+  number = std::nearbyint(number);
+  if (number < lowest || number > highest) return std::nullopt;
+  return static_cast<std::int32_t>(number);
 }
 
 bool IsAscii(std::string_view text) {

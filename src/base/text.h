@@ -2,6 +2,7 @@
 // Small operations on UTF-8 text that every room of the program shares: cutting and joining,
 // removing blanks, lower-casing and the test for numeric text. "Blank" always means character 32.
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,6 +58,11 @@ bool IsAllDigits(std::string_view text);
 // The whole number that `text` spells, blanks around it ignored; nothing when it is anything else
 // or does not fit. REQUIRES: lowest <= highest.
 std::optional<long long> WholeNumber(std::string_view text, long long lowest, long long highest);
+
+// The numeric `text` as a whole number, rounded to the nearest (a half to the even one); nothing
+// when it is not numeric or does not fit.
+std::optional<std::int32_t> PortNumber(std::string_view text, std::int32_t lowest,
+                                       std::int32_t highest);
 
 // True when no byte of `text` has its top bit set.
 bool IsAscii(std::string_view text);

@@ -1,7 +1,5 @@
 #include "irc/irc_servers.h"
 
-#include <charconv>
-#include <cmath>
 #include <limits>
 
 #include "base/text.h"
@@ -52,19 +50,6 @@ void IrcServers::cmbConnectServer_Click(std::optional<size_t> selected) {
 void IrcServers::txtConnectPort_Change(std::string_view text, std::optional<size_t> selected) {
   const auto port = PortNumber(text, Limits::min(), Limits::max());
   if (port && selected) entries_.Replace(*selected, {entries_[*selected].host, *port});
-}
-
-std::optional<std::int32_t> PortNumber(std::string_view text, std::int32_t lowest,
-                                       std::int32_t highest) {
-  if (!IsNumericText(text)) return std::nullopt;
-  text = TrimBlanks(text);
-  if (text.front() == '+') text.remove_prefix(1);
-  double number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc()) return std::nullopt;
-  number = std::nearbyint(number);
-  if (number < lowest || number > highest) return std::nullopt;
-  return static_cast<std::int32_t>(number);
 }
 
 }  // namespace brindle

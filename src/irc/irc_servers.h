@@ -1,7 +1,6 @@
 #pragma once
 // The IRC servers that the user has entered: the items of cmbConnectServer, each with its port.
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,16 +8,9 @@
 
 #include "base/dialogs.h"
 #include "base/observed_list.h"
+#include "settings/stored_lists.h"
 
 namespace brindle {
-
-// An entry of the list.
-struct IrcServer {
-  std::string host;
-  std::int32_t port = 0;
-};
-
-inline const std::string& RowText(const IrcServer& server) { return server.host; }
 
 class IrcServersView {
  public:
@@ -48,10 +40,5 @@ class IrcServers {
   Dialogs& dialogs_;
   ObservedList<IrcServer> entries_;
 };
-
-// The numeric `text` as a whole number, rounded to the nearest (a half to the even one); nothing
-// when it is not numeric or does not fit.
-std::optional<std::int32_t> PortNumber(std::string_view text, std::int32_t lowest,
-                                       std::int32_t highest);
 
 }  // namespace brindle

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace brindle {
 namespace {
@@ -18,9 +19,9 @@ void StoredResults::SetLastSearch(const std::string& text) {
 std::vector<Find> StoredResults::Finds() {
   const std::optional<int> days =
       options_.removeInactiveFinds ? std::optional(options_.FindDays()) : std::nullopt;
-  std::vector<Find> finds;
-  unreadable_ = LoadFinds(files_, finds, findsPath_, Today(), days) == LoadResult::kUnreadable;
-  return finds;
+  Loaded<Find> finds = LoadFinds(files_, findsPath_, Today(), days);
+  unreadable_ = finds.result == LoadResult::kUnreadable;
+  return std::move(finds.entries);
 }
 
 void StoredResults::SetFinds(const std::vector<Find>& finds) {

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/files_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 namespace {

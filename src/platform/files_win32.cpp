@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/files_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 namespace {

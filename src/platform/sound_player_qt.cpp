@@ -4,7 +4,7 @@
 #include <QUrl>
 #include <map>
 
-#include "platform/sound_player_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 namespace {

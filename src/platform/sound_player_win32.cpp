@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "platform/sound_player_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 namespace {

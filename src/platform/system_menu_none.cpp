@@ -1,8 +1,8 @@
-#include "platform/system_menu_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 
 // Window managers offer no way to change their menu.
-void NativeSystemMenu::RemoveSizeCommand() {}
+void RemoveSizeCommand(std::uintptr_t) {}
 
 }  // namespace brindle

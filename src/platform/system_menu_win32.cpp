@@ -1,7 +1,7 @@
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
-#include "platform/system_menu_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 namespace {
@@ -11,8 +11,8 @@ constexpr int kSizeCommand = -4096;
 
 }  // namespace
 
-void NativeSystemMenu::RemoveSizeCommand() {
-  const HMENU menu = GetSystemMenu(reinterpret_cast<HWND>(window_), FALSE);
+void RemoveSizeCommand(std::uintptr_t window) {
+  const HMENU menu = GetSystemMenu(reinterpret_cast<HWND>(window), FALSE);
   if (menu != nullptr) DeleteMenu(menu, static_cast<UINT>(kSizeCommand), MF_BYCOMMAND);
 }
 

@@ -1,4 +1,4 @@
-#include "platform/window_tree_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 namespace {

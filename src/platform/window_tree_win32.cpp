@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "platform/window_tree_native.h"
+#include "platform/native.h"
 
 namespace brindle {
 namespace {

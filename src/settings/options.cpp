@@ -35,14 +35,39 @@ std::string StateText(bool on) { return on ? "1" : "0"; }
 
 std::string SoundKey(size_t slot) { return "sound" + std::to_string(slot); }
 
-bool LoadState(const SettingsFile& settings, const char* section, const char* caption, bool now) {
+bool ReadState(const SettingsText& settings, const char* section, const char* caption, bool now) {
   return settings.ReadNumber(section, caption, StateText(now)) != 0;
+}
+
+void ReadGroup(const SettingsText& settings, const OptionGroup& group, Options& options) {
+  for (const OptionBox& box : group.boxes) {
+    bool& state = options.*box.state;
+    state = ReadState(settings, group.section, box.caption, state);
+  }
+}
+
+void ReadSounds(const SettingsText& settings, Options& options) {
+  for (size_t slot = 0; slot < kSoundSlots; ++slot) {
+    SoundOption& sound = options.sounds[slot];
+    sound.on = ReadState(settings, kSoundSection, kSoundCaptions[slot], sound.on);
+    sound.path = TrimBlanks(settings.Read(kSoundSection, SoundKey(slot), sound.path));
+  }
 }
 
 Colour ColourFromNumber(std::uint32_t number) {
   return {static_cast<std::uint8_t>(number & 0xFFU),
           static_cast<std::uint8_t>(number >> 8U & 0xFFU),
           static_cast<std::uint8_t>(number >> 16U & 0xFFU)};
+}
+
+void ReadColours(const SettingsText& settings, Options& options) {
+  for (const ColourOption& option : kColourOptions) {
+    Colour& colour = options.*option.colour;
+    const long long number = settings.ReadNumber(option.section, option.key, ColourText(colour));
+    if (number >= 0 && number <= kLargestColour) {
+      colour = ColourFromNumber(static_cast<std::uint32_t>(number));
+    }
+  }
 }
 
 void AppendGroup(const OptionGroup& group, const Options& options, std::vector<Setting>& settings) {
@@ -70,36 +95,18 @@ const std::array<ColourOption, 4> kColourOptions = {
      {"room", "forecolor", &Options::roomForecolor},
      {"room", "backcolor", &Options::roomBackcolor}}};
 
-void LoadOptionGroup(const SettingsFile& settings, const OptionGroup& group, Options& options) {
-  for (const OptionBox& box : group.boxes) {
-    bool& state = options.*box.state;
-    state = LoadState(settings, group.section, box.caption, state);
+Options ReadOptions(const SettingsText& settings) {
+  Options options;
+  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions}) {
+    ReadGroup(settings, *group, options);
   }
-}
-
-void LoadSoundOptions(const SettingsFile& settings, Options& options) {
-  for (size_t slot = 0; slot < kSoundSlots; ++slot) {
-    SoundOption& sound = options.sounds[slot];
-    sound.on = LoadState(settings, kSoundSection, kSoundCaptions[slot], sound.on);
-    sound.path = TrimBlanks(settings.ReadSetting(kSoundSection, SoundKey(slot), sound.path));
-  }
-}
-
-void LoadFindDays(const SettingsFile& settings, Options& options) {
+  ReadSounds(settings, options);
+  // A row that the days box does not have is no selection.
   const long long index =
       settings.ReadNumber(kFindOptions.section, kDaysKey, std::to_string(options.findDaysIndex));
-  // A row that the box does not have is no selection.
   if (index >= 0 && index < kMostFindDays) options.findDaysIndex = static_cast<int>(index);
-}
-
-void LoadColours(const SettingsFile& settings, Options& options) {
-  for (const ColourOption& option : kColourOptions) {
-    Colour& colour = options.*option.colour;
-    const long long number = settings.ReadNumber(option.section, option.key, ColourText(colour));
-    if (number >= 0 && number <= kLargestColour) {
-      colour = ColourFromNumber(static_cast<std::uint32_t>(number));
-    }
-  }
+  ReadColours(settings, options);
+  return options;
 }
 
 void AppendOptions(const Options& options, std::vector<Setting>& settings) {

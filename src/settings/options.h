@@ -99,11 +99,8 @@ struct ColourOption {
 enum class ColourSlot { kListForecolor, kListBackcolor, kRoomForecolor, kRoomBackcolor };
 extern const std::array<ColourOption, 4> kColourOptions;  // by slot
 
-// Each reads its part of the options; what is not stored keeps the state it has in `options`.
-void LoadOptionGroup(const SettingsFile& settings, const OptionGroup& group, Options& options);
-void LoadSoundOptions(const SettingsFile& settings, Options& options);
-void LoadFindDays(const SettingsFile& settings, Options& options);
-void LoadColours(const SettingsFile& settings, Options& options);
+// The stored options; what is not stored is in the state that it starts in.
+Options ReadOptions(const SettingsText& settings);
 
 // Everything that is stored when the program ends, in order; the colours are not part of it.
 void AppendOptions(const Options& options, std::vector<Setting>& settings);

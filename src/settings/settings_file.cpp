@@ -6,8 +6,7 @@ namespace brindle {
 
 std::string ReadSetting(const Files& files, std::string_view section, std::string_view key,
                         std::string_view otherwise, const std::string& file) {
-  std::string value = ReadSettingText(files.Read(file).value_or(""), section, key);
-  return value.empty() ? std::string(otherwise) : value;
+  return SettingsText(files.Read(file).value_or("")).Read(section, key, otherwise);
 }
 
 bool WriteSetting(Files& files, std::string_view section, std::string_view key,

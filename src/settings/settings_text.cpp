@@ -115,7 +115,18 @@ void SettingsText::Index() {
   }
 }
 
-std::string SettingsText::Read(std::string_view section, std::string_view key) const {
+std::string SettingsText::Read(std::string_view section, std::string_view key,
+                               std::string_view otherwise) const {
+  std::string value = ValueIn(section, key);
+  return value.empty() ? std::string(otherwise) : value;
+}
+
+long long SettingsText::ReadNumber(std::string_view section, std::string_view key,
+                                   std::string_view otherwise) const {
+  return LeadingNumber(Read(section, key, otherwise));
+}
+
+std::string SettingsText::ValueIn(std::string_view section, std::string_view key) const {
   const auto found = sections_.find(Name(section));
   if (found == sections_.end()) return "";
   const auto line = found->second.keys.find(Name(key));

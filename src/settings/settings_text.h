@@ -34,8 +34,12 @@ class SettingsText {
   explicit SettingsText(std::string_view bytes);
 
   // The value, without blanks and one pair of quotes around it; a value of nothing but blanks is
-  // kept as it is. Empty when there is none.
-  std::string Read(std::string_view section, std::string_view key) const;
+  // kept as it is. `otherwise` stands in for a value that is missing or empty.
+  std::string Read(std::string_view section, std::string_view key,
+                   std::string_view otherwise = "") const;
+  // As a number: the leading numeric part, 0 when there is none.
+  long long ReadNumber(std::string_view section, std::string_view key,
+                       std::string_view otherwise) const;
 
   // Sets the value, in place or as a new line at the end of its section. Section, key and value end
   // at their first CR, LF or NUL; names that the format cannot hold change nothing.
@@ -44,6 +48,8 @@ class SettingsText {
   std::string Text() const;
 
  private:
+  std::string ValueIn(std::string_view section, std::string_view key) const;
+
   struct Line {
     std::string text;
     std::string_view end;  // "\r\n", "\n", "\r", or nothing for an unfinished last line

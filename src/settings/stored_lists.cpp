@@ -36,16 +36,8 @@ std::vector<std::string> FieldsOf(std::string_view bytes) {
   return fields;
 }
 
-struct Fields {
-  LoadResult result;
-  std::vector<std::string> fields;
-};
-
-Fields ReadFields(const Files& files, Dialogs& dialogs, const std::string& path) {
-  if (!files.FileExists(path)) {
-    dialogs.Notice(Icon::kExclamation, "Error : File not found.\r" + path);
-    return {LoadResult::kMissing, {}};
-  }
+Loaded<std::string> LoadFields(const Files& files, const std::string& path) {
+  if (!files.FileExists(path)) return {LoadResult::kMissing, {}};
   const std::optional<std::string> bytes = files.Read(path);
   if (!bytes) return {LoadResult::kUnreadable, {}};
   return {LoadResult::kLoaded, FieldsOf(*bytes)};
@@ -59,60 +51,60 @@ void AppendLine(std::string& text, std::string_view line) {
 
 }  // namespace
 
-LoadResult LoadChannels(const Files& files, Dialogs& dialogs, ObservedList<std::string>& channels,
-                        const std::string& path, EventPump* events) {
-  const Fields read = ReadFields(files, dialogs, path);
-  for (const std::string& field : read.fields) {
-    if (field.starts_with('#')) channels.Add(field);
+Loaded<std::string> LoadChannels(const Files& files, const std::string& path, EventPump* events) {
+  const Loaded<std::string> fields = LoadFields(files, path);
+  Loaded<std::string> rooms{fields.result, {}};
+  for (const std::string& field : fields.entries) {
+    if (field.starts_with('#')) rooms.entries.push_back(field);
     if (events != nullptr) events->LetEventsRun(0);
   }
-  return read.result;
+  return rooms;
 }
 
-LoadResult LoadServers(const Files& files, Dialogs& dialogs, IrcServers& servers,
-                       const std::string& path) {
+Loaded<IrcServer> LoadServers(const Files& files, const std::string& path) {
   using Port = std::numeric_limits<std::int16_t>;
-  const Fields read = ReadFields(files, dialogs, path);
-  for (const std::string& field : read.fields) {
+  const Loaded<std::string> fields = LoadFields(files, path);
+  Loaded<IrcServer> servers{fields.result, {}};
+  for (const std::string& field : fields.entries) {
     if (field.starts_with('/')) continue;
     const auto parts = Split(field, ":");
     if (parts.size() != 2 || !IsNumericText(parts[1])) continue;
     // The host stays when its port is out of range; the user can type a port again.
-    servers.Add(
+    servers.entries.push_back(
         {std::string(parts[0]), PortNumber(parts[1], Port::min(), Port::max()).value_or(0)});
   }
-  return read.result;
+  return servers;
 }
 
-bool SaveChannels(Files& files, const ObservedList<std::string>& channels,
-                  const std::string& path) {
+bool SaveChannels(Files& files, const std::vector<std::string>& rooms, const std::string& path) {
   std::string text(kHeader);
-  for (const std::string& channel : channels.Items()) AppendLine(text, channel);
+  for (const std::string& room : rooms) AppendLine(text, room);
   return files.Replace(path, text);
 }
 
-bool SaveServers(Files& files, const IrcServers& servers, const std::string& path) {
+bool SaveServers(Files& files, const std::vector<IrcServer>& servers, const std::string& path) {
   std::string text(kHeader);
-  for (const IrcServer& server : servers.Entries().Items()) {
+  for (const IrcServer& server : servers) {
     AppendLine(text, server.host + ":" + std::to_string(server.port));
   }
   return files.Replace(path, text);
 }
 
-LoadResult LoadFinds(const Files& files, std::vector<Find>& finds, const std::string& path,
-                     DayNumber today, std::optional<int> days) {
-  if (!files.FileExists(path)) return LoadResult::kMissing;
+Loaded<Find> LoadFinds(const Files& files, const std::string& path, DayNumber today,
+                       std::optional<int> days) {
+  if (!files.FileExists(path)) return {LoadResult::kMissing, {}};
   const std::optional<std::string> bytes = files.Read(path);
-  if (!bytes) return LoadResult::kUnreadable;
+  if (!bytes) return {LoadResult::kUnreadable, {}};
   const SettingsText text(*bytes);
-  const long long last = std::min(LeadingNumber(text.Read(kFindsSection, "count")), kMostFinds - 1);
+  const long long last = std::min(text.ReadNumber(kFindsSection, "count", "0"), kMostFinds - 1);
+  Loaded<Find> finds{LoadResult::kLoaded, {}};
   for (long long i = 0; i <= last; ++i) {
     const std::string index = std::to_string(i);
     const DayNumber day = DayFromText(text.Read(kFindsSection, "date" + index));
     if (days && today - day >= *days) continue;
-    finds.push_back({text.Read(kFindsSection, "item" + index), day});
+    finds.entries.push_back({text.Read(kFindsSection, "item" + index), day});
   }
-  return LoadResult::kLoaded;
+  return finds;
 }
 
 bool SaveFinds(Files& files, const std::vector<Find>& finds, const std::string& path) {

@@ -128,27 +128,17 @@ void FrmMain::AttachOptions(OptionsPage& page, const Options& options) {
   connect(ui_->tabMain, &QTabWidget::currentChanged, this, &FrmMain::PlaceRoomView);
 }
 
-void FrmMain::ShowOptions(OptionsPart part) {
+void FrmMain::ShowOptions() {
   OptionsPanel& panel = *ui_->pnlOptions;
-  switch (part) {
-    case OptionsPart::kMisc:
-      return panel.ShowGroup(kMiscOptions, *options_);
-    case OptionsPart::kSound:
-      return panel.ShowSounds(*options_);
-    case OptionsPart::kList:
-      return panel.ShowGroup(kListOptions, *options_);
-    case OptionsPart::kRoom:
-      return panel.ShowGroup(kRoomOptions, *options_);
-    case OptionsPart::kFind:
-      return panel.ShowGroup(kFindOptions, *options_);
-    case OptionsPart::kFindDays:
-      return panel.ShowFindDays(*options_);
-    case OptionsPart::kColours:
-      for (ColourSlot slot : {ColourSlot::kListForecolor, ColourSlot::kListBackcolor,
-                              ColourSlot::kRoomForecolor, ColourSlot::kRoomBackcolor}) {
-        ShowColour(slot, options_->*kColourOptions[static_cast<size_t>(slot)].colour);
-      }
-      return;
+  panel.ShowGroup(kMiscOptions, *options_);
+  panel.ShowSounds(*options_);
+  panel.ShowGroup(kListOptions, *options_);
+  panel.ShowGroup(kRoomOptions, *options_);
+  panel.ShowGroup(kFindOptions, *options_);
+  panel.ShowFindDays(*options_);
+  for (ColourSlot slot : {ColourSlot::kListForecolor, ColourSlot::kListBackcolor,
+                          ColourSlot::kRoomForecolor, ColourSlot::kRoomBackcolor}) {
+    ShowColour(slot, options_->*kColourOptions[static_cast<size_t>(slot)].colour);
   }
 }
 

@@ -15,7 +15,6 @@
 #include "irc/response_parser.h"
 #include "mail/requests.h"
 #include "settings/options_page.h"
-#include "settings/start_up.h"
 #include "ui/channels_panel.h"
 #include "ui/chat_text_view.h"
 #include "ui/connection_panel.h"
@@ -55,8 +54,8 @@ class FrmMain : public QMainWindow,
   ChatTextView& StatusView();
   ChatTextView& RoomView();
   void AttachOptions(OptionsPage& page, const Options& options);
-  // Shows one part of the options and lets it take effect.
-  void ShowOptions(OptionsPart part);
+  // Shows all options and lets them take effect.
+  void ShowOptions();
 
   HelpPage& Help();
   ConnectionPanel& Connection();

@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTest>
+#include <QTimer>
 #include <QWindow>
 
 #include "support/wait.h"
@@ -325,6 +326,18 @@ TEST_F(RestartTest, ASecondProgramInTheSameFolderTouchesNothing) {
   }
   FakeDialogs dialogs;
   EXPECT_TRUE(Program(folder->Path().toStdString(), dialogs).Open());
+}
+
+TEST_F(RestartTest, AWindowThatIsClosedWhileItLoadsSavesNothing) {
+  const DataFolder folder({.nick = "Wanda", .server = "h:1", .channels = {"#a"}, .screenName = {}});
+  const auto before = folder.All();
+  FakeDialogs dialogs;
+  {
+    Program program(folder.Path().toStdString(), dialogs);
+    QTimer::singleShot(0, &program.Window(), [&] { program.Window().close(); });
+    EXPECT_FALSE(program.Open());
+  }
+  EXPECT_EQ(folder.All(), before);
 }
 
 TEST_F(RestartTest, SearchesAreForgottenAtTheEndOnRequest) {

@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include "aol/screen_name.h"
-#include "platform/window_tree_native.h"
+#include "platform/native.h"
 
 // The Unicode library need not exist for the cross compiler: texts in plain ASCII never reach it,
 // and no byte beyond is taken for a character here.

@@ -9,8 +9,6 @@
 #include "settings/data_folder.h"
 #include "settings/settings_file.h"
 #include "settings/stored_lists.h"
-#include "support/fake_dialogs.h"
-#include "support/fake_port_box.h"
 
 namespace brindle {
 
@@ -18,15 +16,13 @@ inline constexpr int kParts = 400;  // enough to need several blocks on the disk
 
 inline bool SaveRound(Files& files, const DataPaths& paths, int round) {
   const std::string mark = std::to_string(round);
-  FakeDialogs dialogs;
-  FakePortBox box;
-  IrcServers servers(box, dialogs);
-  ObservedList<std::string> channels;
+  std::vector<IrcServer> servers;
+  std::vector<std::string> channels;
   std::vector<Find> finds;
   std::vector<Setting> settings;
   for (int i = 0; i < kParts; ++i) {
-    channels.Add("#room-number-" + std::to_string(i) + "-" + mark);
-    servers.Add({"host-number-" + std::to_string(i) + "-" + mark, i});
+    channels.push_back("#room-number-" + std::to_string(i) + "-" + mark);
+    servers.push_back({"host-number-" + std::to_string(i) + "-" + mark, i});
     finds.push_back({"find number " + std::to_string(i) + "-" + mark, i});
     settings.push_back({"section", "key" + std::to_string(i), "value-" + mark});
   }
@@ -47,26 +43,20 @@ inline std::string WrongWithSaved(const Files& files, const DataPaths& paths) {
     return std::string(what) + " has " + std::to_string(parts.size()) + " parts of " +
            std::to_string(marks.size()) + " rounds; ";
   };
-  FakeDialogs dialogs;
-  FakePortBox box;
-  IrcServers servers(box, dialogs);
-  ObservedList<std::string> channels;
-  std::vector<Find> finds;
-  LoadServers(files, dialogs, servers, paths.servers);
-  LoadChannels(files, dialogs, channels, paths.channels);
-  LoadFinds(files, finds, paths.finds, 0, std::nullopt);
   const auto texts = [](const auto& rows) {
-    std::vector<std::string> texts;
-    for (const auto& row : rows) texts.push_back(RowText(row));
-    return texts;
+    std::vector<std::string> all;
+    for (const auto& row : rows.entries) all.push_back(RowText(row));
+    return all;
   };
   std::vector<std::string> values;
   const SettingsText settings(files.Read(paths.settings).value_or(""));
   for (int i = 0; i < kParts; ++i) {
     values.push_back(settings.Read("section", "key" + std::to_string(i)));
   }
-  return judge("servers", texts(servers.Entries().Items())) + judge("channels", channels.Items()) +
-         judge("finds", texts(finds)) + judge("settings", values);
+  return judge("servers", texts(LoadServers(files, paths.servers))) +
+         judge("channels", LoadChannels(files, paths.channels).entries) +
+         judge("finds", texts(LoadFinds(files, paths.finds, 0, std::nullopt))) +
+         judge("settings", values);
 }
 
 }  // namespace brindle

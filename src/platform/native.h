@@ -1,9 +1,15 @@
 #pragma once
-// The machine's own files.
+// What this machine gives: files, sounds, the windows of other programs, the window's own menu.
+// Where it has no such thing, nothing happens and nothing is found. Free of the toolkit, so that
+// the core's tests can use it.
 
+#include <cstdint>
+#include <memory>
 #include <string>
 
+#include "aol/window_tree.h"
 #include "base/files.h"
+#include "base/sound_player.h"
 
 namespace brindle {
 
@@ -19,5 +25,13 @@ class NativeFiles : public Files {
 
 // True when files can be created in `folder`.
 bool IsWritableFolder(const std::string& folder);
+
+// Plays wave files.
+std::unique_ptr<SoundPlayer> NativeSoundPlayer();
+
+std::unique_ptr<WindowTree> NativeWindowTree();
+
+// Takes the Size command out of a window's system menu. `window` is its native handle.
+void RemoveSizeCommand(std::uintptr_t window);
 
 }  // namespace brindle

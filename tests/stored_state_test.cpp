@@ -1,0 +1,90 @@
+#include "settings/stored_state.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "support/memory_files.h"
+
+namespace brindle {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class StoredStateTest : public testing::Test {
+ protected:
+  StoredState Load() { return LoadState(files, paths); }
+
+  MemoryFiles files;
+  const DataPaths paths = PathsIn("/d");
+};
+
+TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
+  files.files = {{paths.settings,
+                  "; mine\r\n[list]\r\nforecolor=255\r\n[screen name]\r\nlast "
+                  "used= My Name\r\n"},
+                 {paths.finds, ""}};
+  StoredState state = Load();
+  state.nick = "joe";
+  state.alternateNick = "joe2";
+  state.lastServer = 1;
+  state.rooms = {"#new"};
+  state.servers = {{"h", 1}, {"i", 2}};
+  state.options.stayOnTop = true;
+  state.options.listForecolor = kWhite;
+  EXPECT_TRUE(SaveState(files, paths, state));
+  EXPECT_EQ(files.changes, (Texts{"replace /d/brindle.ini", "replace /d/irc_servers.txt",
+                                  "replace /d/channels.txt", "replace /d/brindle.ini"}));
+  // The colours are stored when they are picked, and the screen name never is.
+  const std::string& ini = files.files[paths.settings];
+  EXPECT_TRUE(
+      ini.starts_with("; mine\r\n[list]\r\nforecolor=255\r\n[screen name]\r\nlast used= "
+                      "My Name\r\n[nicks]\r\npreferred=joe\r\nalternate=joe2\r\n[server]"
+                      "\r\nlast used=1\r\n[misc options]\r\n"))
+      << ini;
+
+  state = Load();
+  EXPECT_EQ(state.nick + "/" + state.alternateNick, "joe/joe2");
+  EXPECT_EQ(state.lastServer, 1U);
+  EXPECT_EQ(state.rooms, Texts{"#new"});
+  EXPECT_EQ(state.servers, (std::vector<IrcServer>{{"h", 1}, {"i", 2}}));
+  EXPECT_TRUE(state.options.stayOnTop);
+  EXPECT_EQ(state.options.listForecolor, kPureRed);
+  state.options.clearFindsOnExit = true;
+  EXPECT_TRUE(SaveState(files, paths, state));
+  EXPECT_EQ(files.changes.back(), "remove /d/finds.txt");
+  files.full = true;
+  EXPECT_FALSE(SaveState(files, paths, state));
+}
+
+TEST_F(StoredStateTest, OnlyARowThatExistsIsSelected) {
+  files.files[paths.servers] = "h:1\ni:2\n";
+  const std::pair<const char*, std::optional<size_t>> cases[] = {
+      {"1", 1},
+      {"2", std::nullopt},
+      {"-1", std::nullopt},
+      {"-2", std::nullopt},
+      {"x", 0},
+      {"99999999999999999999", std::nullopt}};
+  for (const auto& [stored, row] : cases) {
+    files.files[paths.settings] = "[server]\nlast used=" + std::string(stored) + "\n";
+    EXPECT_EQ(Load().lastServer, row) << stored;
+  }
+}
+
+TEST_F(StoredStateTest, WhatWasNotReadIsNotWrittenOver) {
+  EXPECT_TRUE(SaveState(files, paths, {}));
+  files.files = {{paths.settings, "[x]\n"}, {paths.channels, "#a\n"}, {paths.servers, "h:1\n"}};
+  for (const std::string& path : {paths.settings, paths.channels, paths.servers}) {
+    files.unreadable.insert(path);
+  }
+  const StoredState state = Load();
+  files.unreadable.clear();
+  EXPECT_TRUE(SaveState(files, paths, state));
+  EXPECT_EQ(files.changes, Texts{});
+}
+
+}  // namespace
+}  // namespace brindle
