@@ -211,7 +211,8 @@ class Bench {
     RequestRuns runs;
     size_t length = 0;
     for (auto row = list_.NextChecked(0); row; row = list_.NextChecked(*row + 1)) {
-      if (const auto what = runs.Step(list_, *row, AfterRequest::kDeselect)) length += what->size();
+      if (const auto what = runs.Step(list_, *row, AfterRequest::kDeselect))
+        length += what->what.size();
     }
     if (length == 0) std::exit(EXIT_FAILURE);
   }

@@ -23,37 +23,23 @@ namespace {
 
 constexpr size_t kJudgedLines = 1'000'000;  // the goals are meant for so many lines
 
-class NoConnectionView : public ConnectionView {
+// A window that shows nothing.
+class NoWindow : public WindowView, public ConnectView {
  public:
-  void SetConnectButton(ConnectCaption, bool) override {}
-  void SetNickFieldsEnabled(bool) override {}
-  void SetAlternateNick(const std::string&) override {}
   void SetStatusPanel(const std::string&) override {}
-  void SetLoginStatus(const std::string&) override {}
   void SetWindowCaption(const std::string&) override {}
-};
-
-class NoChatView : public ChatView {
- public:
-  void Append(const std::vector<ColouredRun>&) override {}
-  size_t TextLength() const override { return 0; }
-};
-
-class NoPumpView : public PumpView {
- public:
   void SetBufferMonitor(const std::string&) override {}
   void SetRtbMonitor(const std::string&) override {}
-  void SetWindowCaption(const std::string&) override {}
-};
-
-class NoSounds : public SoundPlayer {
- public:
-  void Play(const std::string&) override {}
-};
-
-class NoRoomTab : public RoomTab {
- public:
   void Show_RoomTab() override {}
+  void FocusSendBox() override {}
+  void SetSendText(const std::string&) override {}
+  void ShowHint(const std::string&) override {}
+  void SetConnectButton(ConnectCaption, bool) override {}
+  void ShowCancelButton(bool) override {}
+  void SetNickFieldsEnabled(bool) override {}
+  void SetAlternateNick(const std::string&) override {}
+  void SetLoginStatus(const std::string&) override {}
+  void SetConnectTrouble(const std::string&) override {}
 };
 
 // The session as the program puts it together, without its windows.
@@ -61,19 +47,14 @@ struct Client {
   Session session;
   Options options;
   QtClock clock;
-  QtChatSocket socket{clock};
+  QtChatSocket socket;
   OutputQueue queue;
-  NoChatView chatView;
-  ChatColours display{chatView, chatView, options};
-  NoConnectionView connectionView;
+  NoWindow window;
   FakeDialogs dialogs;
-  Connection connection{session, socket, queue, display, connectionView, dialogs, clock};
-  NoPumpView pumpView;
-  NoSounds sounds;
-  LinePump pump{queue, session, options, display, pumpView, sounds, clock};
+  Connection connection{session, socket, queue, {window, window, dialogs}, clock, ""};
+  SendQueue lines{session, connection, clock};
   WhoList who;
-  NoRoomTab roomTab;
-  ResponseParser parser{session, connection, queue, pump, who, roomTab, options, clock};
+  ResponseParser parser{session, connection, lines, who, {queue, window}, {options, clock}};
 };
 
 // The processor time for receiving `lines` lines; 0 when they did not all come.
@@ -82,7 +63,9 @@ double ReceiveOurselves(int port, size_t lines) {
   QCoreApplication application(argc, nullptr);
   Client client;
   client.socket.SetListener(client.connection);
-  client.connection.SetReceiver(client.parser);
+  client.connection.SetReceiver([&](std::string_view received, std::string& currentNick) {
+    client.parser.Parse_Response(received, currentNick);
+  });
   const double before = ProcessorMilliseconds();
   client.connection.cmdConnect_Click({"bench", "bench2", "127.0.0.1", std::to_string(port)});
   while (client.queue.Pending() < lines &&

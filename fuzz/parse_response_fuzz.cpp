@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "support/session_check.h"
+#include "session_check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "app/program.h"
+#include "platform/end_signals.h"
 #include "settings/data_folder.h"
 #include "settings/product.h"
 #include "ui/dialogs_qt.h"
@@ -86,5 +87,13 @@ int main(int argc, char** argv) {
   }
   brindle::QtDialogs dialogs;
   brindle::Program program(folder, dialogs);
-  return program.Open() ? QApplication::exec() : 1;
+  if (!program.Open()) return 1;
+  // Asked to end from outside, the program ends as if its window had been closed.
+  brindle::OnEndSignal([&program] {
+    program.Window().close();
+    QApplication::quit();
+  });
+  QObject::connect(&application, &QGuiApplication::commitDataRequest, &program.Window(),
+                   [&program] { program.Close(); });
+  return QApplication::exec();
 }

@@ -3,186 +3,281 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
-#include "support/session_fixture.h"
+#include "irc/arrival_cutter.h"
+#include "irc/line_pump.h"
+#include "support/chat_stage.h"
 
 namespace brindle {
 namespace {
 
-using Texts = std::vector<std::string>;
+using std::string_literals::operator""s;
 
-constexpr char kEnded[] = "7|^C4Disconnected...";
+const std::string kEnd =
+    "button Connect\nno cancel\nnicks\nlogin Status - Disconnected\n"
+    "panel Status - Disconnected\ncaption Brindle v0.5.85";
+const std::string kEnded = "7|^C4Disconnected...\nclose\n" + kEnd;
+const std::string kQuietlyEnded = "close\n7|^C4Disconnected...\n" + kEnd;
 
-class ConnectionTest : public testing::Test, protected SessionFixture {
- protected:
-  void ExpectEnded() {
-    EXPECT_EQ(session.connectionState, ConnectionState::kDisconnected);
-    EXPECT_EQ(session.currentRoom, "");
-    EXPECT_EQ(window.button, "Connect");
-    EXPECT_EQ(window.statusPanel, "Status - Disconnected");
-    EXPECT_EQ(window.caption, "Brindle v0.5.85");
-    EXPECT_TRUE(window.nickFieldsEnabled);
-  }
-};
+std::string Trouble(const std::string& why) {
+  return "\ntrouble " + why + "\nhint Disconnected: " + why;
+}
 
-TEST_F(ConnectionTest, RefusesEmptyFields) {
-  const char* const nick = "Please enter your desired Nick.";
-  const char* const server = "Please select a server / port.";
+std::string Begun(const std::string& server = "irc.example") {
+  return "button Disconnect off\ncancel\ntrouble \nno nicks\nclose\n1|^C3* Connecting to " +
+         server + "\npanel Status - Connecting...";
+}
+
+TEST(Connection, RefusesFieldsThatAreEmptyOrNoPort) {
+  const std::string nick = "i Please enter your desired Nick.";
+  const std::string server = "i Please select a server / port.";
+  const std::string port = "The port must be a number from 1 to 65535.";
+  const std::string noPort = Begun() + "\n1|^C4* ERROR : " + port + "|\n" + kEnded + Trouble(port);
   const struct {
     ConnectFields fields;
-    const char* refusal;
+    std::string journal;
   } table[] = {
-      {{"", "", "", ""}, nick},          {{"  ", "x", "host", "6667"}, nick},
-      {{"me", "", "", "6667"}, server},  {{"me", "", "  ", "6667"}, server},
+      {{"", "", "", ""}, nick},
+      {{"  ", "x", "host", "6667"}, nick},
+      {{"me", "", "", "6667"}, server},
+      {{"me", "", "  ", "6667"}, server},
       {{"me", "", "host", " "}, server},
+      {{"me", "", "irc.example", "0"}, noPort},
+      {{"me", "", "irc.example", "65536"}, noPort},
+      {{"me", "", "irc.example", "66 67"}, noPort},
+      {{"me", "", "irc.example", "irc"}, noPort},
+      {{"me", "", "irc.example", "99999999999999999999999999999999999999999"}, noPort},
+      {{" my nick ", "", " host ", " 65535 "}, Begun(" host ") + "\nconnect host 65535"},
   };
   for (const auto& row : table) {
-    dialogs.notices.clear();
-    connection.cmdConnect_Click(row.fields);
-    EXPECT_EQ(dialogs.notices, (std::vector{FakeDialogs::Shown{Icon::kInformation, row.refusal}}));
-  }
-  EXPECT_EQ(socket.log, Texts{});
-  EXPECT_EQ(TakeQueued(), Texts{});
-  EXPECT_EQ(State(), "0  ");
-  EXPECT_EQ(window.button, "Connect");
-}
-
-TEST_F(ConnectionTest, ConnectsAndRegisters) {
-  fields = {" my nick ", "", " irc.example ", " 6697 "};
-  connection.cmdConnect_Click(fields);
-  EXPECT_EQ(socket.log, (Texts{"close", "connect irc.example 6697"}));
-  EXPECT_EQ(TakeQueued(), Texts{"1|^C3* Connecting to  irc.example "});
-  EXPECT_EQ(State(), "1  ");
-  EXPECT_EQ(window.button, "Disconnect (disabled)");
-  EXPECT_EQ(window.statusPanel, "Status - Connecting...");
-  EXPECT_FALSE(window.nickFieldsEnabled);
-
-  socket.open = true;
-  connection.wsChat_Connect();
-  EXPECT_EQ(socket.TakeSent(), (Texts{"NICK  my nick ", "USER plenty of excellent qel_0.5.85"}));
-  EXPECT_EQ(window.loginStatus, "Status - Connected : Logging in");
-
-  Receive(":srv 001 my :Welcome: you\r\n");
-  EXPECT_EQ(TakeQueued(), Texts{"6|Welcome: you"});
-  EXPECT_EQ(State(), "2 my ");
-  EXPECT_EQ(session.connectedSince, clock.ticks);
-  EXPECT_EQ(window.button, "Disconnect");
-  EXPECT_EQ(window.statusPanel, "Status - Connected");
-  EXPECT_TRUE(window.nickFieldsEnabled);
-}
-
-TEST_F(ConnectionTest, RefusesPortsThatAreNone) {
-  for (const char* port : {"0", "-1", "65536", "66 67", "irc", "6667x", "+1", "1.5",
-                           "99999999999999999999999999999999999999999"}) {
-    fields.port = port;
-    status.TakeText();
-    connection.cmdConnect_Click(fields);
-    EXPECT_EQ(socket.TakeLog(), (Texts{"close", "close"})) << port;
-    EXPECT_EQ(status.text, "\r\n* ERROR : The port must be a number from 1 to 65535.\r\n");
-    EXPECT_EQ(TakeQueued(), (Texts{"1|^C3* Connecting to irc.example", kEnded}));
-    ExpectEnded();
+    ChatStage stage;
+    stage.connection.cmdConnect_Click(row.fields);
+    EXPECT_EQ(stage.Taken(), row.journal);
   }
 }
 
-TEST_F(ConnectionTest, OffersOtherNicksUntilOneIsFree) {
-  const auto refuse = [this] {
-    ForgetRecords();
-    Receive(":srv 433 * me :Nickname: in use\r\n");
-    EXPECT_EQ(TakeQueued(), Texts{"1|^C4Nickname: in use"});
-    return socket.sent.size() == 1 ? socket.sent[0] : "not one line";
-  };
-  const auto isNumbered = [this](const std::string& sent) {
-    EXPECT_EQ(sent, "NICK " + window.alternateNick);
-    EXPECT_TRUE(window.alternateNick.starts_with("Brindle")) << window.alternateNick;
-    const std::string digits = window.alternateNick.substr(7);
-    return !digits.starts_with('0') && WholeNumber(digits, 1, 999).has_value();
-  };
-  Connect();
-  EXPECT_EQ(refuse(), "NICK other");
-  EXPECT_EQ(window.alternateNick, "as typed");
-  for (int i = 0; i < 20; ++i) EXPECT_TRUE(isNumbered(refuse()));
-  EXPECT_EQ(session.connectionState, ConnectionState::kConnecting);
+void Quit(ChatStage& stage) { stage.connection.cmdConnect_Click(stage.fields); }
 
+TEST(Connection, FromTheFirstLineToTheLast) {
+  const std::string closing = "ERROR :Closing Link: me (Quit)";
+  const std::string farewell =
+      "> PRIVMSG #room :^C1I was using ^C4Brindle v0.5.85^C1 (a server helper). To learn more "
+      "visit http://www.brindle.example\n";
+  const std::string quit = "button Connect\n> QUIT";
+  const Deed table[] = {
+      {"registers", [](ChatStage& s) { s.Dial(); },
+       Begun() + "\nconnect irc.example 6667\n> NICK me\n> USER plenty of excellent qel_0.5.85\n"
+                 "login Status - Connected : Logging in"},
+      {"says farewell in a room", [](ChatStage& s) { s.EnterRoom(), Quit(s); },
+       "button Connect\n" + farewell + "> QUIT"},
+      {"error", [](ChatStage& s) { s.EnterRoom(), s.connection.wsChat_Error("Reset: by peer"); },
+       "1|^C4* ERROR : Reset: by peer|\n" + kEnded + Trouble("Reset: by peer")},
+      {"unannounced", [](ChatStage& s) { s.EnterRoom(), s.connection.wsChat_Close(); },
+       "1|^C4* ERROR : The server closed the connection.|\n" + kEnded +
+           Trouble("The server closed the connection.")},
+      {"told why, without a notice",
+       [](ChatStage& s) {
+         s.EnterRoom(), s.Receive("ERROR :Server going down"), s.connection.wsChat_Close();
+       },
+       "1|^C12NOT PARSED : ERROR :Server going down:\n"
+       "1|^C4* ERROR : The server closed the connection.|\n" +
+           kEnded + Trouble("Server going down")},
+      {"quit", [](ChatStage& s) { s.Register(), Quit(s), s.connection.wsChat_Close(); },
+       quit + "\n" + kQuietlyEnded},
+      {"quit and notice",
+       [&](ChatStage& s) {
+         s.Register(), Quit(s), s.Receive(closing), s.connection.wsChat_Close();
+       },
+       quit + "\n7|^C4Disconnected...\n" + kEnd + "\nclose\n" + kEnd},
+      {"quit that the server ignores",
+       [](ChatStage& s) { s.Register(), Quit(s), s.Wait(2990), s.Note("-"), s.Wait(10); },
+       quit + "\n-\n" + kQuietlyEnded},
+      {"a server that is silent",
+       [](ChatStage& s) { s.Dial(), s.Taken(), s.Wait(29990), s.Note("-"), s.Wait(10); },
+       "-\n1|^C4* ERROR : The server did not answer in time.|\n" + kEnded +
+           Trouble("The server did not answer in time.")},
+      {"a welcome in time", [](ChatStage& s) { s.Register(), s.Wait(60000); }, ""},
+      {"cancelled",
+       [](ChatStage& s) { s.Dial(), s.Taken(), s.connection.cmdConnectCancel_Click(); },
+       kQuietlyEnded},
+      {"too late to cancel",
+       [](ChatStage& s) { s.Register(), s.connection.cmdConnectCancel_Click(); }, ""},
+      {"an old QUIT does not make the next end a quiet one",
+       [](ChatStage& s) {
+         s.Register(), Quit(s), s.connection.wsChat_Close(), s.Register();
+         s.connection.wsChat_Error("x");
+       },
+       "1|^C4* ERROR : x|\n" + kEnded + Trouble("x")},
+      {"a room chosen before the welcome",
+       [](ChatStage& s) {
+         s.Dial(), s.Taken(), s.connection.EnterRoom("#x"), s.Receive(":srv 001 me :Hi");
+       },
+       "hint #x will be entered after the server's welcome.\nbutton Disconnect\nno cancel\nnicks\n"
+       "panel Status - Connected\nlogin Status - Connected\n"
+       "caption Brindle v0.5.85 [NICK : me]\n> JOIN #x\n6|Hi"},
+      {"banned", [](ChatStage& s) { s.Dial(), s.Taken(), s.Receive(":srv 465 me :No: you"); },
+       "1|^C4No: you\nbutton Connect"},
+  };
+  for (const Deed& row : table) {
+    ChatStage stage;
+    row.act(stage);
+    EXPECT_EQ(stage.Taken(), row.journal) << row.name;
+  }
+}
+
+TEST(Connection, OffersOtherNicksUntilOneIsFree) {
+  ChatStage stage;
+  const auto refuse = [&stage](const char* numeric) {
+    stage.Receive(":srv "s + numeric + " * me :Nickname: no");
+    return stage.Taken();
+  };
+  const auto isNumbered = [](std::string journal) {
+    const std::string start = "1|^C4Nickname: no\nalternate Brindle";
+    if (!journal.starts_with(start)) return false;
+    const std::string digits =
+        journal.substr(start.size(), journal.find('\n', start.size()) - start.size());
+    return journal.ends_with("\n> NICK Brindle" + digits) && !digits.starts_with('0') &&
+           WholeNumber(digits, 1, 999).has_value();
+  };
+  stage.Dial();
+  stage.Taken();
+  EXPECT_EQ(refuse("433"), "1|^C4Nickname: no\n> NICK other");
+  for (int i = 0; i < 20; ++i) EXPECT_TRUE(isNumbered(refuse("433")));
   // Each attempt begins anew, with what the fields hold then.
-  connection.wsChat_Error("x");
-  fields.alternateNick = "third";
-  Connect();
-  EXPECT_EQ(refuse(), "NICK third");
-  connection.wsChat_Error("x");
-  fields.alternateNick = "  ";
-  Connect();
-  EXPECT_TRUE(isNumbered(refuse()));
+  stage.fields.alternateNick = "third";
+  stage.Dial();
+  stage.Taken();
+  EXPECT_EQ(refuse("432"), "1|^C4Nickname: no\n> NICK third");
+  EXPECT_TRUE(isNumbered(refuse("436")));
+  EXPECT_TRUE(isNumbered(refuse("437")));
+  stage.Receive(":srv 461 * NICK :Nickname: no");
+  EXPECT_TRUE(isNumbered(stage.Taken()));
+  // A server that likes none is left, with its own words.
+  EXPECT_EQ(refuse("432"), "1|^C4* ERROR : Nickname: no|\n" + kEnded + Trouble("Nickname: no"));
+  stage.fields.alternateNick = "  ";
+  stage.Dial();
+  stage.Taken();
+  EXPECT_TRUE(isNumbered(refuse("433")));
 }
 
-TEST_F(ConnectionTest, SaysFarewellAndQuits) {
-  Register();
-  connection.cmdConnect_Click(fields);
-  EXPECT_EQ(socket.TakeSent(), Texts{"QUIT"});
-  EXPECT_EQ(window.button, "Connect");
-  EXPECT_EQ(State(), "2 me ");
-  EXPECT_EQ(socket.log, Texts{});
-
-  EnterRoom();
-  connection.cmdConnect_Click(fields);
-  EXPECT_EQ(
-      socket.TakeSent(),
-      (Texts{"PRIVMSG #room :\0031I was using \0034Brindle v0.5.85\0031 (a server helper). To "
-             "learn more visit http://www.brindle.example",
-             "QUIT"}));
-}
-
-TEST_F(ConnectionTest, TellsTheEndOfASessionOnce) {
-  const std::string closing = "ERROR :Closing Link: me (Quit)\r\n";
-  const auto quit = [this] { connection.cmdConnect_Click(fields); };
-  const auto close = [this] { connection.wsChat_Close(); };
+TEST(Connection, SendsOneLineOfTheServersLengthWhateverIsInIt) {
   const struct {
-    const char* name;
-    std::function<void()> end;
-    const char* status;  // written at once
+    std::string line;
+    std::string sent;
   } table[] = {
-      {"error", [&] { connection.wsChat_Error("Reset:\nby peer"); },
-       "\r\n* ERROR : Reset: by peer\r\n"},
-      {"unannounced", close, "\r\n* ERROR : The server closed the connection.\r\n"},
-      {"notice", [&] { Receive(closing), close(); }, ""},
-      {"quit", [&] { quit(), close(); }, ""},
-      {"quit and notice", [&] { quit(), Receive(closing), close(); }, ""},
+      {"PRIVMSG #r :x\rQUIT", "> PRIVMSG #r :x"},
+      {"PRIVMSG #r :x\nQUIT", "> PRIVMSG #r :x"},
+      {"PRIVMSG #r :x\0QUIT"s, "> PRIVMSG #r :x"},
+      {std::string(511, 'x'), "> " + std::string(510, 'x')},
+      {std::string(509, 'x') + "\u00E9", "> " + std::string(509, 'x')},
+      {std::string(508, 'x') + "\u00E9", "> " + std::string(508, 'x') + "\u00E9"},
+  };
+  ChatStage stage;
+  stage.Register();
+  for (const auto& row : table) {
+    stage.connection.SendRaw(row.line);
+    EXPECT_EQ(stage.Taken(), row.sent);
+  }
+}
+
+TEST(Channels, KeepsTheUsersRooms) {
+  const std::string tooShort = "x Room names must be at least two characters long.";
+  const std::string known = "i That room already exists in the list.";
+  const struct {
+    std::optional<std::string> answer;
+    std::string journal;
+    std::string rooms;
+  } table[] = {
+      {std::nullopt, "", ""},
+      {"   ", "", ""},
+      {"#", tooShort, ""},
+      {" # a ", tooShort, ""},
+      {"\u00E9", tooShort, ""},
+      {"ab", "focus", "#ab"},
+      {"Mail Room", "focus", "#mailroom"},
+      {"#MAIL room", known, ""},
+      {"##x", "focus", "##x"},
+      {"#\u00C9t\u00C9", "focus", "#\u00E9t\u00E9"},
+      {"one,two", "focus", "#one"},
+      {"win\r\nQUIT", "focus", "#win"},
+  };
+  ChatStage stage;
+  for (const auto& row : table) {
+    const size_t before = stage.channels.Rooms().Size();
+    stage.answers.push_back(row.answer);
+    stage.channels.lblChannelsAdd_Click();
+    EXPECT_EQ(stage.Taken(), "? Enter the channel to be added :" +
+                                 (row.journal.empty() ? "" : "\n" + row.journal));
+    EXPECT_EQ(stage.channels.Rooms().Size(), before + (row.rooms.empty() ? 0 : 1));
+    if (!row.rooms.empty()) {
+      EXPECT_EQ(stage.channels.Rooms().Items().back(), row.rooms);
+    }
+  }
+}
+
+TEST(Channels, EntersAndRemovesRooms) {
+  const auto add = [](ChatStage& s) {
+    s.answers.push_back("new"), s.channels.lblChannelsAdd_Click();
+  };
+  const std::string asked = "? Enter the channel to be added :\n";
+  const Deed table[] = {
+      {"not connected", [](ChatStage& s) { s.channels.lblJoin_Click(0); },
+       "i You must first connect to a server before entering a room."},
+      {"connected", [](ChatStage& s) { s.Register(), s.channels.lstChannels_DblClick(0); },
+       "> JOIN #old\nfocus"},
+      {"nothing selected",
+       [](ChatStage& s) { s.Register(), s.channels.lblJoin_Click(std::nullopt); },
+       "> JOIN \nfocus"},
+      {"added and entered", [&](ChatStage& s) { s.Register(), add(s); },
+       asked + "> JOIN #new\nfocus"},
+      {"added only",
+       [&](ChatStage& s) { s.options.enterRoomUponAdding = false, s.Register(), add(s); },
+       asked + "focus"},
+      {"removed",
+       [](ChatStage& s) {
+         s.channels.lblChannelsRemove_Click(std::nullopt), s.channels.lblChannelsRemove_Click(0);
+         s.Note(std::to_string(s.channels.Rooms().Size()));
+       },
+       "focus\nfocus\n0"},
+  };
+  for (const Deed& row : table) {
+    ChatStage stage;
+    stage.channels.Rooms().Add("#old");
+    row.act(stage);
+    EXPECT_EQ(stage.Taken(), row.journal) << row.name;
+  }
+}
+
+TEST(ArrivalCutter, DeliversWholeLinesHoweverTheyCome) {
+  const std::string tail(ArrivalCutter::kLongestTail + 1, 'x');
+  const struct {
+    std::vector<std::string> arrivals;
+    std::vector<std::string> lines;
+  } table[] = {
+      {{"a\r\nb\r\nc"}, {"a\r\n", "b\r\n"}},
+      {{"a", "\r", "\n", "b\r\n"}, {"a\r\n", "b\r\n"}},
+      {{"a\nb\rc\r\n"}, {"a\nb\rc\r\n"}},
+      {{"\r\n\r\n", ""}, {"\r\n", "\r\n"}},
+      {{tail, "rest\r\nnext\r\n"}, {"next\r\n"}},
+      {{tail + "\r", "\nnext\r\n"}, {"next\r\n"}},
+      {{tail + "\r", "x\r\nnext\r\n"}, {"next\r\n"}},
+      {{std::string(ArrivalCutter::kLongestTail, 'x'), "\r\n"},
+       {std::string(ArrivalCutter::kLongestTail, 'x') + "\r\n"}},
   };
   for (const auto& row : table) {
-    EnterRoom();
-    status.TakeText();
-    row.end();
-    EXPECT_EQ(status.text, row.status) << row.name;
-    EXPECT_EQ(TakeQueued(), Texts{kEnded}) << row.name;
-    EXPECT_EQ(socket.log, Texts{"close"}) << row.name;
-    ExpectEnded();
+    ArrivalCutter cutter;
+    std::vector<std::string> lines;
+    for (const std::string& arrival : row.arrivals) {
+      cutter.Receive(arrival, [&](std::string_view line) { lines.emplace_back(line); });
+    }
+    EXPECT_EQ(lines, row.lines);
   }
-  // An old QUIT does not make the next session's end a quiet one.
-  EnterRoom();
-  status.TakeText();
-  close();
-  EXPECT_NE(status.text, "");
-}
-
-TEST_F(ConnectionTest, ResetsTheButtonForTheBanned) {
-  Connect();
-  ForgetRecords();
-  Receive(":srv 465 me :You are banned: from here\r\n");
-  EXPECT_EQ(TakeQueued(), Texts{"1|^C4You are banned: from here"});
-  EXPECT_EQ(window.button, "Connect");
-}
-
-TEST_F(ConnectionTest, SendsOneLineWhateverIsInIt) {
-  using std::string_literals::operator""s;
-  Register();
-  for (const std::string& end : {""s, "\rQUIT"s, "\nQUIT"s, "\0QUIT"s, "\r\n"s}) {
-    connection.SendRaw("PRIVMSG #r :x" + end);
-    EXPECT_EQ(socket.TakeSent(), Texts{"PRIVMSG #r :x"});
-  }
-  fields.nick = "me\r\nJOIN #x";
-  connection.wsChat_Error("x");
-  Connect();
-  EXPECT_EQ(socket.TakeSent().at(0), "NICK me");
+  // A delivery that ends the connection gets nothing more of it.
+  ArrivalCutter cutter;
+  int delivered = 0;
+  cutter.Receive("a\r\nb\r\nc", [&](std::string_view) { ++delivered, cutter.Reset(); });
+  cutter.Receive("d\r\n", [&](std::string_view line) { delivered += line == "d\r\n" ? 10 : 100; });
+  EXPECT_EQ(delivered, 11);
 }
 
 }  // namespace

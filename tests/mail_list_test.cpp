@@ -9,7 +9,6 @@
 
 #include "base/encoding.h"
 #include "base/text.h"
-#include "mail/request_runs.h"
 #include "mail/title_search.h"
 
 namespace brindle {
@@ -173,54 +172,5 @@ TEST(TitleSearch, KnowsEveryCharacterThatBecomesAscii) {
 }
 
 // Checks are given as a text of one character a row, "x" for a checked one.
-struct Fold {
-  const char* checks;
-  std::vector<std::string> asked;
-};
-
-TEST(RequestRuns, FoldsNeighboursIntoRanges) {
-  const std::vector<Fold> table = {
-      {"", {}},
-      {"......", {}},
-      {"xxx.x.", {"1-3", "5"}},
-      {".x....", {"2"}},
-      {"...xxx", {"4-6"}},
-      {".....x", {}},  // the last row alone is never asked for
-      {"x", {}},
-      {"xx", {"1-2"}},
-      {"x.x.x", {"1", "3"}},
-      {"xx.x.xx", {"1-2", "4", "6-7"}},
-  };
-  for (const auto after : {AfterRequest::kKeepChecked, AfterRequest::kDeselect}) {
-    for (const Fold& fold : table) {
-      const std::string checks = fold.checks;
-      MailList list;
-      Fill(list, checks.size());
-      for (size_t row = 0; row < checks.size(); ++row) list.SetChecked(row, checks[row] == 'x');
-      const size_t before = list.CheckedCount();
-      RequestRuns runs;
-      std::vector<std::string> asked;
-      for (size_t row = 0; row < checks.size(); ++row) {
-        if (const auto what = runs.Step(list, row, after)) asked.push_back(*what);
-      }
-      EXPECT_EQ(asked, fold.asked) << checks;
-      EXPECT_EQ(list.CheckedCount(), after == AfterRequest::kDeselect ? 0 : before) << checks;
-    }
-  }
-}
-
-TEST(RequestRuns, FollowsPositionsAndTheListAsItIsNow) {
-  MailList list;
-  for (const char* number : {"7", "12", "+3", "9"}) list.Append(number, "");
-  list.CheckAll();
-  RequestRuns runs;
-  EXPECT_FALSE(runs.Step(list, 0, AfterRequest::kDeselect));
-  list.SetChecked(2, false);
-  EXPECT_EQ(runs.Step(list, 1, AfterRequest::kDeselect), "7-12");
-  EXPECT_FALSE(runs.Step(list, 2, AfterRequest::kDeselect));
-  list.Clear();
-  EXPECT_FALSE(runs.Step(list, 3, AfterRequest::kDeselect));
-}
-
 }  // namespace
 }  // namespace brindle

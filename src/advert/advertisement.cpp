@@ -1,19 +1,17 @@
 #include "advert/advertisement.h"
 
 #include "base/random.h"
-#include "irc/echo.h"
-#include "settings/product.h"
 
 namespace brindle {
 namespace {
 
 constexpr int kTicksInCycle = 10;
 
-std::string AdvertisementLine() {
+std::string AdvertisementLine(const std::string& web) {
   return std::string(
              "\0035Check out \0039Brindle \0035for your \0039server helper \0035needs! No need for "
              "IRC! Head over to \0039\002") +
-         kWebHost +
+         web +
          "\002 \0035to check out screens, updates, and features. \0039v0.5.70 released \0035jan. "
          "05! \00313\002[\0036AD : 10 minutes\00313]";
 }
@@ -67,15 +65,14 @@ bool Advertisement::MayAdvertise() const {
 
 void Advertisement::Advertise() {
   ++state_.count;
-  Say(AdvertisementLine());
+  Say(AdvertisementLine(web_));
   Say(TestimonialLine(RandomBetween(1, 2)));
   view_.SetSentAd("Sent advertise " + std::to_string(state_.count) + " time(s)");
 }
 
 void Advertisement::Say(std::string text) {
   state_.text = std::move(text);
-  queue_.QueueLine(EchoStart(session_, options_, clock_) + state_.text, Kind::kRoom);
-  connection_.SendRaw("PRIVMSG " + session_.currentRoom + " :" + state_.text);
+  voice_.Say(state_.text);
 }
 
 void Advertisement::SetCaption(const char* caption) {

@@ -5,11 +5,8 @@
 #include <cstdint>
 #include <string>
 
-#include "base/clock.h"
-#include "irc/connection.h"
-#include "irc/output_queue.h"
+#include "irc/room_voice.h"
 #include "irc/session.h"
-#include "settings/options.h"
 
 namespace brindle {
 
@@ -34,14 +31,9 @@ class Advertisement {
  public:
   static constexpr int kTickMilliseconds = 60000;
 
-  Advertisement(const Session& session, Connection& connection, OutputQueue& queue,
-                const Options& options, AdvertisementView& view, const Clock& clock)
-      : session_(session),
-        connection_(connection),
-        queue_(queue),
-        options_(options),
-        view_(view),
-        clock_(clock) {}
+  // `web` is the host that the lines name.
+  Advertisement(const Session& session, RoomVoice& voice, AdvertisementView& view, std::string web)
+      : session_(session), voice_(voice), view_(view), web_(std::move(web)) {}
 
   // One minute has passed.
   void tmrAD_Timer();
@@ -57,11 +49,9 @@ class Advertisement {
   void SetCaption(const char* caption);
 
   const Session& session_;
-  Connection& connection_;
-  OutputQueue& queue_;
-  const Options& options_;
+  RoomVoice& voice_;
   AdvertisementView& view_;
-  const Clock& clock_;
+  const std::string web_;
   AdState state_;
   std::string caption_ = "Idle";
   int tag_ = 0;  // ticks since the cycle began

@@ -6,7 +6,7 @@
 
 namespace brindle {
 
-void ArrivalCutter::Receive(std::string_view bytes, TickCount now, const Deliver& deliver) {
+void ArrivalCutter::Receive(std::string_view bytes, const Deliver& deliver) {
   if (dropping_) {
     const bool splitEnd = dropEndsInCr_ && bytes.starts_with('\n');
     const size_t end = splitEnd ? 0 : bytes.find(kCrLf);
@@ -20,7 +20,6 @@ void ArrivalCutter::Receive(std::string_view bytes, TickCount now, const Deliver
   if (bytes.empty()) return;
   // The search for a line end need not look again at what was searched before, but for a last CR.
   const size_t searchFrom = tail_.empty() ? 0 : tail_.size() - 1;
-  tailSince_ = now;
 
   // Whole lines that arrive behind no tail are handed on from where they are.
   std::string joined;
@@ -39,17 +38,10 @@ void ArrivalCutter::Receive(std::string_view bytes, TickCount now, const Deliver
     if (connection != connection_) return;
   }
   tail_ = received.substr(begin);
-  if (tail_.size() > kLongestTail) DeliverTail(deliver);
-}
-
-void ArrivalCutter::Tick(TickCount now, const Deliver& deliver) {
-  const std::optional<TickCount> due = TailDue();
-  if (due && now >= *due) DeliverTail(deliver);
-}
-
-std::optional<TickCount> ArrivalCutter::TailDue() const {
-  if (tail_.empty()) return std::nullopt;
-  return tailSince_ + kTailPatienceMilliseconds;
+  if (tail_.size() <= kLongestTail) return;
+  dropping_ = true;
+  dropEndsInCr_ = tail_.ends_with('\r');
+  tail_.clear();
 }
 
 void ArrivalCutter::Reset() {
@@ -57,13 +49,6 @@ void ArrivalCutter::Reset() {
   dropping_ = false;
   dropEndsInCr_ = false;
   ++connection_;
-}
-
-void ArrivalCutter::DeliverTail(const Deliver& deliver) {
-  const std::string tail = std::exchange(tail_, {});
-  dropping_ = true;
-  dropEndsInCr_ = tail.ends_with('\r');
-  deliver(tail);
 }
 
 }  // namespace brindle

@@ -9,11 +9,19 @@ namespace {
 
 constexpr size_t kLeastNameLength = 2;  // without the "#"
 
+// A room's name ends where a line of the protocol or of the stored list would take it to end.
+std::string NameIn(const std::string& answer) {
+  const auto end = std::find_if(answer.begin(), answer.end(), [](char c) {
+    return c == ',' || static_cast<unsigned char>(c) < ' ';
+  });
+  return {answer.begin(), end};
+}
+
 }  // namespace
 
 void Channels::lblChannelsAdd_Click() {
   const std::string name =
-      RemoveBlanks(dialogs_.Input("Enter the channel to be added :").value_or(""));
+      NameIn(RemoveBlanks(dialogs_.Input("Enter the channel to be added :").value_or("")));
   if (name.empty()) return;
   const bool marked = name.starts_with('#');
   if (CharacterCount(name) < kLeastNameLength + (marked ? 1 : 0)) {
@@ -27,14 +35,14 @@ void Channels::lblChannelsAdd_Click() {
   }
   rooms_.Add(room);
   if (options_.enterRoomUponAdding && session_.connectionState != ConnectionState::kDisconnected) {
-    connection_.SendRaw("JOIN " + room);
+    connection_.EnterRoom(room);
   }
-  view_.FocusSendBox();
+  window_.FocusSendBox();
 }
 
 void Channels::lblChannelsRemove_Click(std::optional<size_t> selected) {
   if (selected) rooms_.RemoveAt(*selected);
-  view_.FocusSendBox();
+  window_.FocusSendBox();
 }
 
 void Channels::lblJoin_Click(std::optional<size_t> selected) {
@@ -45,8 +53,8 @@ void Channels::lblJoin_Click(std::optional<size_t> selected) {
   }
   // Without a selection the line goes out as it is, and the server's answer is shown.
   const std::string room = selected ? rooms_[*selected] : "";
-  connection_.SendRaw("JOIN " + room);
-  view_.FocusSendBox();
+  connection_.EnterRoom(room);
+  window_.FocusSendBox();
 }
 
 bool Channels::Knows(const std::string& room) const {

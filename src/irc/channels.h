@@ -8,25 +8,19 @@
 #include "base/observed_list.h"
 #include "irc/connection.h"
 #include "irc/session.h"
+#include "irc/window_view.h"
 #include "settings/options.h"
 
 namespace brindle {
 
-class ChannelsView {
- public:
-  virtual ~ChannelsView() = default;
-  // Puts the keyboard focus into the line for typing.
-  virtual void FocusSendBox() = 0;
-};
-
 class Channels {
  public:
   Channels(const Session& session, Connection& connection, const Options& options,
-           ChannelsView& view, Dialogs& dialogs)
+           WindowView& window, Dialogs& dialogs)
       : session_(session),
         connection_(connection),
         options_(options),
-        view_(view),
+        window_(window),
         dialogs_(dialogs) {}
 
   // The rooms in order of adding, each "#" and a name in lower case.
@@ -45,7 +39,7 @@ class Channels {
   const Session& session_;
   Connection& connection_;
   const Options& options_;
-  ChannelsView& view_;
+  WindowView& window_;
   Dialogs& dialogs_;
   ObservedList<std::string> rooms_;
 };

@@ -2,24 +2,29 @@
 
 #include "base/random.h"
 #include "base/text.h"
+#include "irc/irc_line.h"
 #include "settings/product.h"
 
 namespace brindle {
 namespace {
 
 constexpr char kDisconnectedLine[] = "\r\n\0034Disconnected...";
+constexpr char kSilentServer[] = "The server did not answer in time.";
 constexpr int kHighestPort = 65535;
 constexpr int kHighestNickNumber = 999;
+constexpr int kMostRefusedNicks = 4;
 
-std::string Farewell(const std::string& room) {
-  return "PRIVMSG " + room + " :\0031I was using \0034" + VersionText() +
-         "\0031 (a server helper). To learn more visit " + kWebAddress;
+std::string Farewell(const std::string& webAddress) {
+  return "\0031I was using \0034" + VersionText() +
+         "\0031 (a server helper). To learn more visit " + webAddress;
 }
 
 }  // namespace
 
 void Connection::SendRaw(std::string_view line) {
-  wsChat_.Send(std::string(FirstLine(line)) + std::string(kCrLf));
+  line = FirstBytes(FirstLine(line), kLongestLine);
+  wsChat_.Send(std::string(line) + std::string(kCrLf));
+  if (sent_) sent_(line);
 }
 
 void Connection::cmdConnect_Click(const ConnectFields& fields) {
@@ -32,21 +37,28 @@ void Connection::cmdConnect_Click(const ConnectFields& fields) {
 
 void Connection::Connect(const ConnectFields& fields) {
   if (IsBlank(fields.nick)) {
-    dialogs_.Notice(Icon::kInformation, "Please enter your desired Nick.");
+    views_.dialogs.Notice(Icon::kInformation, "Please enter your desired Nick.");
     return;
   }
   if (IsBlank(fields.server) || IsBlank(fields.port)) {
-    dialogs_.Notice(Icon::kInformation, "Please select a server / port.");
+    views_.dialogs.Notice(Icon::kInformation, "Please select a server / port.");
     return;
   }
   fields_ = fields;
-  session_.altNickUsed = false;
+  refusedNicks_ = 0;
   quitSent_ = false;
+  roomAfterWelcome_.clear();
+  ++session_.number;
+  session_.altNickUsed = false;
+  session_.sourceLength = Session::kAssumedSourceLength;
+  session_.endReason.clear();
   SetButton(ConnectCaption::kDisconnect, false);
-  view_.SetNickFieldsEnabled(false);
+  views_.panel.ShowCancelButton(true);
+  views_.panel.SetConnectTrouble("");
+  views_.panel.SetNickFieldsEnabled(false);
   wsChat_.Close();
   queue_.QueueLine("\r\n\0033* Connecting to " + fields.server, Kind::kStatus);
-  view_.SetStatusPanel("Status - Connecting...");
+  views_.window.SetStatusPanel("Status - Connecting...");
   session_.connectionState = ConnectionState::kConnecting;
   session_.currentRoom.clear();
   const std::optional<long long> port = WholeNumber(fields.port, 1, kHighestPort);
@@ -54,25 +66,52 @@ void Connection::Connect(const ConnectFields& fields) {
     wsChat_Error("The port must be a number from 1 to " + std::to_string(kHighestPort) + ".");
     return;
   }
+  WaitFor(kWelcomeMilliseconds);
   wsChat_.Connect(std::string(TrimBlanks(fields.server)), static_cast<int>(*port));
 }
 
 void Connection::Disconnect() {
   SetButton(ConnectCaption::kConnect, true);
-  if (!session_.currentRoom.empty()) SendRaw(Farewell(session_.currentRoom));
+  if (!session_.currentRoom.empty()) SendRaw(PrivMsg(session_.currentRoom, Farewell(webAddress_)));
   SendRaw("QUIT");
   quitSent_ = true;
+  WaitFor(kQuitMilliseconds);
+}
+
+void Connection::cmdConnectCancel_Click() {
+  if (session_.connectionState != ConnectionState::kConnecting) return;
+  quitSent_ = true;  // so that the end is no news
+  EndQuietly();
+}
+
+void Connection::tmrConnect_Timer() {
+  if (!IsWaiting() || clock_.Ticks() < deadline_) return;
+  deadline_ = kNoDeadline;
+  if (quitSent_) {
+    EndQuietly();
+  } else {
+    wsChat_Error(kSilentServer);
+  }
+}
+
+void Connection::EnterRoom(const std::string& room) {
+  if (session_.connectionState != ConnectionState::kConnecting) {
+    SendRaw(Join(room));
+    return;
+  }
+  roomAfterWelcome_ = room;
+  views_.window.ShowHint(room + " will be entered after the server's welcome.");
 }
 
 void Connection::wsChat_Connect() {
-  SendRaw("NICK " + fields_.nick);
+  SendRaw(Nick(fields_.nick));
   // The fourth parameter is the last, so it needs no colon in front (RFC 1459, section 4.1.3).
   SendRaw("USER plenty of excellent qel_" + VersionNumber());
-  view_.SetLoginStatus("Status - Connected : Logging in");
+  views_.panel.SetLoginStatus("Status - Connected : Logging in");
 }
 
 void Connection::wsChat_DataArrival(std::string_view received) {
-  receiver_->Parse_Response(received, session_.currentNick);
+  receive_(received, session_.currentNick);
 }
 
 void Connection::wsChat_Error(const std::string& description) {
@@ -80,8 +119,9 @@ void Connection::wsChat_Error(const std::string& description) {
     EndQuietly();
     return;
   }
-  display_.Insert("\r\n* ERROR : " + description + "\r\n", kPureRed, ChatTarget::kStatus);
+  queue_.QueueLine("\r\n\0034* ERROR : " + description + "\r\n", Kind::kStatus);
   queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
+  if (session_.endReason.empty()) session_.endReason = description;
   wsChat_.Close();
   EndSession();
 }
@@ -99,41 +139,66 @@ bool Connection::IsEndExpected() const {
 }
 
 void Connection::EndQuietly() {
+  wsChat_.Close();
   // A closing notice has said it already.
   if (session_.connectionState != ConnectionState::kDisconnected) {
     queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
   }
-  wsChat_.Close();
   EndSession();
 }
 
 void Connection::Welcomed() {
+  deadline_ = quitSent_ ? deadline_ : kNoDeadline;
   session_.connectedSince = clock_.Ticks();
   SetButton(ConnectCaption::kDisconnect, true);
-  view_.SetNickFieldsEnabled(true);
-  view_.SetStatusPanel("Status - Connected");
-  view_.SetLoginStatus("Status - Connected");
-  view_.SetWindowCaption(VersionText() + " [NICK : " + session_.currentNick + "]");
+  views_.panel.ShowCancelButton(false);
+  views_.panel.SetNickFieldsEnabled(true);
+  views_.window.SetStatusPanel("Status - Connected");
+  views_.panel.SetLoginStatus("Status - Connected");
+  views_.window.SetWindowCaption(VersionText() + " [NICK : " + session_.currentNick + "]");
   session_.connectionState = ConnectionState::kRegistered;
+  if (!roomAfterWelcome_.empty()) SendRaw(Join(std::exchange(roomAfterWelcome_, "")));
 }
 
 void Connection::NickInUse(const std::string& text) {
   queue_.QueueLine("\r\n\0034" + text, Kind::kStatus);
+  OfferNextNick();
+}
+
+void Connection::NickRefused(const std::string& text) {
+  if (++refusedNicks_ > kMostRefusedNicks) {
+    session_.endReason = text;
+    wsChat_Error(text);
+    return;
+  }
+  NickInUse(text);
+}
+
+void Connection::OfferNextNick() {
   if (!IsBlank(fields_.alternateNick) && !session_.altNickUsed) {
     session_.altNickUsed = true;
   } else {
     fields_.alternateNick = "Brindle" + std::to_string(RandomBetween(1, kHighestNickNumber));
-    view_.SetAlternateNick(fields_.alternateNick);
+    views_.panel.SetAlternateNick(fields_.alternateNick);
   }
-  SendRaw("NICK " + fields_.alternateNick);
+  SendRaw(Nick(fields_.alternateNick));
 }
 
 void Connection::BannedFromServer(const std::string& text) {
   queue_.QueueLine("\r\n\0034" + text, Kind::kStatus);
+  session_.endReason = text;
   SetButton(ConnectCaption::kConnect, true);
 }
 
+void Connection::ServerError(const std::string& text) {
+  if (quitSent_) return;
+  session_.endReason = text;
+}
+
 void Connection::ClosingNotice() {
+  if (!quitSent_ && !session_.endReason.empty()) {
+    queue_.QueueLine("\r\n\0034" + session_.endReason, Kind::kStatus);
+  }
   queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
   EndSession();
 }
@@ -141,16 +206,27 @@ void Connection::ClosingNotice() {
 void Connection::EndSession() {
   session_.connectionState = ConnectionState::kDisconnected;
   session_.currentRoom.clear();
+  deadline_ = wsChat_.IsConnected() ? deadline_ : kNoDeadline;
+  roomAfterWelcome_.clear();
   SetButton(ConnectCaption::kConnect, true);
-  view_.SetStatusPanel("Status - Disconnected");
-  view_.SetLoginStatus("Status - Disconnected");
-  view_.SetWindowCaption(VersionText());
-  view_.SetNickFieldsEnabled(true);
+  views_.panel.ShowCancelButton(false);
+  views_.panel.SetNickFieldsEnabled(true);
+  views_.panel.SetLoginStatus("Status - Disconnected");
+  views_.window.SetStatusPanel("Status - Disconnected");
+  views_.window.SetWindowCaption(VersionText());
+  if (quitSent_ || session_.endReason.empty()) return;
+  views_.panel.SetConnectTrouble(session_.endReason);
+  views_.window.ShowHint("Disconnected: " + session_.endReason);
+}
+
+void Connection::WaitFor(int milliseconds) {
+  deadline_ = clock_.Ticks() + milliseconds;
+  if (wake_) wake_();
 }
 
 void Connection::SetButton(ConnectCaption caption, bool enabled) {
   caption_ = caption;
-  view_.SetConnectButton(caption, enabled);
+  views_.panel.SetConnectButton(caption, enabled);
 }
 
 }  // namespace brindle

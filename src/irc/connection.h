@@ -2,15 +2,16 @@
 // The one connection to an IRC server: the Connect button, the registration, the end of a session,
 // and SendRaw, through which every line goes out.
 
+#include <functional>
 #include <string>
 #include <string_view>
 
 #include "base/clock.h"
 #include "base/dialogs.h"
-#include "irc/chat_colours.h"
 #include "irc/chat_socket.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
+#include "irc/window_view.h"
 
 namespace brindle {
 
@@ -24,48 +25,71 @@ struct ConnectFields {
 
 enum class ConnectCaption { kConnect, kDisconnect };
 
-class ConnectionView {
+// The connection panel.
+class ConnectView {
  public:
-  virtual ~ConnectionView() = default;
+  virtual ~ConnectView() = default;
   virtual void SetConnectButton(ConnectCaption caption, bool enabled) = 0;
+  // cmdConnectCancel, beside the Connect button while an attempt is under way.
+  virtual void ShowCancelButton(bool shown) = 0;
   virtual void SetNickFieldsEnabled(bool enabled) = 0;
   virtual void SetAlternateNick(const std::string& nick) = 0;
-  // The first panel of the status bar, and the label on the connection panel.
-  virtual void SetStatusPanel(const std::string& text) = 0;
   virtual void SetLoginStatus(const std::string& text) = 0;
-  virtual void SetWindowCaption(const std::string& text) = 0;
+  // Why the last attempt or session ended; empty once there is nothing to say about it.
+  virtual void SetConnectTrouble(const std::string& text) = 0;
 };
 
-// Takes what the server says.
-class ReceivedText {
- public:
-  virtual ~ReceivedText() = default;
-  virtual void Parse_Response(std::string_view received, std::string& currentNick) = 0;
-};
+// Takes the text that the server sends.
+using Receiver = std::function<void(std::string_view received, std::string& currentNick)>;
 
 class Connection : public ChatSocketEvents {
  public:
-  Connection(Session& session, ChatSocket& wsChat, OutputQueue& queue, ChatColours& display,
-             ConnectionView& view, Dialogs& dialogs, const Clock& clock)
+  // An attempt without a welcome ends after this long, a QUIT that the server ignores after that.
+  static constexpr int kWelcomeMilliseconds = 30000;
+  static constexpr int kQuitMilliseconds = 3000;
+
+  struct Views {
+    ConnectView& panel;
+    WindowView& window;
+    Dialogs& dialogs;
+  };
+
+  // `webAddress` is told to others in the farewell.
+  Connection(Session& session, ChatSocket& wsChat, OutputQueue& queue, Views views,
+             const Clock& clock, std::string webAddress)
       : session_(session),
         wsChat_(wsChat),
         queue_(queue),
-        display_(display),
-        view_(view),
-        dialogs_(dialogs),
-        clock_(clock) {}
+        views_(views),
+        clock_(clock),
+        webAddress_(std::move(webAddress)) {}
 
-  // Who takes the received text. Must be set before the first event arrives.
-  void SetReceiver(ReceivedText& receiver) { receiver_ = &receiver; }
+  // Called when there is something to wait for.
+  void OnWaiting(std::function<void()> wake) { wake_ = std::move(wake); }
+
+  // Must be set before the first event arrives.
+  void SetReceiver(Receiver receiver) { receive_ = std::move(receiver); }
+
+  // Called with every line that goes out.
+  void OnSent(std::function<void(std::string_view line)> sent) { sent_ = std::move(sent); }
 
   // Sends one IRC line, CR LF appended. The line ends at its first CR, LF or NUL, so that nothing
-  // in it can add a line of its own. Without a connection nothing happens.
+  // in it can add a line of its own, and at kLongestLine bytes. Without a connection nothing
+  // happens.
   void SendRaw(std::string_view line);
 
   bool IsSocketConnected() const { return wsChat_.IsConnected(); }
 
   // Connects, or says farewell and quits, by the button's caption.
   void cmdConnect_Click(const ConnectFields& fields);
+  // Gives up an attempt.
+  void cmdConnectCancel_Click();
+  // Ends what has waited too long. To be called now and then while IsWaiting().
+  void tmrConnect_Timer();
+  bool IsWaiting() const { return deadline_ != kNoDeadline; }
+
+  // Enters a room now or, before the server's welcome, after it.
+  void EnterRoom(const std::string& room);
 
   void wsChat_Connect() override;
   void wsChat_DataArrival(std::string_view received) override;
@@ -75,14 +99,21 @@ class Connection : public ChatSocketEvents {
   // What the parser found. `text` is the server's own text.
   void Welcomed();
   void NickInUse(const std::string& text);
+  // A nick that the server refuses for another reason. After the welcome it is no matter of ours.
+  void NickRefused(const std::string& text);
   void BannedFromServer(const std::string& text);
+  // The server says why it is about to end the session.
+  void ServerError(const std::string& text);
   void ClosingNotice();
 
   ConnectCaption ButtonCaption() const { return caption_; }
 
  private:
+  static constexpr TickCount kNoDeadline = -1;
+
   void Connect(const ConnectFields& fields);
   void Disconnect();
+  void OfferNextNick();
   // True once the session was ended by our QUIT or by the server's closing notice: whatever the
   // socket says then is no news to the user.
   bool IsEndExpected() const;
@@ -90,18 +121,23 @@ class Connection : public ChatSocketEvents {
   // Everything that the end of a session resets, whatever ended it.
   void EndSession();
   void SetButton(ConnectCaption caption, bool enabled);
+  void WaitFor(int milliseconds);
 
   Session& session_;
   ChatSocket& wsChat_;
   OutputQueue& queue_;
-  ChatColours& display_;
-  ConnectionView& view_;
-  Dialogs& dialogs_;
+  Views views_;
   const Clock& clock_;
-  ReceivedText* receiver_ = nullptr;
+  const std::string webAddress_;
+  Receiver receive_;
+  std::function<void()> wake_;
+  std::function<void(std::string_view line)> sent_;
   ConnectCaption caption_ = ConnectCaption::kConnect;
   ConnectFields fields_;
+  std::string roomAfterWelcome_;
+  int refusedNicks_ = 0;  // in this attempt, but for those in use
   bool quitSent_ = false;
+  TickCount deadline_ = kNoDeadline;
 };
 
 }  // namespace brindle

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "base/utf8.h"
 
 namespace brindle {
 
@@ -42,6 +43,12 @@ std::string_view IrcLine::ColonRest(size_t index) const {
   return "";
 }
 
+std::string_view IrcLine::Text(size_t index) const {
+  const std::string_view line = line_;
+  const size_t mark = line.find(" :", first_[0].size());
+  return mark == std::string_view::npos ? Word(index) : line.substr(mark + 2);
+}
+
 std::string IrcLine::WordRest(size_t index) const { return JoinFrom(AllWords(), index, " "); }
 
 std::string IrcLine::Nick() const { return std::string(NickOf(first_[0])); }
@@ -54,6 +61,37 @@ std::string_view WithoutColon(std::string_view word) {
 std::string_view NickOf(std::string_view source) {
   source = WithoutColon(source);
   return source.substr(0, source.find('!'));
+}
+
+std::string PrivMsg(std::string_view target, std::string_view text) {
+  return "PRIVMSG " + std::string(target) + " :" + std::string(text);
+}
+
+std::string Join(std::string_view room) { return "JOIN " + std::string(room); }
+
+std::string Part(std::string_view room) { return "PART " + std::string(room); }
+
+std::string Nick(std::string_view nick) { return "NICK " + std::string(nick); }
+
+std::string Pong(std::string_view token) { return "PONG :" + std::string(token); }
+
+std::string_view FirstBytes(std::string_view text, size_t most) {
+  return text.size() <= most ? text : text.substr(0, CharacterBegin(text, most));
+}
+
+std::vector<std::string_view> PiecesOf(std::string_view text, size_t most) {
+  std::vector<std::string_view> pieces;
+  while (text.size() > most) {
+    std::string_view piece = FirstBytes(text, most);
+    // Text that is no UTF-8 may offer no place between characters.
+    if (piece.empty()) piece = text.substr(0, most);
+    const size_t blank = piece.rfind(' ');
+    if (blank != std::string_view::npos && blank > 0) piece = piece.substr(0, blank + 1);
+    pieces.push_back(piece);
+    text.remove_prefix(piece.size());
+  }
+  if (!text.empty()) pieces.push_back(text);
+  return pieces;
 }
 
 }  // namespace brindle

@@ -21,25 +21,25 @@ std::string MonitorText(size_t current, size_t& peak) {
 void LinePump::tmrProcess_Timer() {
   RefreshMonitors();
   RefreshUptime();
-  if (busy_ || queue_.Pending() == 0) return;
-  const bool alone = queue_.Pending() == 1;
-  OutputQueue::Line line = queue_.Take();
+  if (screen_.queue.IsBusy() || screen_.queue.Pending() == 0) return;
+  const bool alone = screen_.queue.Pending() == 1;
+  OutputQueue::Line line = screen_.queue.Take();
   if (alone && IsBlank(line.text)) return;
-  if (scanner_ != nullptr) scanner_->Scan(line.text);
+  if (scan_) scan_(line.text, line.origin);
   Show(std::move(line));
 }
 
 void LinePump::RefreshMonitors() {
-  shownPending_ = queue_.Pending();
+  shownPending_ = screen_.queue.Pending();
   const auto refresh = [](std::string& shown, std::string text, const auto& show) {
     if (text == shown) return;
     shown = std::move(text);
     show(shown);
   };
   refresh(bufferMonitor_, MonitorText(shownPending_, pendingPeak_),
-          [this](const std::string& text) { view_.SetBufferMonitor(text); });
+          [this](const std::string& text) { screen_.window.SetBufferMonitor(text); });
   refresh(rtbMonitor_, MonitorText(display_.RoomTextLength(), textPeak_),
-          [this](const std::string& text) { view_.SetRtbMonitor(text); });
+          [this](const std::string& text) { screen_.window.SetRtbMonitor(text); });
 }
 
 void LinePump::RefreshUptime() {
@@ -47,12 +47,12 @@ void LinePump::RefreshUptime() {
     uptimeCaption_.clear();
     return;
   }
-  const std::int64_t seconds = (clock_.Ticks() - session_.connectedSince) / 1000;
+  const std::int64_t seconds = (style_.clock.Ticks() - session_.connectedSince) / 1000;
   std::string caption = VersionText() + " [NICK : " + session_.currentNick +
                         "] [CONNECTED : " + DurationText(seconds, DurationStyle::kAltDhms) + "]";
   if (caption == uptimeCaption_) return;
   uptimeCaption_ = std::move(caption);
-  view_.SetWindowCaption(uptimeCaption_);
+  screen_.window.SetWindowCaption(uptimeCaption_);
 }
 
 void LinePump::Show(OutputQueue::Line line) {
@@ -61,7 +61,7 @@ void LinePump::Show(OutputQueue::Line line) {
   if (route.status) display_.Color_Response(text, ChatTarget::kStatus);
   if (route.room) display_.Color_Response(text, ChatTarget::kRoom);
   if (!route.sound) return;
-  const SoundOption& sound = options_.sounds[static_cast<size_t>(*route.sound)];
+  const SoundOption& sound = style_.options.sounds[static_cast<size_t>(*route.sound)];
   if (sound.on && !sound.path.empty()) sounds_.Play(sound.path);
 }
 

@@ -3,75 +3,50 @@
 // and its sound, and keeps the two load monitors and the window caption up to date.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
-#include "base/clock.h"
 #include "base/sound_player.h"
 #include "irc/chat_colours.h"
+#include "irc/chat_style.h"
 #include "irc/line_kind.h"
 #include "irc/output_queue.h"
 #include "irc/session.h"
-#include "settings/options.h"
+#include "irc/window_view.h"
 
 namespace brindle {
 
-class PumpView {
- public:
-  virtual ~PumpView() = default;
-  // lblBufferSizePeak and lblRTBSizePeak: "current/peak".
-  virtual void SetBufferMonitor(const std::string& text) = 0;
-  virtual void SetRtbMonitor(const std::string& text) = 0;
-  virtual void SetWindowCaption(const std::string& text) = 0;
-};
-
 // Looks at each line before it is shown.
-class LineScanner {
- public:
-  virtual ~LineScanner() = default;
-  virtual void Scan(std::string_view line) = 0;
-};
+using LineScan = std::function<void(std::string_view line, Origin origin)>;
 
 class LinePump {
  public:
   static constexpr int kTickMilliseconds = 10;
 
-  LinePump(OutputQueue& queue, const Session& session, const Options& options, ChatColours& display,
-           PumpView& view, SoundPlayer& sounds, const Clock& clock)
-      : queue_(queue),
-        session_(session),
-        options_(options),
-        display_(display),
-        view_(view),
-        sounds_(sounds),
-        clock_(clock) {}
+  LinePump(Screen screen, const Session& session, ChatStyle style, ChatColours& display,
+           SoundPlayer& sounds)
+      : screen_(screen), session_(session), style_(style), display_(display), sounds_(sounds) {}
 
-  void SetScanner(LineScanner& scanner) { scanner_ = &scanner; }
+  void SetScanner(LineScan scan) { scan_ = std::move(scan); }
 
   // One step; shows at most one line.
   void tmrProcess_Timer();
 
-  // While busy, nothing is shown and nothing leaves the queue: the parser is appending.
-  void SetBusy(bool busy) { busy_ = busy; }
-  bool IsBusy() const { return busy_; }
-
   // True when a step would do nothing but refresh the uptime.
-  bool IsIdle() const { return queue_.Pending() == 0 && shownPending_ == 0; }
+  bool IsIdle() const { return screen_.queue.Pending() == 0 && shownPending_ == 0; }
 
  private:
   void RefreshMonitors();
   void RefreshUptime();
   void Show(OutputQueue::Line line);
 
-  OutputQueue& queue_;
+  Screen screen_;
   const Session& session_;
-  const Options& options_;
+  ChatStyle style_;
   ChatColours& display_;
-  PumpView& view_;
   SoundPlayer& sounds_;
-  const Clock& clock_;
-  LineScanner* scanner_ = nullptr;
-  bool busy_ = false;
+  LineScan scan_;
   size_t pendingPeak_ = 0;
   size_t textPeak_ = 0;
   size_t shownPending_ = 0;

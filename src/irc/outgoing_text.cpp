@@ -3,14 +3,13 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "irc/echo.h"
 
 namespace brindle {
 namespace {
 
-constexpr Colour kPureBlue{0, 0, 255};
 constexpr size_t kLeastTellWords = 3;  // the command, the target and a word of text
 constexpr size_t kJoinWords = 2;       // the command and the room
+constexpr size_t kMostUnaskedLines = 3;
 
 Kind EchoKind(int shownTab) {
   constexpr int kStatusTab = 0;
@@ -18,6 +17,17 @@ Kind EchoKind(int shownTab) {
   constexpr int kListTab = 2;
   if (shownTab == kStatusTab) return Kind::kStatus;
   return shownTab == kRoomTab || shownTab == kListTab ? Kind::kRoom : Kind::kBoth;
+}
+
+// The lines of a pasted text, without those of nothing but blanks.
+std::vector<std::string> LinesOf(std::string_view typed) {
+  std::vector<std::string> lines;
+  while (!typed.empty()) {
+    const size_t end = std::min(typed.find_first_of(std::string_view("\r\n\0", 3)), typed.size());
+    if (!IsBlank(typed.substr(0, end))) lines.emplace_back(typed.substr(0, end));
+    typed.remove_prefix(std::min(end + 1, typed.size()));
+  }
+  return lines;
 }
 
 }  // namespace
@@ -35,73 +45,78 @@ void OutgoingText::cmdSend_Click(const std::string& typed, int shownTab) {
                     "You must first connect to a server before sending text to a room.");
     return;
   }
-  if (session_.currentRoom.empty()) {
-    if (!IsBlank(typed)) view_.ShowHint("Enter a room first: double-click one in the channels.");
+  const std::vector<std::string> lines = LinesOf(typed);
+  if (lines.empty() || !voice_.HasRoom()) return;
+  if (lines.size() > kMostUnaskedLines &&
+      !dialogs_.Question(Icon::kInformation, "Say " + std::to_string(lines.size()) + " lines?")) {
     return;
   }
-  if (IsBlank(typed)) return;
-  const Words words = Split(typed, " ");
+  for (const std::string& line : lines) SendLine(line, shownTab);
+  screen_.window.SetSendText("");
+}
+
+void OutgoingText::SendLine(const std::string& line, int shownTab) {
+  const Words words = Split(line, " ");
   const auto* command =
       std::find_if(std::begin(kCommands), std::end(kCommands),
                    [&](const Command& row) { return EqualsIgnoringCase(words.front(), row.word); });
   if (command != std::end(kCommands)) {
     (this->*command->run)(words);
   } else {
-    Chat(typed, shownTab);
+    voice_.Say(line, EchoKind(shownTab));
   }
-  Remember(typed);
-  view_.SetSendText("");
+  Remember(line);
 }
 
 void OutgoingText::Tell(const Words& words) {
-  const std::string start = ChatLineStart(options_, clock_);
   if (words.size() < kLeastTellWords) {
-    queue_.QueueLine(start + "\0032Not enough parameters for tell.", Kind::kBoth);
+    screen_.queue.QueueLine(ChatLineStart(style_) + "\0032Not enough parameters for tell.",
+                            Kind::kBoth);
     return;
   }
   const std::string target(words[1]);
-  const std::string message = JoinFrom(words, 2, " ");
-  connection_.SendRaw("PRIVMSG " + target + " :" + message);
-  queue_.QueueLine(start + "\00311You tell " + target + ", \00315'\00311" + message + "\00315'",
-                   Kind::kBoth);
+  voice_.Tell(target, JoinFrom(words, 2, " "), [this, target](const std::string& piece) {
+    screen_.queue.QueueLine(
+        ChatLineStart(style_) + "\00311You tell " + target + ", \00315'\00311" + piece + "\00315'",
+        Kind::kBoth, Origin::kOwn);
+  });
 }
 
 void OutgoingText::Join(const Words& words) {
   if (words.size() != kJoinWords || words[1].empty()) {
-    display_.Insert("Either not enough or too many parameters for room change.\r\n", kPureBlue,
-                    ChatTarget::kStatus);
+    screen_.queue.QueueLine("\00312Either not enough or too many parameters for room change.\r\n",
+                            Kind::kStatus);
     return;
   }
   const std::string room(words[1]);
-  connection_.SendRaw("JOIN " + (room.starts_with('#') ? room : "#" + room));
+  connection_.EnterRoom(room.starts_with('#') ? room : "#" + room);
 }
 
-void OutgoingText::Chat(const std::string& typed, int shownTab) {
-  connection_.SendRaw("PRIVMSG " + session_.currentRoom + " :" + typed);
-  queue_.QueueLine(EchoStart(session_, options_, clock_) + typed, EchoKind(shownTab));
-}
-
-void OutgoingText::Remember(const std::string& typed) {
+void OutgoingText::Remember(const std::string& line) {
   stepsBack_ = 0;
-  begun_.clear();
+  edited_.clear();
   const std::vector<std::string>& known = history_.Items();
   const bool isKnown = std::any_of(known.begin(), known.end(), [&](const std::string& entry) {
-    return EqualsIgnoringCase(entry, typed);
+    return EqualsIgnoringCase(entry, line);
   });
-  if (!isKnown) history_.Add(typed);
+  if (!isKnown) history_.Add(line);
 }
 
 void OutgoingText::cmbSend_Up(const std::string& typed) {
-  if (stepsBack_ >= history_.Size()) return;
-  if (stepsBack_ == 0) begun_ = typed;
-  ++stepsBack_;
-  view_.SetSendText(history_.Items()[history_.Size() - stepsBack_]);
+  if (stepsBack_ < history_.Size()) StepTo(stepsBack_ + 1, typed);
 }
 
-void OutgoingText::cmbSend_Down() {
-  if (stepsBack_ == 0) return;
-  --stepsBack_;
-  view_.SetSendText(stepsBack_ == 0 ? begun_ : history_.Items()[history_.Size() - stepsBack_]);
+void OutgoingText::cmbSend_Down(const std::string& typed) {
+  if (stepsBack_ > 0) StepTo(stepsBack_ - 1, typed);
+}
+
+void OutgoingText::StepTo(size_t stepsBack, const std::string& typed) {
+  edited_[stepsBack_] = typed;
+  stepsBack_ = stepsBack;
+  const auto kept = edited_.find(stepsBack);
+  screen_.window.SetSendText(kept != edited_.end() ? kept->second
+                             : stepsBack == 0      ? std::string()
+                                                   : history_.Items()[history_.Size() - stepsBack]);
 }
 
 }  // namespace brindle

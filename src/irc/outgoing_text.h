@@ -2,52 +2,32 @@
 // What the user types: a chat line for the current room, or one of the commands /msg, /tell, /j and
 // /join, each one line to the server and an echo on screen; and the history of what was typed.
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/clock.h"
 #include "base/dialogs.h"
 #include "base/observed_list.h"
-#include "irc/chat_colours.h"
-#include "irc/connection.h"
-#include "irc/output_queue.h"
-#include "irc/session.h"
-#include "settings/options.h"
+#include "irc/room_voice.h"
 
 namespace brindle {
 
-class SendBoxView {
- public:
-  virtual ~SendBoxView() = default;
-  // Replaces the text of cmbSend.
-  virtual void SetSendText(const std::string& text) = 0;
-  // A word to the user that interrupts nothing.
-  virtual void ShowHint(const std::string& text) = 0;
-};
-
 class OutgoingText {
  public:
-  OutgoingText(const Session& session, Connection& connection, OutputQueue& queue,
-               ChatColours& display, const Options& options, SendBoxView& view, Dialogs& dialogs,
-               const Clock& clock)
-      : session_(session),
-        connection_(connection),
-        queue_(queue),
-        display_(display),
-        options_(options),
-        view_(view),
-        dialogs_(dialogs),
-        clock_(clock) {}
+  OutgoingText(Connection& connection, RoomVoice& voice, Screen screen, ChatStyle style,
+               Dialogs& dialogs)
+      : connection_(connection), voice_(voice), screen_(screen), style_(style), dialogs_(dialogs) {}
 
-  // Sends `typed`. `shownTab` is the tab that tabMain shows; it chooses where a chat line is
-  // echoed. A refused line stays in the box.
+  // Sends `typed`; each line of a pasted text by itself, after a question when they are many.
+  // `shownTab` is the tab that tabMain shows; it chooses where a chat line is echoed. A refused
+  // text stays in the box.
   void cmdSend_Click(const std::string& typed, int shownTab);
 
   // One step back (newest first) or forward in the history. `typed` is the text in the box: what
-  // the user has begun is kept and comes back after the newest entry.
+  // the user has begun, or made of an entry, is kept and comes back.
   void cmbSend_Up(const std::string& typed);
-  void cmbSend_Down();
+  void cmbSend_Down(const std::string& typed);
 
   // Every different line typed, oldest first; case does not make a difference.
   const ObservedList<std::string>& History() const { return history_; }
@@ -62,22 +42,21 @@ class OutgoingText {
   };
   static const Command kCommands[];
 
+  void SendLine(const std::string& line, int shownTab);
   void Tell(const Words& words);
   void Join(const Words& words);
-  void Chat(const std::string& typed, int shownTab);
-  void Remember(const std::string& typed);
+  void Remember(const std::string& line);
+  // Keeps what the box holds at this step, and shows what belongs to another one.
+  void StepTo(size_t stepsBack, const std::string& typed);
 
-  const Session& session_;
   Connection& connection_;
-  OutputQueue& queue_;
-  ChatColours& display_;
-  const Options& options_;
-  SendBoxView& view_;
+  RoomVoice& voice_;
+  Screen screen_;
+  ChatStyle style_;
   Dialogs& dialogs_;
-  const Clock& clock_;
   ObservedList<std::string> history_;
-  size_t stepsBack_ = 0;  // in the history; 0 is the line being typed
-  std::string begun_;     // that line while the history is walked
+  size_t stepsBack_ = 0;                  // in the history; 0 is the line being typed
+  std::map<size_t, std::string> edited_;  // by step: what the user made of it
 };
 
 }  // namespace brindle

@@ -8,11 +8,11 @@ namespace {
 
 constexpr size_t kBlockSize = size_t{64} * 1024;
 using Length = std::uint32_t;
-constexpr size_t kHeaderSize = 1 + sizeof(Length);  // the kind, then the length of the text
+constexpr size_t kHeaderSize = 2 + sizeof(Length);  // kind, origin, then the length of the text
 
 }  // namespace
 
-void OutputQueue::QueueLine(std::string_view text, Kind kind) {
+void OutputQueue::QueueLine(std::string_view text, Kind kind, Origin origin) {
   const size_t need = kHeaderSize + text.size();
   if (blocks_.empty() || blocks_.back().bytes.size() + need > kBlockSize) {
     blocks_.emplace_back();
@@ -23,7 +23,8 @@ void OutputQueue::QueueLine(std::string_view text, Kind kind) {
   const auto length = static_cast<Length>(text.size());
   char header[kHeaderSize];
   header[0] = static_cast<char>(kind);
-  std::memcpy(header + 1, &length, sizeof length);
+  header[1] = static_cast<char>(origin);
+  std::memcpy(header + 2, &length, sizeof length);
   bytes.append(header, kHeaderSize);
   bytes.append(text);
   ++pending_;
@@ -34,8 +35,9 @@ OutputQueue::Line OutputQueue::Take() {
   Block& block = blocks_.front();
   const char* record = block.bytes.data() + block.taken;
   Length length = 0;
-  std::memcpy(&length, record + 1, sizeof length);
-  Line line{std::string(record + kHeaderSize, length), static_cast<Kind>(record[0])};
+  std::memcpy(&length, record + 2, sizeof length);
+  Line line{std::string(record + kHeaderSize, length), static_cast<Kind>(record[0]),
+            static_cast<Origin>(record[1])};
   block.taken += kHeaderSize + length;
   if (block.taken == block.bytes.size()) blocks_.pop_front();
   --pending_;

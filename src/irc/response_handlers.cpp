@@ -4,7 +4,6 @@
 
 #include "base/text.h"
 #include "irc/chat_colours.h"
-#include "irc/echo.h"
 #include "irc/response_parser.h"
 
 namespace brindle {
@@ -31,17 +30,26 @@ bool IsAction(std::string_view word) {
   return EqualsIgnoringCase(word, ":\001ACTION");
 }
 
-// What the server wants back: everything after the first colon, or after the word PING where there
-// is none.
+// What the server wants back: the first parameter (RFC 1459, section 4.6.2), everything after the
+// colon that begins it, else the word itself.
 std::string_view PingToken(const IrcLine& line) {
-  std::string_view rest = line.Received();
   const bool hasSource = !EqualsIgnoringCase(WithoutColon(line.Word(0)), "ping");
-  const size_t skip = hasSource ? line.Word(0).size() + 1 : rest.starts_with(':') ? 1 : 0;
-  rest.remove_prefix(std::min(skip, rest.size()));
-  const size_t colon = rest.find(':');
-  if (colon != std::string_view::npos) return rest.substr(colon + 1);
-  const size_t blank = rest.find(' ');
-  return blank == std::string_view::npos ? "" : rest.substr(blank + 1);
+  const std::string_view received = line.Received();
+  const std::string_view word = line.Word(hasSource ? 2 : 1);
+  if (word.empty()) return word;
+  const auto begin = static_cast<size_t>(word.data() - line.Line().data());
+  const std::string_view rest = received.substr(std::min(begin, received.size()));
+  return rest.starts_with(':') ? rest.substr(1) : rest.substr(0, rest.find(' '));
+}
+
+// The words of a refusal, which servers send as the last parameter.
+std::string Reason(const IrcLine& line) { return std::string(line.Text(4)); }
+
+// What the server says in an ERROR (RFC 1459, section 4.6.4), which has no source.
+std::string ErrorText(const IrcLine& line) {
+  const std::string_view received = line.Received();
+  return std::string(
+      WithoutColon(received.substr(std::min(received.find(' ') + 1, received.size()))));
 }
 
 std::string Room(const IrcLine& line) { return std::string(WithoutColon(line.Word(2))); }
@@ -55,63 +63,78 @@ void ResponseParser::Join(const IrcLine& line) {
   const std::string room = Room(line);
   if (nick.empty() || room.empty()) return;
   if (IsOwnNick(nick)) {
+    // What others receive from us begins with this source and a blank.
+    session_.sourceLength = line.Word(0).size() + 1;
     OwnJoin(room);
     return;
   }
-  queue_.QueueLine("\r\n\0033* " + nick + " \0039has joined \0033" + room, Kind::kJoin);
+  Queue("\r\n\0033* " + nick + " \0039has joined \0033" + room, Kind::kJoin);
+  if (!IsCurrentRoom(room)) return;
   who_.AddNick(nick);
-  connection_.SendRaw("WHOIS " + nick);
+  lines_.Whois(nick);
 }
 
 void ResponseParser::OwnJoin(const std::string& room) {
   // A repeated notice of the room that we are in already must not make us leave it.
   if (!session_.currentRoom.empty() && !IsCurrentRoom(room)) {
-    connection_.SendRaw("PART " + session_.currentRoom);
-    queue_.QueueLine("\r\n\0034* Parted", Kind::kRoom);
+    connection_.SendRaw(brindle::Part(session_.currentRoom));
+    Queue("\r\n\0034* Parted", Kind::kRoom);
   }
   who_.Clear();
-  roomTab_.Show_RoomTab();
-  queue_.QueueLine(kSeparatorLine, Kind::kStatus);
+  screen_.window.Show_RoomTab();
+  Queue(kSeparatorLine, Kind::kStatus);
   session_.currentRoom = room;
-  queue_.QueueLine("\r\n\0033* Now talking in " + room, Kind::kRoom);
+  screen_.window.ShowHint("");
+  Queue("\r\n\0033* Now talking in " + room, Kind::kRoom);
 }
 
-void ResponseParser::ClosingLink(const IrcLine&) { connection_.ClosingNotice(); }
+void ResponseParser::ClosingLink(const IrcLine& line) {
+  connection_.ServerError(ErrorText(line));
+  connection_.ClosingNotice();
+}
+
+void ResponseParser::ServerError(const IrcLine& line) {
+  connection_.ServerError(ErrorText(line));
+  NotParsed(line);
+}
 
 void ResponseParser::Kick(const IrcLine& line) {
   const std::string kicked(WithoutColon(line.Word(3)));
-  queue_.QueueLine("\r\n\00311* " + line.Nick() + " says " + Trailing(line) + ", then kicks " +
-                       kicked + " from the channel.",
-                   Kind::kRoom);
+  const std::string reason(line.Text(4));
+  Queue("\r\n\00311* " + line.Nick() + " says " + reason + ", then kicks " + kicked +
+            " from the channel.",
+        Kind::kRoom);
+  if (!IsCurrentRoom(Room(line))) return;
   who_.RemoveNick(kicked);
-  if (IsOwnNick(kicked) && IsCurrentRoom(Room(line))) session_.currentRoom.clear();
+  if (!IsOwnNick(kicked)) return;
+  LeaveRoom("kicked by " + line.Nick() + ": " + reason);
 }
 
 void ResponseParser::Nick(const IrcLine& line) {
   const std::string oldNick = line.Nick();
   const std::string newNick(WithoutColon(line.Word(2)));
   if (oldNick.empty() || newNick.empty()) return;
-  queue_.QueueLine("\r\n\00311* " + oldNick + " is now known as " + newNick + ".", Kind::kRoom);
-  who_.RemoveNick(oldNick);
-  who_.AddNick(newNick);
+  Queue("\r\n\00311* " + oldNick + " is now known as " + newNick + ".", Kind::kRoom);
+  who_.RenameNick(oldNick, newNick);
   if (IsOwnNick(oldNick)) *currentNick_ = newNick;
 }
 
 void ResponseParser::Notice(const IrcLine& line) {
-  queue_.QueueLine(ChatLineStart(options_, clock_) + "\0035-" + line.Nick() + "- " + Trailing(line),
-                   options_.noticesToStatus ? Kind::kStatus : Kind::kNotice);
+  Queue(ChatLineStart(style_) + "\0035-" + line.Nick() + "- " + std::string(line.Text(3)),
+        style_.options.noticesToStatus ? Kind::kStatus : Kind::kNotice);
 }
 
 void ResponseParser::Part(const IrcLine& line) {
   const std::string nick = line.Nick();
   const std::string room = Room(line);
-  queue_.QueueLine("\r\n\0033* " + nick + " \0039has left \0033" + room, Kind::kPart);
+  Queue("\r\n\0033* " + nick + " \0039has left \0033" + room, Kind::kPart);
+  if (!IsCurrentRoom(room)) return;
   who_.RemoveNick(nick);
-  if (IsOwnNick(nick) && IsCurrentRoom(room)) session_.currentRoom.clear();
+  if (IsOwnNick(nick)) session_.currentRoom.clear();
 }
 
 void ResponseParser::Privmsg(const IrcLine& line) {
-  const std::string_view text = line.ColonRest(kTrailingField);
+  const std::string_view text = line.Text(3);
   if (IsCurrentRoom(WithoutColon(line.Word(2)))) {
     RoomMessage(line, text);
   } else {
@@ -123,49 +146,81 @@ void ResponseParser::RoomMessage(const IrcLine& line, std::string_view text) {
   if (IsAction(line.Word(3))) {
     const std::string action =
         RemoveChars(ShowableText(line.WordRest(4)), std::string_view(&kCtcpMark, 1));
-    queue_.QueueLine("\r\n\00314* " + line.Nick() + " " + action, Kind::kRoom);
+    Queue("\r\n\00314* " + line.Nick() + " " + action, Kind::kRoom);
     return;
   }
   const std::string_view nick = NickOf(line.Word(0));
-  std::string shown = ChatLineStart(options_, clock_, nick.size() + text.size());
+  std::string shown = ChatLineStart(style_, nick.size() + text.size());
   shown.append("\0031<").append(nick).append("> ").append(text);
-  queue_.QueueLine(shown, Kind::kRoom);
+  screen_.queue.QueueLine(shown, Kind::kRoom, IsOwnNick(nick) ? Origin::kOwn : Origin::kRoom);
 }
 
 void ResponseParser::PrivateMessage(const IrcLine& line, std::string_view text) {
   const std::string nick = line.Nick();
-  queue_.QueueLine(ChatLineStart(options_, clock_) + "\00311" + nick + " tells you, \00315'\00311" +
-                       std::string(text) + "\00315'\r\n\00311" + "(To reply type /msg " + nick +
-                       " text)",
-                   options_.messagesToStatus ? Kind::kStatus : Kind::kPrivateMessage);
+  if (text.starts_with(kCtcpMark) && !IsAction(line.Word(3))) return PrivateCtcp(nick, text);
+  Queue(ChatLineStart(style_) + "\00311" + nick + " tells you, \00315'\00311" + std::string(text) +
+            "\00315'\r\n\00311" + "(To reply type /msg " + nick + " text)",
+        style_.options.messagesToStatus ? Kind::kStatus : Kind::kPrivateMessage);
+}
+
+void ResponseParser::PrivateCtcp(const std::string& nick, std::string_view request) {
+  Queue(ChatLineStart(style_) + "\00311" + nick + " sends a CTCP request, which is not answered: " +
+            RemoveChars(request, std::string_view(&kCtcpMark, 1)),
+        style_.options.messagesToStatus ? Kind::kStatus : Kind::kPrivateMessage);
 }
 
 void ResponseParser::Quit(const IrcLine& line) {
   const std::string nick = line.Nick();
-  queue_.QueueLine("\r\n\00312* " + nick + " has quit.", Kind::kRoom);
+  Queue("\r\n\00312* " + nick + " has quit.", Kind::kRoom);
   who_.RemoveNick(nick);
 }
 
 void ResponseParser::Ping(const IrcLine& line) {
-  queue_.QueueLine("\r\n\00313[\00310SERVER PING\00313]", Kind::kStatus);
-  connection_.SendRaw("PONG :" + std::string(PingToken(line)));
+  Queue("\r\n\00313[\00310SERVER PING\00313]", Kind::kStatus);
+  connection_.SendRaw(brindle::Pong(PingToken(line)));
+}
+
+void ResponseParser::Pong(const IrcLine& line) {
+  if (!lines_.TakePong(WithoutColon(line.Word(line.WordCount() - 1)))) NotParsed(line);
+}
+
+void ResponseParser::TopicChange(const IrcLine& line) {
+  NotParsed(line);
+  if (!IsCurrentRoom(Room(line))) return;
+  Queue("\r\n\0033* " + line.Nick() + " sets the topic to '" + std::string(line.Text(3)) + "\0033'",
+        Kind::kRoom);
+}
+
+void ResponseParser::Invite(const IrcLine& line) {
+  NotParsed(line);
+  Hint(line.Nick() + " invites you to " + std::string(line.Text(3)) + ".");
+}
+
+void ResponseParser::Kill(const IrcLine& line) {
+  NotParsed(line);
+  const std::string killed(WithoutColon(line.Word(2)));
+  const std::string reason(line.Text(3));
+  if (IsOwnNick(killed)) session_.endReason = "killed by " + line.Nick() + ": " + reason;
+  Hint(line.Nick() + " removes " + killed + " from the server: " + reason);
 }
 
 void ResponseParser::Welcome(const IrcLine& line) {
   *currentNick_ = std::string(WithoutColon(line.Word(2)));
   connection_.Welcomed();
-  queue_.QueueLine("\r\n" + Trailing(line), Kind::kConnected);
+  Queue("\r\n" + Trailing(line), Kind::kConnected);
 }
 
 void ResponseParser::StatusReply(const IrcLine& line) {
-  queue_.QueueLine("\r\n" + Trailing(line), Kind::kStatus);
+  Queue("\r\n" + Trailing(line), Kind::kStatus);
 }
 
 void ResponseParser::Topic(const IrcLine& line) {
-  queue_.QueueLine("\r\n\0033* Topic is '" + Trailing(line) + "\0033'", Kind::kRoom);
+  Queue("\r\n\0033* Topic is '" + std::string(line.Text(4)) + "\0033'", Kind::kRoom);
 }
 
 void ResponseParser::Names(const IrcLine& line) {
+  const std::string_view room = line.Word(4);
+  if (!session_.currentRoom.empty() && !IsCurrentRoom(room)) return;
   // A names reply only ever adds: the own join has emptied the list before it.
   namesClearPending_ = false;
   who_.AddNames(line, namesClearPending_);
@@ -173,45 +228,72 @@ void ResponseParser::Names(const IrcLine& line) {
 
 void ResponseParser::EndOfNames(const IrcLine&) {
   namesClearPending_ = true;
-  queue_.QueueLine(kSeparatorLine, Kind::kRoom);
+  Queue(kSeparatorLine, Kind::kRoom);
 }
 
 void ResponseParser::EndOfMotd(const IrcLine& line) {
-  queue_.QueueLine("\r\n" + Trailing(line), Kind::kStatus);
+  Queue("\r\n" + Trailing(line), Kind::kStatus);
   Greet();
 }
 
 void ResponseParser::NoMotd(const IrcLine& line) {
-  queue_.QueueLine("\r\n\0034" + Trailing(line), Kind::kStatus);
+  Queue("\r\n\0034" + Trailing(line), Kind::kStatus);
   Greet();
 }
 
+void ResponseParser::LeaveRoom(const std::string& reason) {
+  session_.endReason = reason;
+  Hint("You are no longer in " + session_.currentRoom + ": " + reason);
+  session_.currentRoom.clear();
+}
+
 void ResponseParser::Greet() {
-  queue_.QueueLine(kGreeting, Kind::kStatus);
+  Queue(kGreeting, Kind::kStatus);
   session_.connectionState = ConnectionState::kRegistered;
 }
 
 void ResponseParser::NickInUse(const IrcLine& line) { connection_.NickInUse(Trailing(line)); }
 
+void ResponseParser::NickRefused(const IrcLine& line) {
+  if (session_.connectionState != ConnectionState::kConnecting) return UnknownNumeric(line);
+  connection_.NickRefused(std::string(line.Text(4)));
+}
+
+void ResponseParser::NotEnoughParameters(const IrcLine& line) {
+  if (EqualsIgnoringCase(line.Word(3), "nick")) return NickRefused(line);
+  UnknownNumeric(line);
+}
+
 void ResponseParser::Banned(const IrcLine& line) { connection_.BannedFromServer(Trailing(line)); }
 
 void ResponseParser::RoomFull(const IrcLine& line) {
-  queue_.QueueLine("\r\n\0034" + std::string(line.Word(3)) + " - Can't join, room is full.",
-                   Kind::kBoth);
+  const std::string room(line.Word(3));
+  Queue("\r\n\0034" + room + " - Can't join, room is full.", Kind::kBoth);
+  Hint(room + " - Can't join, room is full.");
 }
 
 void ResponseParser::BannedFromRoom(const IrcLine& line) {
-  queue_.QueueLine(
-      "\r\n\0034" + std::string(line.Word(3)) + " - Can't join, you are banned from this room.",
-      Kind::kBoth);
+  const std::string room(line.Word(3));
+  Queue("\r\n\0034" + room + " - Can't join, you are banned from this room.", Kind::kBoth);
+  Hint(room + " - Can't join, you are banned from this room.");
+}
+
+void ResponseParser::RoomRefused(const IrcLine& line) {
+  UnknownNumeric(line);
+  Hint(std::string(line.Word(3)) + ": " + Reason(line));
+}
+
+void ResponseParser::LineRefused(const IrcLine& line) {
+  RoomRefused(line);
+  if (refusedLine_ && IsCurrentRoom(line.Word(3))) refusedLine_(Reason(line));
 }
 
 void ResponseParser::UnknownNumeric(const IrcLine& line) {
-  queue_.QueueLine("\r\nIS NUMERIC : " + line.Line(), Kind::kStatus);
+  Queue("\r\nIS NUMERIC : " + line.Line(), Kind::kStatus);
 }
 
 void ResponseParser::NotParsed(const IrcLine& line) {
-  queue_.QueueLine("\r\n\00312NOT PARSED : " + line.Line(), Kind::kStatus);
+  Queue("\r\n\00312NOT PARSED : " + line.Line(), Kind::kStatus);
 }
 
 bool ResponseParser::IsOwnNick(std::string_view nick) const {

@@ -12,15 +12,17 @@ constexpr std::string_view kSilentNumerics[] = {"002", "003", "004", "005", "250
                                                 "318", "319", "333", "338", "375"};
 
 // Keeps the pump off the queue for as long as it lives.
-class BusyPump {
+class BusyQueue {
  public:
-  explicit BusyPump(LinePump& pump) : pump_(pump), before_(pump.IsBusy()) { pump_.SetBusy(true); }
-  ~BusyPump() { pump_.SetBusy(before_); }
-  BusyPump(const BusyPump&) = delete;
-  BusyPump& operator=(const BusyPump&) = delete;
+  explicit BusyQueue(OutputQueue& queue) : queue_(queue), before_(queue.IsBusy()) {
+    queue_.SetBusy(true);
+  }
+  ~BusyQueue() { queue_.SetBusy(before_); }
+  BusyQueue(const BusyQueue&) = delete;
+  BusyQueue& operator=(const BusyQueue&) = delete;
 
  private:
-  LinePump& pump_;
+  OutputQueue& queue_;
   bool before_;
 };
 
@@ -28,27 +30,49 @@ class BusyPump {
 
 // Second word of a line, in lower case.
 const ResponseParser::Command ResponseParser::kCommands[] = {
-    {"auth", 2, &ResponseParser::Ignore},   {"mode", 2, &ResponseParser::Ignore},
-    {"join", 3, &ResponseParser::Join},     {":closing", 2, &ResponseParser::ClosingLink},
-    {"kick", 4, &ResponseParser::Kick},     {"nick", 3, &ResponseParser::Nick},
-    {"notice", 3, &ResponseParser::Notice}, {"part", 3, &ResponseParser::Part},
-    {"ping", 2, &ResponseParser::Ping},     {"privmsg", 3, &ResponseParser::Privmsg},
-    {"quit", 2, &ResponseParser::Quit},
+    {"auth", 2, &ResponseParser::Ignore},       {"mode", 2, &ResponseParser::Ignore},
+    {"join", 3, &ResponseParser::Join},         {":closing", 2, &ResponseParser::ClosingLink},
+    {"kick", 4, &ResponseParser::Kick},         {"nick", 3, &ResponseParser::Nick},
+    {"notice", 3, &ResponseParser::Notice},     {"part", 3, &ResponseParser::Part},
+    {"ping", 2, &ResponseParser::Ping},         {"privmsg", 3, &ResponseParser::Privmsg},
+    {"quit", 2, &ResponseParser::Quit},         {"pong", 3, &ResponseParser::Pong},
+    {"topic", 3, &ResponseParser::TopicChange}, {"invite", 3, &ResponseParser::Invite},
+    {"kill", 3, &ResponseParser::Kill},
 };
 
 // Replies, RFC 1459 section 6; compared as text.
 const ResponseParser::Command ResponseParser::kNumerics[] = {
-    {"001", 3, &ResponseParser::Welcome},        {"251", 2, &ResponseParser::StatusReply},
-    {"253", 2, &ResponseParser::StatusReply},    {"332", 3, &ResponseParser::Topic},
-    {"353", 5, &ResponseParser::Names},          {"366", 2, &ResponseParser::EndOfNames},
-    {"372", 2, &ResponseParser::StatusReply},    {"376", 2, &ResponseParser::EndOfMotd},
-    {"422", 2, &ResponseParser::NoMotd},         {"433", 2, &ResponseParser::NickInUse},
-    {"465", 2, &ResponseParser::Banned},         {"471", 4, &ResponseParser::RoomFull},
+    {"001", 3, &ResponseParser::Welcome},
+    {"251", 2, &ResponseParser::StatusReply},
+    {"253", 2, &ResponseParser::StatusReply},
+    {"332", 3, &ResponseParser::Topic},
+    {"353", 5, &ResponseParser::Names},
+    {"366", 2, &ResponseParser::EndOfNames},
+    {"372", 2, &ResponseParser::StatusReply},
+    {"376", 2, &ResponseParser::EndOfMotd},
+    {"401", 4, &ResponseParser::LineRefused},
+    {"403", 4, &ResponseParser::RoomRefused},
+    {"404", 4, &ResponseParser::LineRefused},
+    {"405", 4, &ResponseParser::RoomRefused},
+    {"422", 2, &ResponseParser::NoMotd},
+    {"432", 2, &ResponseParser::NickRefused},
+    {"433", 2, &ResponseParser::NickInUse},
+    {"436", 2, &ResponseParser::NickRefused},
+    {"437", 2, &ResponseParser::NickRefused},
+    {"442", 4, &ResponseParser::LineRefused},
+    {"461", 2, &ResponseParser::NotEnoughParameters},
+    {"465", 2, &ResponseParser::Banned},
+    {"471", 4, &ResponseParser::RoomFull},
+    {"473", 4, &ResponseParser::RoomRefused},
     {"474", 4, &ResponseParser::BannedFromRoom},
+    {"475", 4, &ResponseParser::RoomRefused},
+    {"477", 4, &ResponseParser::RoomRefused},
+    {"482", 4, &ResponseParser::LineRefused},
+    {"489", 4, &ResponseParser::RoomRefused},
 };
 
 void ResponseParser::Parse_Response(std::string_view received, std::string& currentNick) {
-  const BusyPump busy(pump_);
+  const BusyQueue busy(screen_.queue);
   currentNick_ = &currentNick;
   for (size_t end = received.find(kCrLf); end != std::string_view::npos;
        end = received.find(kCrLf)) {
@@ -65,12 +89,14 @@ void ResponseParser::Parse_Response(std::string_view received, std::string& curr
 
 bool ResponseParser::HandleLine(const IrcLine& line) {
   if (!line.HasWords(2)) {
-    queue_.QueueLine("\r\nERROR : " + line.Line(), Kind::kStatus);
+    screen_.queue.QueueLine("\r\nERROR : " + line.Line(), Kind::kStatus);
     return true;
   }
   if (const Command* command = Find(line)) {
     if (!line.HasWords(command->leastWords)) return false;
     (this->*command->handle)(line);
+  } else if (EqualsIgnoringCase(line.Word(0), "error")) {
+    ServerError(line);
   } else if (IsAllDigits(line.Word(1))) {
     UnknownNumeric(line);
   } else {

@@ -4,44 +4,40 @@
 // IrcLine; the table of commands is in response_parser.cpp, their handlers are in
 // response_handlers.cpp.
 
+#include <functional>
 #include <string>
 #include <string_view>
 
-#include "base/clock.h"
+#include "irc/chat_style.h"
 #include "irc/connection.h"
 #include "irc/irc_line.h"
-#include "irc/line_pump.h"
 #include "irc/output_queue.h"
+#include "irc/send_queue.h"
 #include "irc/session.h"
 #include "irc/who_list.h"
-#include "settings/options.h"
 
 namespace brindle {
 
-// Brings the room view to the front.
-class RoomTab {
+class ResponseParser {
  public:
-  virtual ~RoomTab() = default;
-  virtual void Show_RoomTab() = 0;
-};
-
-class ResponseParser : public ReceivedText {
- public:
-  ResponseParser(Session& session, Connection& connection, OutputQueue& queue, LinePump& pump,
-                 WhoList& who, RoomTab& roomTab, const Options& options, const Clock& clock)
+  ResponseParser(Session& session, Connection& connection, SendQueue& lines, WhoList& who,
+                 Screen screen, ChatStyle style)
       : session_(session),
         connection_(connection),
-        queue_(queue),
-        pump_(pump),
+        lines_(lines),
         who_(who),
-        roomTab_(roomTab),
-        options_(options),
-        clock_(clock) {}
+        screen_(screen),
+        style_(style) {}
+
+  // Called when the server has refused a line to a room, with its own words.
+  void OnRefusedLine(std::function<void(const std::string& reason)> refused) {
+    refusedLine_ = std::move(refused);
+  }
 
   // Handles every line of `received` that ends in CR LF; what follows the last CR LF is dropped. A
   // line with too few words for its command ends the handling of the whole text, quietly.
   // `currentNick` is the session's own and changes with the server's welcome and nick changes.
-  void Parse_Response(std::string_view received, std::string& currentNick) override;
+  void Parse_Response(std::string_view received, std::string& currentNick);
 
  private:
   // A row of the dispatch table: the word, the least number of words in such a line, the handler.
@@ -68,8 +64,14 @@ class ResponseParser : public ReceivedText {
   void Privmsg(const IrcLine& line);
   void RoomMessage(const IrcLine& line, std::string_view text);
   void PrivateMessage(const IrcLine& line, std::string_view text);
+  void PrivateCtcp(const std::string& nick, std::string_view request);
   void Quit(const IrcLine& line);
   void Ping(const IrcLine& line);
+  void Pong(const IrcLine& line);
+  void TopicChange(const IrcLine& line);
+  void Invite(const IrcLine& line);
+  void Kill(const IrcLine& line);
+  void ServerError(const IrcLine& line);
 
   void Welcome(const IrcLine& line);
   void StatusReply(const IrcLine& line);
@@ -79,6 +81,10 @@ class ResponseParser : public ReceivedText {
   void EndOfMotd(const IrcLine& line);
   void NoMotd(const IrcLine& line);
   void NickInUse(const IrcLine& line);
+  void NickRefused(const IrcLine& line);
+  void NotEnoughParameters(const IrcLine& line);
+  void LineRefused(const IrcLine& line);
+  void RoomRefused(const IrcLine& line);
   void Banned(const IrcLine& line);
   void RoomFull(const IrcLine& line);
   void BannedFromRoom(const IrcLine& line);
@@ -86,17 +92,20 @@ class ResponseParser : public ReceivedText {
   void NotParsed(const IrcLine& line);
 
   void Greet();
+  // The user is in no room any more; `reason` tells why.
+  void LeaveRoom(const std::string& reason);
+  void Queue(const std::string& text, Kind kind) { screen_.queue.QueueLine(text, kind); }
+  void Hint(const std::string& text) { screen_.window.ShowHint(text); }
   bool IsOwnNick(std::string_view nick) const;
   bool IsCurrentRoom(std::string_view room) const;
 
   Session& session_;
   Connection& connection_;
-  OutputQueue& queue_;
-  LinePump& pump_;
+  SendQueue& lines_;
   WhoList& who_;
-  RoomTab& roomTab_;
-  const Options& options_;
-  const Clock& clock_;
+  Screen screen_;
+  ChatStyle style_;
+  std::function<void(const std::string& reason)> refusedLine_;
   std::string* currentNick_ = nullptr;  // valid within Parse_Response
   bool namesClearPending_ = false;
 };

@@ -23,6 +23,12 @@ class WhoList {
   // character. An empty nick removes nothing.
   void RemoveNick(std::string_view nick);
 
+  // The same person under another nick.
+  void RenameNick(std::string_view oldNick, std::string_view newNick) {
+    RemoveNick(oldNick);
+    AddNick(newNick);
+  }
+
   void Clear() { nicks_.Clear(); }
 
   // "Who's here (3)"

@@ -1,6 +1,8 @@
 #include "mail/manual_request.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "base/text.h"
 
@@ -37,16 +39,17 @@ void ManualRequest::cmdRequest_Click(const std::string& screenName) {
     dialogs_.Notice(Icon::kExclamation, "Please enter your AOL screenname.");
     return;
   }
-  const Session& session = sender_.CurrentSession();
-  const std::string room = session.currentRoom;
-  const unsigned stops = stops_;
-  // A copy: the user may change the rows during the pauses.
-  const std::vector<Row> rows = rows_;
-  for (const Row& row : rows) {
-    sender_.Send(row.handle, screenName, row.number);
-    sender_.PauseAfter();
-    if (stops != stops_ || session.currentRoom != room) break;
-  }
+  if (rows_.empty() || !voice_.HasRoom()) return;
+  RequestRun run;
+  run.lines = rows_.size();
+  run.owner = this;
+  // A copy: the user may change the rows while the run goes.
+  run.next = [rows = rows_, screenName, row = size_t{0}]() mutable -> std::optional<RequestLine> {
+    if (row == rows.size()) return std::nullopt;
+    const Row& next = rows[row++];
+    return RequestLine{RequestText(next.handle, screenName, next.number), next.number, {}};
+  };
+  stack_.Push(std::move(run));
 }
 
 }  // namespace brindle

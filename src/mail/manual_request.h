@@ -2,12 +2,12 @@
 // Manual requests: mails asked for by number, from any server, without a loaded list. The user
 // builds a list of handles and numbers and sends it, one line for each pair.
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "base/dialogs.h"
-#include "mail/request_sender.h"
+#include "irc/room_voice.h"
+#include "mail/request_stack.h"
 
 namespace brindle {
 
@@ -28,7 +28,8 @@ class ManualRequest {
     bool checked = false;
   };
 
-  ManualRequest(RequestSender& sender, Dialogs& dialogs) : sender_(sender), dialogs_(dialogs) {}
+  ManualRequest(RequestStack& stack, const RoomVoice& voice, Dialogs& dialogs)
+      : stack_(stack), voice_(voice), dialogs_(dialogs) {}
 
   // The window that shows the rows, while there is one. Null ends it.
   void SetView(ManualRequestView* view) { view_ = view; }
@@ -40,23 +41,22 @@ class ManualRequest {
   void cmdAdd_Click(const std::string& handle, const std::string& number);
   void cmdRemove_Click();
   void cmdClear_Click();
-  // Requests every row, checked or not, and keeps the rows. Ends early when Stop is called or when
-  // the session or the room is left.
+  // Begins a run over every row, checked or not, and keeps the rows.
   void cmdRequest_Click(const std::string& screenName);
 
-  // Ends every pass that is running: for closing the window.
-  void Stop() { ++stops_; }
+  // Ends every run that was begun here: the window closes.
+  void Stop() { stack_.StopRunsOf(this); }
 
  private:
   void Tell() {
     if (view_ != nullptr) view_->RowsChanged();
   }
 
-  RequestSender& sender_;
+  RequestStack& stack_;
+  const RoomVoice& voice_;
   Dialogs& dialogs_;
   ManualRequestView* view_ = nullptr;
   std::vector<Row> rows_;
-  unsigned stops_ = 0;
 };
 
 }  // namespace brindle

@@ -1,6 +1,7 @@
 #include "mail/requests.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 
 #include "base/text.h"
@@ -9,10 +10,8 @@
 namespace brindle {
 
 void Requests::cmdRequest_Click(const std::string& screenName, const std::string& handle) {
-  const Session& session = sender_.CurrentSession();
-  if (stopped_) return;
-  if (session.connectionState == ConnectionState::kDisconnected) {
-    view_.ShowHint("Connect to a server first: requests are said in a room.");
+  if (!voice_.IsConnected()) {
+    voice_.HasRoom();  // says what is missing
     return;
   }
   if (IsBlank(screenName)) {
@@ -23,37 +22,47 @@ void Requests::cmdRequest_Click(const std::string& screenName, const std::string
     dialogs_.Notice(Icon::kInformation, "You must enter a servers handle for this to work.");
     return;
   }
-  if (session.currentRoom.empty()) {
-    // Nobody would hear the requests, and the selection would be gone.
-    view_.ShowHint("Enter a room first: requests are said in the current room.");
-    return;
-  }
-  const int sent = RequestChecked(screenName, handle);
-  if (sent > 0) view_.ShowHint("Requests sent: " + std::to_string(sent));
+  // Without a room nobody would hear the requests, and the selection would be gone.
+  if (list_.CheckedCount() == 0 || !voice_.HasRoom()) return;
+  stack_.Push(RunOver(screenName, handle));
 }
 
-int Requests::RequestChecked(const std::string& screenName, const std::string& handle) {
-  const AfterRequest after =
-      options_.deselectAfterRequested ? AfterRequest::kDeselect : AfterRequest::kKeepChecked;
-  const std::uint64_t generation = list_.Generation();
-  const Session& session = sender_.CurrentSession();
-  const std::string room = session.currentRoom;
-  const size_t rows = list_.Size();
-  RequestRuns runs;
-  int sent = 0;
-  for (std::optional<size_t> row = list_.NextChecked(0); row && *row < rows;
-       row = list_.NextChecked(*row + 1)) {
-    const std::optional<std::string> what = runs.Step(list_, *row, after);
-    if (!what) continue;
-    sender_.Send(handle, screenName, *what);
-    ++sent;
-    view_.ShowHint("Requesting " + *what + " (request " + std::to_string(sent) + ")...");
-    sender_.PauseAfter();
-    const bool sameRoom =
-        session.currentRoom == room && session.connectionState != ConnectionState::kDisconnected;
-    if (stopped_ || !sameRoom || list_.Generation() != generation) break;
+RequestRun Requests::RunOver(const std::string& screenName, const std::string& handle) {
+  struct Walk {
+    RequestRuns runs;
+    size_t next = 0;
+    size_t rows = 0;
+    std::uint64_t generation = 0;
+    AfterRequest after = AfterRequest::kKeepChecked;
+  };
+  auto walk = std::make_shared<Walk>();
+  walk->rows = list_.Size();
+  walk->generation = list_.Generation();
+  if (options_.deselectAfterRequested) walk->after = AfterRequest::kDeselect;
+
+  RequestRun run;
+  run.lines = CountRequests(list_);
+  if (IsLastRowAlone(list_)) {
+    run.afterword =
+        "The last mail is only asked for together with the one before it; check that one too.";
   }
-  return sent;
+  run.isStale = [this, walk] { return list_.Generation() != walk->generation; };
+  run.next = [this, walk, screenName, handle]() -> std::optional<RequestLine> {
+    const MailList::BulkChange bulk(list_);
+    for (auto row = list_.NextChecked(walk->next); row && *row < walk->rows;
+         row = list_.NextChecked(walk->next)) {
+      walk->next = *row + 1;
+      const auto request = walk->runs.Step(list_, *row, walk->after);
+      if (!request) continue;
+      RequestLine line{RequestText(handle, screenName, request->what), request->what, {}};
+      line.takeBack = [this, walk, first = request->firstRow, last = request->lastRow] {
+        if (list_.Generation() == walk->generation) list_.CheckRange(first, last);
+      };
+      return line;
+    }
+    return std::nullopt;
+  };
+  return run;
 }
 
 }  // namespace brindle

@@ -1,7 +1,6 @@
 #include "mail/server_commands.h"
 
 #include "base/text.h"
-#include "irc/echo.h"
 
 namespace brindle {
 namespace {
@@ -31,7 +30,7 @@ void ServerCommands::mnuCommandsStatus_Click(const CommandFields& fields) {
 
 void ServerCommands::Run(const std::string& required, const char* refusal,
                          const CommandFields& fields, const std::string& tail) {
-  if (session_.connectionState == ConnectionState::kDisconnected) {
+  if (!voice_.IsConnected()) {
     dialogs_.Notice(Icon::kInformation,
                     "You must first connect to a server before entering a room.");
   } else if (IsBlank(required)) {
@@ -39,9 +38,7 @@ void ServerCommands::Run(const std::string& required, const char* refusal,
   } else if (IsBlank(fields.handle)) {
     dialogs_.Notice(Icon::kInformation, kNoHandle);
   } else {
-    const std::string said = "!" + fields.handle + tail;
-    queue_.QueueLine(EchoStart(session_, options_, clock_) + said, Kind::kRoom);
-    connection_.SendRaw("PRIVMSG " + session_.currentRoom + " :" + said);
+    voice_.SayWhole("!" + fields.handle + tail);
   }
 }
 

@@ -4,12 +4,8 @@
 
 #include <string>
 
-#include "base/clock.h"
 #include "base/dialogs.h"
-#include "irc/connection.h"
-#include "irc/output_queue.h"
-#include "irc/session.h"
-#include "settings/options.h"
+#include "irc/room_voice.h"
 
 namespace brindle {
 
@@ -22,14 +18,7 @@ struct CommandFields {
 
 class ServerCommands {
  public:
-  ServerCommands(const Session& session, Connection& connection, OutputQueue& queue,
-                 const Options& options, Dialogs& dialogs, const Clock& clock)
-      : session_(session),
-        connection_(connection),
-        queue_(queue),
-        options_(options),
-        dialogs_(dialogs),
-        clock_(clock) {}
+  ServerCommands(RoomVoice& voice, Dialogs& dialogs) : voice_(voice), dialogs_(dialogs) {}
 
   void mnuCommandsRequest_Click(const CommandFields& fields);
   void mnuCommandsVerify_Click(const CommandFields& fields);
@@ -41,12 +30,8 @@ class ServerCommands {
   void Run(const std::string& required, const char* refusal, const CommandFields& fields,
            const std::string& tail);
 
-  const Session& session_;
-  Connection& connection_;
-  OutputQueue& queue_;
-  const Options& options_;
+  RoomVoice& voice_;
   Dialogs& dialogs_;
-  const Clock& clock_;
 };
 
 }  // namespace brindle

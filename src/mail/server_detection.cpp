@@ -1,13 +1,16 @@
 #include "mail/server_detection.h"
 
+#include <algorithm>
+
 #include "base/text.h"
-#include "irc/echo.h"
+#include "irc/chat_colours.h"
 
 namespace brindle {
 namespace {
 
+// Colours of two digits, so that the handle may begin with one.
 constexpr char kBannerStart[] =
-    "\0034:\0037:\0038( \00312ATTENTION \0038)\0037:\0034: \00312ADDED \0037";
+    "\00304:\00307:\00308( \00312ATTENTION \00308)\00307:\00304: \00312ADDED \00307";
 
 bool IsSend(std::string_view word) { return EqualsIgnoringCase(word, "send"); }
 
@@ -15,6 +18,18 @@ bool HoldsMark(std::string_view word) { return word.find('!') != std::string_vie
 
 bool HoldsNotice(std::string_view word) {
   return LowerCase(word).find("/notice") != std::string::npos;
+}
+
+// The line as it reads: without its colours and other marks.
+std::string WithoutMarks(std::string_view line) {
+  std::string text;
+  for (const ColouredRun& run : ColouredRuns(line, kWhite, kBlack)) text += run.text;
+  return RemoveChars(text, "\x02\x0F\x11\x16\x1D\x1E\x1F");
+}
+
+bool HoldsControl(std::string_view text) {
+  return std::any_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; });
 }
 
 }  // namespace
@@ -45,23 +60,38 @@ std::string ExtractServerHandle(std::string_view text) {
 
 std::string CleanHandle(std::string_view handle) { return NormalizeHandle(handle); }
 
-void ServerDetection::Scan(std::string_view line) {
-  if (!options_.scanChatForServers || IsBlank(line) || !IsServerAnnouncement(line)) return;
-  std::string handle = ExtractServerHandle(line);
+void ServerDetection::Scan(std::string_view line, Origin origin) {
+  if (!style_.options.scanChatForServers || origin == Origin::kOwn || IsBlank(line)) return;
+  const std::string text = WithoutMarks(line);
+  if (!IsServerAnnouncement(text)) return;
+  std::string handle = ExtractServerHandle(text);
   // A mark without a name announces nobody.
-  if (CleanHandle(handle).empty() || ServerHandleKnown(handle)) return;
+  const std::string clean = CleanHandle(handle);
+  if (clean.empty() || clean.size() > kLongestHandle || HoldsControl(clean) ||
+      ServerHandleKnown(handle)) {
+    return;
+  }
   std::string added = handle;
   handles_.AddServerHandle(added);
   const std::string screenName = screenName_();
-  const bool requesting =
-      !IsBlank(screenName) && options_.requestAccessCode && !session_.currentRoom.empty();
+  const bool requesting = !IsBlank(screenName) && style_.options.requestAccessCode &&
+                          origin == Origin::kRoom && TakeTurn();
   Announce(handle, requesting);
-  if (requesting) RequestAccessCode(handle, screenName);
+  if (requesting) voice_.SayWhole("!" + clean + " send " + screenName + " accesscode");
 }
 
 bool ServerDetection::ServerHandleKnown(std::string_view handle) const {
-  std::string key(handle);
-  return !handles_.ServerHandleMissing(key);
+  return handles_.KnowsIgnoringCase(CleanHandle(handle));
+}
+
+bool ServerDetection::TakeTurn() {
+  constexpr int kMinute = 60000;
+  const TickCount now = style_.clock.Ticks();
+  while (!requests_.empty() && now - requests_.front() >= kMinute) requests_.pop_front();
+  if (requests_.size() >= kMostInMinute) return false;
+  if (!requests_.empty() && now - requests_.back() < kBetweenRequests) return false;
+  requests_.push_back(now);
+  return true;
 }
 
 void ServerDetection::Announce(const std::string& handle, bool requesting) {
@@ -69,13 +99,7 @@ void ServerDetection::Announce(const std::string& handle, bool requesting) {
       requesting ? " REQUESTING ACCESSCODE."
                  : " Can't request code(either no screen name is entered or this options is off).";
   queue_.QueueLine("\r\n" + std::string(kBannerStart) + UpperCase(handle) + outcome,
-                   Kind::kServerAdded);
-}
-
-void ServerDetection::RequestAccessCode(const std::string& handle, const std::string& screenName) {
-  const std::string tail = " send " + screenName + " accesscode";
-  queue_.QueueLine(EchoStart(session_, options_, clock_) + "!" + handle + tail, Kind::kRoom);
-  connection_.SendRaw("PRIVMSG " + session_.currentRoom + " :!" + CleanHandle(handle) + tail);
+                   Kind::kServerAdded, Origin::kOwn);
 }
 
 }  // namespace brindle

@@ -16,6 +16,13 @@ bool ServerHandles::ServerHandleMissing(std::string& handle) const {
   return std::find(known.begin(), known.end(), handle) == known.end();
 }
 
+bool ServerHandles::KnowsIgnoringCase(std::string_view handle) const {
+  const std::vector<std::string>& known = items_.Items();
+  return std::any_of(known.begin(), known.end(), [&](const std::string& item) {
+    return NormalizeHandle(item) == NormalizeHandle(handle);
+  });
+}
+
 void ServerHandles::AddServerHandle(std::string& handle) {
   handle = NormalizeHandle(handle);
   items_.Add(handle);

@@ -23,6 +23,9 @@ class ServerHandles {
   // True when no item equals the normalized handle; normalizes `handle` in place.
   bool ServerHandleMissing(std::string& handle) const;
 
+  // True when an item is the normalized handle but for its case and marks.
+  bool KnowsIgnoringCase(std::string_view handle) const;
+
   // Appends the normalized handle; normalizes `handle` in place.
   void AddServerHandle(std::string& handle);
 

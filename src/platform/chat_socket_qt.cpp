@@ -1,31 +1,30 @@
 #include "platform/chat_socket_qt.h"
 
-#include <algorithm>
+#include <QElapsedTimer>
+
+#include "platform/keep_alive.h"
 
 namespace brindle {
 namespace {
 
-// A burst is read in bites of this size, so that the window stays alive.
-constexpr qint64 kBite = 64 * 1024;
+// A burst is read in bites of this size, and for so long at a time, so that the window stays alive.
+constexpr qint64 kBite = 16 * 1024;
+constexpr int kTurnMilliseconds = 20;
 
 // What may wait unread; more waits in the network, where it slows the sender down.
 constexpr qint64 kReadBuffer = 1024 * 1024;
 
 }  // namespace
 
-QtChatSocket::QtChatSocket(const Clock& clock) : clock_(clock) {
+QtChatSocket::QtChatSocket() {
   socket_.setReadBufferSize(kReadBuffer);
-  tailTimer_.setSingleShot(true);
-  tailTimer_.setTimerType(Qt::PreciseTimer);
   readTimer_.setSingleShot(true);
-  QObject::connect(&socket_, &QTcpSocket::connected, &socket_,
-                   [this] { listener_->wsChat_Connect(); });
+  QObject::connect(&socket_, &QTcpSocket::connected, &socket_, [this] {
+    WatchLink(socket_.socketDescriptor());
+    listener_->wsChat_Connect();
+  });
   QObject::connect(&socket_, &QTcpSocket::readyRead, &socket_, [this] { ReadSome(); });
   QObject::connect(&readTimer_, &QTimer::timeout, &socket_, [this] { ReadSome(); });
-  QObject::connect(&tailTimer_, &QTimer::timeout, &socket_, [this] {
-    cutter_.Tick(clock_.Ticks(), Deliver());
-    WatchTail();
-  });
   QObject::connect(&socket_, &QTcpSocket::errorOccurred, &socket_,
                    [this](QAbstractSocket::SocketError error) { OnError(error); });
 }
@@ -37,7 +36,6 @@ void QtChatSocket::Connect(const std::string& host, int port) {
 
 void QtChatSocket::Close() {
   const QSignalBlocker quiet(socket_);
-  tailTimer_.stop();
   readTimer_.stop();
   cutter_.Reset();
   socket_.abort();
@@ -58,23 +56,14 @@ void QtChatSocket::Flush(int milliseconds) {
 }
 
 void QtChatSocket::ReadSome() {
-  const QByteArray bytes = socket_.read(kBite);
-  cutter_.Receive({bytes.data(), static_cast<size_t>(bytes.size())}, clock_.Ticks(), Deliver());
-  if (socket_.bytesAvailable() > 0) readTimer_.start(0);
-  WatchTail();
-}
-
-ArrivalCutter::Deliver QtChatSocket::Deliver() {
-  return [this](std::string_view arrival) { listener_->wsChat_DataArrival(arrival); };
-}
-
-void QtChatSocket::WatchTail() {
-  const std::optional<TickCount> due = cutter_.TailDue();
-  if (!due) {
-    tailTimer_.stop();
-    return;
-  }
-  tailTimer_.start(static_cast<int>(std::max<TickCount>(*due - clock_.Ticks(), 0)));
+  QElapsedTimer turn;
+  turn.start();
+  do {
+    const QByteArray bytes = socket_.read(kBite);
+    cutter_.Receive({bytes.data(), static_cast<size_t>(bytes.size())},
+                    [this](std::string_view line) { listener_->wsChat_DataArrival(line); });
+  } while (open_ && socket_.bytesAvailable() > 0 && turn.elapsed() < kTurnMilliseconds);
+  if (open_ && socket_.bytesAvailable() > 0) readTimer_.start(0);
 }
 
 void QtChatSocket::OnError(QAbstractSocket::SocketError error) {

@@ -4,7 +4,6 @@
 #include <QTcpSocket>
 #include <QTimer>
 
-#include "base/clock.h"
 #include "irc/arrival_cutter.h"
 #include "irc/chat_socket.h"
 
@@ -12,7 +11,7 @@ namespace brindle {
 
 class QtChatSocket : public ChatSocket {
  public:
-  explicit QtChatSocket(const Clock& clock);
+  QtChatSocket();
 
   // Must be set before Connect.
   void SetListener(ChatSocketEvents& listener) { listener_ = &listener; }
@@ -27,17 +26,13 @@ class QtChatSocket : public ChatSocket {
 
  private:
   void ReadSome();
-  ArrivalCutter::Deliver Deliver();
-  void WatchTail();
   void OnError(QAbstractSocket::SocketError error);
 
-  const Clock& clock_;
   ChatSocketEvents* listener_ = nullptr;
   QTcpSocket socket_;
   ArrivalCutter cutter_;
   bool open_ = false;  // between Connect and Close
-  QTimer tailTimer_;
-  QTimer readTimer_;  // goes on with a long burst after other events had their turn
+  QTimer readTimer_;   // goes on with a long burst after other events had their turn
 };
 
 }  // namespace brindle

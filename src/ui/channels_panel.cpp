@@ -1,5 +1,7 @@
 #include "ui/channels_panel.h"
 
+#include <QShortcut>
+
 #include "ui/observed_list_model.h"
 #include "ui_channels_panel.h"
 
@@ -20,10 +22,16 @@ void ChannelsPanel::Attach(Channels& channels) {
           [this, &channels] { channels.lblChannelsRemove_Click(Selected()); });
   connect(ui_->lblJoin, &QPushButton::clicked, this,
           [this, &channels] { channels.lblJoin_Click(Selected()); });
-  // A double click or Enter.
-  connect(ui_->lstChannels, &QListView::activated, this, [&channels](const QModelIndex& index) {
-    channels.lstChannels_DblClick(static_cast<size_t>(index.row()));
-  });
+  // Not by `activated`, which a single click raises on some desktops.
+  const auto enter = [this, &channels] {
+    if (const auto row = Selected()) channels.lstChannels_DblClick(*row);
+  };
+  connect(ui_->lstChannels, &QListView::doubleClicked, this, enter);
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* shortcut = new QShortcut(QKeySequence(key), ui_->lstChannels);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, enter);
+  }
 }
 
 std::optional<size_t> ChannelsPanel::Selected() const {

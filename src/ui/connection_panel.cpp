@@ -1,5 +1,6 @@
 #include "ui/connection_panel.h"
 
+#include "ui/one_line.h"
 #include "ui/qt_text.h"
 #include "ui_connection_panel.h"
 
@@ -8,6 +9,11 @@ namespace brindle {
 ConnectionPanel::ConnectionPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ConnectionPanel>()) {
   ui_->setupUi(this);
+  for (QLineEdit* field : {ui_->txtConnectNick, ui_->txtAlternateNick, ui_->txtConnectPort}) {
+    KeepOneLine(*field);
+  }
+  ShowCancelButton(false);
+  SetConnectTrouble("");
   // Enter anywhere among the fields connects; it never disconnects.
   const auto connectByEnter = [this] {
     if (ui_->cmdConnect->text() == "Connect") ui_->cmdConnect->click();
@@ -23,6 +29,8 @@ ConnectionPanel::~ConnectionPanel() = default;
 void ConnectionPanel::Attach(Connection& connection, IrcServers& servers) {
   connect(ui_->cmdConnect, &QPushButton::clicked, this,
           [this, &connection] { connection.cmdConnect_Click(Fields()); });
+  connect(ui_->cmdConnectCancel, &QPushButton::clicked, this,
+          [&connection] { connection.cmdConnectCancel_Click(); });
   ui_->cmbConnectServer->Attach(servers.Entries());
   connect(ui_->cmbConnectServer, &ListComboBox::Picked, this,
           [&servers](std::optional<size_t> row) { servers.cmbConnectServer_Click(row); });
@@ -71,10 +79,19 @@ void ConnectionPanel::SetNickFieldsEnabled(bool enabled) {
   ui_->txtAlternateNick->setEnabled(enabled);
 }
 
-void ConnectionPanel::SetAlternateNick(const QString& nick) {
-  ui_->txtAlternateNick->setText(nick);
+void ConnectionPanel::SetAlternateNick(const std::string& nick) {
+  ui_->txtAlternateNick->setText(ToQString(nick));
 }
 
-void ConnectionPanel::SetLoginStatus(const QString& text) { ui_->lblStatus->setText(text); }
+void ConnectionPanel::SetLoginStatus(const std::string& text) {
+  ui_->lblStatus->setText(ToQString(text));
+}
+
+void ConnectionPanel::ShowCancelButton(bool shown) { ui_->cmdConnectCancel->setVisible(shown); }
+
+void ConnectionPanel::SetConnectTrouble(const std::string& text) {
+  ui_->lblConnectTrouble->setText(ToQString(text));
+  ui_->lblConnectTrouble->setVisible(!text.empty());
+}
 
 }  // namespace brindle

@@ -14,7 +14,7 @@ class ConnectionPanel;
 
 namespace brindle {
 
-class ConnectionPanel : public QWidget, public IrcServersView {
+class ConnectionPanel : public QWidget, public ConnectView, public IrcServersView {
   Q_OBJECT
 
  public:
@@ -30,12 +30,13 @@ class ConnectionPanel : public QWidget, public IrcServersView {
   std::optional<size_t> SelectedServer() const;
   void SelectServer(std::optional<size_t> row);
 
+  void SetConnectButton(ConnectCaption caption, bool enabled) override;
+  void ShowCancelButton(bool shown) override;
+  void SetNickFieldsEnabled(bool enabled) override;
+  void SetAlternateNick(const std::string& nick) override;
+  void SetLoginStatus(const std::string& text) override;
+  void SetConnectTrouble(const std::string& text) override;
   void SetPort(const std::string& text) override;
-
-  void SetConnectButton(ConnectCaption caption, bool enabled);
-  void SetNickFieldsEnabled(bool enabled);
-  void SetAlternateNick(const QString& nick);
-  void SetLoginStatus(const QString& text);
 
  signals:
   void CheckForUpdateClicked();

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 
 #include "base/text.h"
+#include "ui/one_line.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
@@ -52,7 +53,7 @@ std::optional<std::string> QtDialogs::Input(const std::string& prompt) {
       QInputDialog::getText(QApplication::activeWindow(), "Brindle", WithLineFeeds(prompt),
                             QLineEdit::Normal, {}, &accepted);
   if (!accepted) return std::nullopt;
-  return answer.toStdString();
+  return WithoutControls(answer).toStdString();
 }
 
 std::optional<std::string> QtDialogs::OpenFile(const std::string& filter) {

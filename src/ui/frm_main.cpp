@@ -15,6 +15,7 @@ namespace brindle {
 namespace {
 
 constexpr int kUptimeMilliseconds = 1000;
+constexpr int kHintMilliseconds = 30000;
 constexpr QSize kFirstSize{980, 640};
 constexpr QSize kLeastSize{720, 480};
 constexpr int kSideWidth = 190;
@@ -42,6 +43,10 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   connect(ui_->pnlInfo, &InfoPanel::ScreenNameEdited, ui_->pnlList, &ListPanel::SetScreenName);
   connect(ui_->pnlList, &ListPanel::ScreenNameEdited, ui_->pnlInfo, &InfoPanel::SetScreenName);
   connect(ui_->pnlList, &ListPanel::Hint, hintPanel_, &QLabel::setText);
+  hintTimer_.setSingleShot(true);
+  hintTimer_.setInterval(kHintMilliseconds);
+  connect(&hintTimer_, &QTimer::timeout, hintPanel_, &QLabel::clear);
+  ConnectOptions();
   new HoverGuide(
       *this, [this](const std::string& hint) { ShowHint(hint); },
       [this](const std::string& help) { ui_->pnlOptions->SetQuickHelp(ToQString(help)); });
@@ -99,7 +104,8 @@ bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
   if (watched == ui_->cmbSend && event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);
     // With Alt, the keys open the list.
-    return !key->modifiers().testFlag(Qt::AltModifier) && WalkHistory(key->key());
+    if (key->modifiers().testFlag(Qt::AltModifier)) return false;
+    return WalkHistory(key->key()) || ScrollChat(*key);
   }
   return QMainWindow::eventFilter(watched, event);
 }
@@ -108,9 +114,17 @@ bool FrmMain::WalkHistory(int key) {
   if (key == Qt::Key_Up) {
     outgoing_->cmbSend_Up(ui_->cmbSend->currentText().toStdString());
   } else if (key == Qt::Key_Down) {
-    outgoing_->cmbSend_Down();
+    outgoing_->cmbSend_Down(ui_->cmbSend->currentText().toStdString());
   }
   return key == Qt::Key_Up || key == Qt::Key_Down;
+}
+
+bool FrmMain::ScrollChat(const QKeyEvent& key) {
+  if (key.key() != Qt::Key_PageUp && key.key() != Qt::Key_PageDown) return false;
+  const bool status = ui_->tabMain->currentIndex() == static_cast<int>(Tab::kStatus);
+  QKeyEvent forwarded(key.type(), key.key(), key.modifiers());
+  QCoreApplication::sendEvent(status ? ui_->txtStatus : ui_->txtChannel, &forwarded);
+  return true;
 }
 
 void FrmMain::HoldPumpDuringSelection(bool selecting) {
@@ -122,41 +136,20 @@ void FrmMain::HoldPumpDuringSelection(bool selecting) {
   }
 }
 
-void FrmMain::AttachOptions(OptionsPage& page, const Options& options) {
-  options_ = &options;
-  ui_->pnlOptions->Attach(page);
+void FrmMain::ConnectOptions() {
   connect(ui_->tabMain, &QTabWidget::currentChanged, this, &FrmMain::PlaceRoomView);
+  connect(ui_->pnlOptions, &OptionsPanel::TopmostChanged, this, &FrmMain::SetTopmost);
+  connect(ui_->pnlOptions, &OptionsPanel::RoomOnListTabChanged, this, [this](bool shown) {
+    roomOnListTab_ = shown;
+    PlaceRoomView();
+  });
+  connect(ui_->pnlOptions, &OptionsPanel::ColoursChanged, this, &FrmMain::ShowColours);
 }
-
-void FrmMain::ShowOptions() {
-  OptionsPanel& panel = *ui_->pnlOptions;
-  panel.ShowGroup(kMiscOptions, *options_);
-  panel.ShowSounds(*options_);
-  panel.ShowGroup(kListOptions, *options_);
-  panel.ShowGroup(kRoomOptions, *options_);
-  panel.ShowGroup(kFindOptions, *options_);
-  panel.ShowFindDays(*options_);
-  for (ColourSlot slot : {ColourSlot::kListForecolor, ColourSlot::kListBackcolor,
-                          ColourSlot::kRoomForecolor, ColourSlot::kRoomBackcolor}) {
-    ShowColour(slot, options_->*kColourOptions[static_cast<size_t>(slot)].colour);
-  }
-}
-
-void FrmMain::EnableRequestAccessCode(bool enabled) {
-  ui_->pnlOptions->EnableRequestAccessCode(enabled);
-}
-
-void FrmMain::EnableFindDays(bool enabled) { ui_->pnlOptions->EnableFindDays(enabled); }
 
 void FrmMain::SetTopmost(bool topmost) {
   // On the window of the desktop, where there is one: the widget's own flag would hide the window.
   if (windowHandle() != nullptr) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
   if (!isVisible()) setWindowFlag(Qt::WindowStaysOnTopHint, topmost);
-}
-
-void FrmMain::ShowRoomOnListTab(bool shown) {
-  roomOnListTab_ = shown;
-  PlaceRoomView();
 }
 
 void FrmMain::PlaceRoomView() {
@@ -172,21 +165,14 @@ void FrmMain::PlaceRoomView() {
   ui_->txtChannel->show();
 }
 
-void FrmMain::SetSoundPath(SoundSlot slot, const std::string& path) {
-  ui_->pnlOptions->SetSoundPath(slot, ToQString(path));
-}
-
-void FrmMain::ShowColour(ColourSlot slot, Colour colour) {
-  ui_->pnlOptions->SetSwatch(slot, colour);
-  if (slot == ColourSlot::kRoomBackcolor) {
-    ui_->txtChannel->SetBackColour(colour);
-  } else if (slot != ColourSlot::kRoomForecolor) {
-    ui_->pnlList->SetColours(options_->listForecolor, options_->listBackcolor);
-  }
+void FrmMain::ShowColours(const Options& options) {
+  ui_->txtChannel->SetBackColour(options.roomBackcolor);
+  ui_->pnlList->SetColours(options.listForecolor, options.listBackcolor);
 }
 
 ChatTextView& FrmMain::StatusView() { return *ui_->txtStatus; }
 ChatTextView& FrmMain::RoomView() { return *ui_->txtChannel; }
+OptionsPanel& FrmMain::OptionsControls() { return *ui_->pnlOptions; }
 HelpPage& FrmMain::Help() { return *ui_->webHelp; }
 ConnectionPanel& FrmMain::Connection() { return *ui_->pnlConnection; }
 ListPanel& FrmMain::List() { return *ui_->pnlList; }
@@ -201,23 +187,7 @@ void FrmMain::SetScreenName(const QString& name) {
   ui_->pnlList->SetScreenName(name);
 }
 
-void FrmMain::SetConnectButton(ConnectCaption caption, bool enabled) {
-  ui_->pnlConnection->SetConnectButton(caption, enabled);
-}
-
-void FrmMain::SetNickFieldsEnabled(bool enabled) {
-  ui_->pnlConnection->SetNickFieldsEnabled(enabled);
-}
-
-void FrmMain::SetAlternateNick(const std::string& nick) {
-  ui_->pnlConnection->SetAlternateNick(ToQString(nick));
-}
-
 void FrmMain::SetStatusPanel(const std::string& text) { statusPanel_->setText(ToQString(text)); }
-
-void FrmMain::SetLoginStatus(const std::string& text) {
-  ui_->pnlConnection->SetLoginStatus(ToQString(text));
-}
 
 void FrmMain::SetWindowCaption(const std::string& text) { setWindowTitle(ToQString(text)); }
 
@@ -229,7 +199,10 @@ void FrmMain::SetRtbMonitor(const std::string& text) { lblRTBSizePeak_->setText(
 
 void FrmMain::FocusSendBox() { ui_->cmbSend->setFocus(); }
 
-void FrmMain::ShowHint(const std::string& text) { hintPanel_->setText(ToQString(text)); }
+void FrmMain::ShowHint(const std::string& text) {
+  hintPanel_->setText(ToQString(text));
+  hintTimer_.start();
+}
 
 void FrmMain::SetSendText(const std::string& text) { ui_->cmbSend->setEditText(ToQString(text)); }
 

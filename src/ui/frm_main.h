@@ -8,19 +8,17 @@
 #include <QTimer>
 #include <memory>
 
-#include "irc/channels.h"
-#include "irc/connection.h"
 #include "irc/line_pump.h"
 #include "irc/outgoing_text.h"
-#include "irc/response_parser.h"
-#include "mail/requests.h"
-#include "settings/options_page.h"
+#include "irc/window_view.h"
+#include "settings/options.h"
 #include "ui/channels_panel.h"
 #include "ui/chat_text_view.h"
 #include "ui/connection_panel.h"
 #include "ui/help_page.h"
 #include "ui/info_panel.h"
 #include "ui/list_panel.h"
+#include "ui/options_panel.h"
 #include "ui/who_panel.h"
 
 namespace Ui {
@@ -32,14 +30,7 @@ namespace brindle {
 // The tabs of tabMain.
 enum class Tab { kStatus = 0, kRoom, kList, kInfo, kConnection, kOptions, kHelp };
 
-class FrmMain : public QMainWindow,
-                public ConnectionView,
-                public PumpView,
-                public RoomTab,
-                public ChannelsView,
-                public RequestsView,
-                public SendBoxView,
-                public OptionsPageView {
+class FrmMain : public QMainWindow, public WindowView {
   Q_OBJECT
 
  public:
@@ -53,9 +44,8 @@ class FrmMain : public QMainWindow,
 
   ChatTextView& StatusView();
   ChatTextView& RoomView();
-  void AttachOptions(OptionsPage& page, const Options& options);
-  // Shows all options and lets them take effect.
-  void ShowOptions();
+  // The controls of the options page, and what they change in this window.
+  OptionsPanel& OptionsControls();
 
   HelpPage& Help();
   ConnectionPanel& Connection();
@@ -67,24 +57,15 @@ class FrmMain : public QMainWindow,
   void ShowTab(Tab tab);
   void SetScreenName(const QString& name);
 
-  void SetConnectButton(ConnectCaption caption, bool enabled) override;
-  void SetNickFieldsEnabled(bool enabled) override;
-  void SetAlternateNick(const std::string& nick) override;
   void SetStatusPanel(const std::string& text) override;
-  void SetLoginStatus(const std::string& text) override;
   void SetWindowCaption(const std::string& text) override;
   void SetBufferMonitor(const std::string& text) override;
   void SetRtbMonitor(const std::string& text) override;
   void Show_RoomTab() override { ShowTab(Tab::kRoom); }
   void FocusSendBox() override;
-  void ShowHint(const std::string& text) override;
   void SetSendText(const std::string& text) override;
-  void EnableRequestAccessCode(bool enabled) override;
-  void EnableFindDays(bool enabled) override;
-  void SetTopmost(bool topmost) override;
-  void ShowRoomOnListTab(bool shown) override;
-  void SetSoundPath(SoundSlot slot, const std::string& path) override;
-  void ShowColour(ColourSlot slot, Colour colour) override;
+  // Goes by itself after a while.
+  void ShowHint(const std::string& text) override;
 
  signals:
   // The user closes the window.
@@ -96,10 +77,15 @@ class FrmMain : public QMainWindow,
 
  private:
   void BuildStatusBar();
+  void ConnectOptions();
+  void SetTopmost(bool topmost);
+  void ShowColours(const Options& options);
   // Puts the room view where the shown tab wants it.
   void PlaceRoomView();
   // True when the key belongs to the history of the send box.
   bool WalkHistory(int key);
+  // True when the key scrolls a chat view, which it then does.
+  bool ScrollChat(const QKeyEvent& key);
   void HoldPumpDuringSelection(bool selecting);
 
   std::unique_ptr<Ui::FrmMain> ui_;
@@ -109,9 +95,9 @@ class FrmMain : public QMainWindow,
   QLabel* lblRTBSizePeak_ = nullptr;
   QTimer tmrProcess_;
   QTimer uptimeTimer_;
+  QTimer hintTimer_;
   LinePump* pump_ = nullptr;
   OutgoingText* outgoing_ = nullptr;
-  const Options* options_ = nullptr;
   bool roomOnListTab_ = false;
   bool held_ = false;  // a mouse selection is under way
 };

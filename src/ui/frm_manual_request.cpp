@@ -1,8 +1,11 @@
 #include "ui/frm_manual_request.h"
 
+#include <QCompleter>
+#include <QLineEdit>
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include "ui/one_line.h"
 #include "ui/qt_text.h"
 #include "ui_frm_manual_request.h"
 
@@ -22,6 +25,11 @@ FrmManualRequest::FrmManualRequest(ManualRequest& manualRequest,
       manualRequest_(manualRequest) {
   setAttribute(Qt::WA_DeleteOnClose);
   ui_->setupUi(this);
+  // It would put known handles in place of what is being typed.
+  ui_->cmbRequestFrom->setCompleter(nullptr);
+  KeepOneLine(*ui_->cmbRequestFrom->lineEdit());
+  KeepOneLine(*ui_->txtRequest);
+  KeepOneLine(*ui_->txtManualAOLSN);
   ui_->lstRequests->setHeaderLabels({"Server", "Mail #"});
   for (const std::string& handle : handles.Items()) {
     ui_->cmbRequestFrom->addItem(ToQString(handle));

@@ -1,6 +1,7 @@
 #include "ui/info_panel.h"
 
 #include "ui/observed_list_model.h"
+#include "ui/one_line.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
 #include "ui_info_panel.h"
@@ -10,6 +11,9 @@ namespace brindle {
 InfoPanel::InfoPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::InfoPanel>()), mnuCommands_("Commands", this) {
   ui_->setupUi(this);
+  for (QLineEdit* field : {ui_->txtInfoAOLSN, ui_->txtAccessCode}) {
+    KeepOneLine(*field);
+  }
   mnuCommands_.setObjectName("mnuCommands");
   tmrAD_.setObjectName("tmrAD");
   tmrAD_.setInterval(Advertisement::kTickMilliseconds);

@@ -2,6 +2,7 @@
 
 #include <QShortcut>
 
+#include "ui/one_line.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
 #include "ui_list_panel.h"
@@ -13,6 +14,9 @@ ListPanel::ListPanel(QWidget* parent)
       mnuLoadList_("Load List", this),
       mnuSelect_("Select", this) {
   ui_->setupUi(this);
+  for (QLineEdit* field : {ui_->txtListServer, ui_->txtListAOLSN}) {
+    KeepOneLine(*field);
+  }
   mnuLoadList_.setObjectName("mnuLoadList");
   mnuSelect_.setObjectName("mnuSelect");
   connect(ui_->txtListAOLSN, &QLineEdit::textEdited, this, &ListPanel::ScreenNameEdited);

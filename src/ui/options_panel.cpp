@@ -184,15 +184,30 @@ QGroupBox* OptionsPanel::BuildColours() {
   return frame;
 }
 
-void OptionsPanel::Attach(OptionsPage& page) { page_ = &page; }
+void OptionsPanel::Attach(OptionsPage& page, const Options& options) {
+  page_ = &page;
+  options_ = &options;
+}
+
+void OptionsPanel::ShowAll() {
+  ShowGroup(kMiscOptions);
+  ShowSounds();
+  ShowGroup(kListOptions);
+  ShowGroup(kRoomOptions);
+  ShowGroup(kFindOptions);
+  cmbOptionsFinds_->setCurrentIndex(options_->findDaysIndex);
+  for (size_t slot = 0; slot < kColourOptions.size(); ++slot) {
+    ShowColour(static_cast<ColourSlot>(slot), options_->*kColourOptions[slot].colour);
+  }
+}
 
 QCheckBox* OptionsPanel::Box(const OptionGroup& group, size_t index) const {
   return findChild<QCheckBox*>(Indexed(ControlOf(group), index));
 }
 
-void OptionsPanel::ShowGroup(const OptionGroup& group, const Options& options) {
+void OptionsPanel::ShowGroup(const OptionGroup& group) {
   for (size_t i = 0; i < group.boxes.size(); ++i) {
-    const bool on = options.*(group.boxes[i].state);
+    const bool on = options_->*(group.boxes[i].state);
     QCheckBox* box = Box(group, i);
     // A box that already stands so raises no signal, but its effect must hold all the same.
     if (box->isChecked() == on) page_->BoxClicked(group, i, on);
@@ -200,17 +215,13 @@ void OptionsPanel::ShowGroup(const OptionGroup& group, const Options& options) {
   }
 }
 
-void OptionsPanel::ShowSounds(const Options& options) {
+void OptionsPanel::ShowSounds() {
   // A copy: each control that changes writes its option.
-  const std::array<SoundOption, kSoundSlots> sounds = options.sounds;
+  const std::array<SoundOption, kSoundSlots> sounds = options_->sounds;
   for (size_t i = 0; i < kSoundSlots; ++i) {
     soundBoxes_[i]->setChecked(sounds[i].on);
     soundPaths_[i]->setText(ToQString(sounds[i].path));
   }
-}
-
-void OptionsPanel::ShowFindDays(const Options& options) {
-  cmbOptionsFinds_->setCurrentIndex(options.findDaysIndex);
 }
 
 void OptionsPanel::EnableRequestAccessCode(bool enabled) {
@@ -220,13 +231,14 @@ void OptionsPanel::EnableRequestAccessCode(bool enabled) {
 
 void OptionsPanel::EnableFindDays(bool enabled) { cmbOptionsFinds_->setEnabled(enabled); }
 
-void OptionsPanel::SetSoundPath(SoundSlot slot, const QString& path) {
-  soundPaths_[static_cast<size_t>(slot)]->setText(path);
+void OptionsPanel::SetSoundPath(SoundSlot slot, const std::string& path) {
+  soundPaths_[static_cast<size_t>(slot)]->setText(ToQString(path));
 }
 
-void OptionsPanel::SetSwatch(ColourSlot slot, Colour colour) {
+void OptionsPanel::ShowColour(ColourSlot slot, Colour colour) {
   swatches_[static_cast<size_t>(slot)]->setStyleSheet(
       QString("background-color: %1; border: 1px solid gray;").arg(ToQColor(colour).name()));
+  emit ColoursChanged(*options_);
 }
 
 void OptionsPanel::SetQuickHelp(const QString& text) { lblQuickHelp_->setText(text); }

@@ -19,25 +19,32 @@ class QVBoxLayout;
 
 namespace brindle {
 
-class OptionsPanel : public QWidget {
+class OptionsPanel : public QWidget, public OptionsPageView {
   Q_OBJECT
 
  public:
   explicit OptionsPanel(QWidget* parent = nullptr);
 
-  void Attach(OptionsPage& page);
+  void Attach(OptionsPage& page, const Options& options);
 
-  // Puts the options into the controls of one part. Boxes take effect as if clicked.
-  void ShowGroup(const OptionGroup& group, const Options& options);
-  void ShowSounds(const Options& options);
-  void ShowFindDays(const Options& options);
+  // Puts all options into their controls. Boxes and colours take effect as if clicked.
+  void ShowAll();
 
-  void EnableRequestAccessCode(bool enabled);
-  void EnableFindDays(bool enabled);
-  void SetSoundPath(SoundSlot slot, const QString& path);
-  void SetSwatch(ColourSlot slot, Colour colour);
   // The paragraph of help in lblQuickHelp.
   void SetQuickHelp(const QString& text);
+
+  void EnableRequestAccessCode(bool enabled) override;
+  void EnableFindDays(bool enabled) override;
+  void SetTopmost(bool topmost) override { emit TopmostChanged(topmost); }
+  void ShowRoomOnListTab(bool shown) override { emit RoomOnListTabChanged(shown); }
+  void SetSoundPath(SoundSlot slot, const std::string& path) override;
+  void ShowColour(ColourSlot slot, Colour colour) override;
+
+ signals:
+  // What options change in the window around.
+  void TopmostChanged(bool topmost);
+  void RoomOnListTabChanged(bool shown);
+  void ColoursChanged(const Options& options);
 
  protected:
   // Two columns side by side where there is room for both, else one below the other.
@@ -51,6 +58,8 @@ class OptionsPanel : public QWidget {
   QGroupBox* BuildFinds();
   QGroupBox* BuildColours();
   QCheckBox* Box(const OptionGroup& group, size_t index) const;
+  void ShowGroup(const OptionGroup& group);
+  void ShowSounds();
 
   QBoxLayout* columns_ = nullptr;
   std::array<QLineEdit*, kSoundSlots> soundPaths_{};
@@ -59,6 +68,7 @@ class OptionsPanel : public QWidget {
   QComboBox* cmbOptionsFinds_ = nullptr;
   QLabel* lblQuickHelp_ = nullptr;
   OptionsPage* page_ = nullptr;
+  const Options* options_ = nullptr;
 };
 
 }  // namespace brindle

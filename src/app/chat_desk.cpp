@@ -1,0 +1,66 @@
+#include "app/chat_desk.h"
+
+namespace brindle {
+namespace {
+
+constexpr int kSendMilliseconds = 10;
+constexpr int kConnectMilliseconds = 250;
+constexpr int kFarewellMilliseconds = 500;
+
+}  // namespace
+
+ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& machine,
+                   const std::string& webAddress)
+    : window_(window),
+      display_(window.StatusView(), window.RoomView(), stored.options),
+      pump_({queue_, window}, session_, {stored.options, machine.clock}, display_, machine.sounds),
+      connection_(session_, wsChat_, queue_, {window.Connection(), window, machine.dialogs},
+                  machine.clock, webAddress),
+      lines_(session_, connection_, machine.clock),
+      voice_(session_, lines_, {queue_, window}, {stored.options, machine.clock}),
+      parser_(session_, connection_, lines_, who_, {queue_, window},
+              {stored.options, machine.clock}),
+      channels_(session_, connection_, stored.options, window, machine.dialogs),
+      servers_(window.Connection(), machine.dialogs),
+      outgoing_(connection_, voice_, {queue_, window}, {stored.options, machine.clock},
+                machine.dialogs) {
+  wsChat_.SetListener(connection_);
+  connection_.SetReceiver([this](std::string_view received, std::string& currentNick) {
+    parser_.Parse_Response(received, currentNick);
+  });
+  window.AttachSendBox(outgoing_);
+  window.Connection().Attach(connection_, servers_);
+  window.ChannelList().Attach(channels_);
+  window.Who().Attach(who_);
+
+  tmrSend_.setInterval(kSendMilliseconds);
+  tmrSend_.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&tmrSend_, &QTimer::timeout, &tmrSend_, [this] {
+    lines_.tmrSend_Timer();
+    if (turn_) turn_();
+    if (!lines_.IsBusy()) tmrSend_.stop();
+  });
+  lines_.OnBusy([this] { tmrSend_.start(); });
+  tmrConnect_.setInterval(kConnectMilliseconds);
+  QObject::connect(&tmrConnect_, &QTimer::timeout, &tmrConnect_, [this] {
+    connection_.tmrConnect_Timer();
+    if (!connection_.IsWaiting()) tmrConnect_.stop();
+  });
+  connection_.OnWaiting([this] { tmrConnect_.start(); });
+}
+
+void ChatDesk::Reset() {
+  while (queue_.Pending() > 0) queue_.Take();
+  wsChat_.Close();
+}
+
+void ChatDesk::Close() {
+  // Nothing is left for a session that never began.
+  if (connection_.ButtonCaption() == ConnectCaption::kDisconnect) {
+    connection_.cmdConnect_Click(window_.Connection().Fields());
+    wsChat_.Flush(kFarewellMilliseconds);
+  }
+  wsChat_.Close();
+}
+
+}  // namespace brindle

@@ -1,0 +1,80 @@
+#include "app/mail_desk.h"
+
+#include "ui/qt_text.h"
+
+namespace brindle {
+namespace {
+
+// Brings a window to the user, wherever it was.
+void BringUp(QWidget& window) {
+  if (window.isMinimized()) window.showNormal();
+  window.show();
+  window.raise();
+  window.activateWindow();
+}
+
+}  // namespace
+
+MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
+                   const Machine& machine, const std::string& webHost)
+    : window_(window),
+      chat_(chat),
+      handles_(machine.dialogs),
+      commands_(chat.Voice(), machine.dialogs),
+      detection_(chat.Voice(), chat.Queue(), {stored.options, machine.clock}, handles_,
+                 [this] { return window_.Info().ScreenName().toStdString(); }),
+      advertisement_(chat.CurrentSession(), chat.Voice(), window.Info(), webHost),
+      loader_(machine.dialogs, machine.events, window.List(), mailList_),
+      selection_(machine.dialogs),
+      stack_(chat.CurrentSession(), chat.Voice(), chat.Lines(), window, machine.clock),
+      requests_(mailList_, stack_, chat.Voice(), stored.options, machine.dialogs),
+      manualRequest_(stack_, chat.Voice(), machine.dialogs),
+      storedResults_(stored.settings, machine.files, stored.paths.finds, stored.options,
+                     machine.clock),
+      results_(mailList_, window.List(), storedResults_, machine.dialogs, machine.clock,
+               machine.events) {
+  chat.SetScanner([this](std::string_view line, Origin origin) { detection_.Scan(line, origin); });
+  chat.OnTurn([this] { stack_.tmrRequest_Timer(); });
+  chat.Parser().OnRefusedLine([this](const std::string& reason) { stack_.LineRefused(reason); });
+  stack_.OnProgress([this](const std::optional<RunProgress>& progress) { ShowProgress(progress); });
+  window.Info().Attach(handles_, commands_, advertisement_);
+  window.List().Attach(mailList_, loader_, selection_, requests_);
+  QObject::connect(&window.List(), &ListPanel::ManualRequestClicked, &window,
+                   [this] { ShowManualRequest(); });
+  QObject::connect(&window.List(), &ListPanel::FindClicked, &window, [this] { ShowResults(); });
+}
+
+void MailDesk::Close() {
+  stack_.Stop();
+  loader_.Stop();
+  if (!resultsWindow_.isNull()) results_.Save(resultsWindow_->Geometry());
+}
+
+void MailDesk::ShowManualRequest() {
+  if (manualRequestWindow_.isNull()) {
+    manualRequestWindow_ = new FrmManualRequest(manualRequest_, handles_.Items(),
+                                                window_.List().ScreenName(), &window_);
+  }
+  BringUp(*manualRequestWindow_);
+}
+
+void MailDesk::ShowResults() {
+  if (!results_.cmdFind_Click()) return;
+  if (resultsWindow_.isNull()) {
+    resultsWindow_ = new FrmResults(
+        results_, selection_,
+        [this](const SelectTarget& target, const QWidget& button) {
+          window_.List().PopUpSelectFor(target, button);
+        },
+        &window_);
+  }
+  BringUp(*resultsWindow_);
+}
+
+void MailDesk::ShowProgress(const std::optional<RunProgress>& progress) {
+  if (!progress) return;
+  window_.ShowHint("Requesting " + progress->what + " (" + std::to_string(progress->sent) + " of " +
+                   std::to_string(progress->lines) + ")...");
+}
+
+}  // namespace brindle

@@ -1,0 +1,20 @@
+#pragma once
+// How chat lines begin.
+
+#include <string>
+
+#include "base/clock.h"
+#include "settings/options.h"
+
+namespace brindle {
+
+// What decides it: the options, and the time that a line may carry.
+struct ChatStyle {
+  const Options& options;
+  const Clock& clock;
+};
+
+// CR LF, and "[3:07pm] " in colours when chat lines carry the time; with room for `more` bytes.
+std::string ChatLineStart(const ChatStyle& style, size_t more = 0);
+
+}  // namespace brindle

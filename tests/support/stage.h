@@ -1,0 +1,134 @@
+#pragma once
+// What stands around the program's logic in a test: window, panel, boxes, socket, sounds and time.
+// Each writes every call as a few words into one journal, in order, so that a case is a row: what
+// was done, and the journal that must come of it.
+
+#include <ctime>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/dialogs.h"
+#include "base/sound_player.h"
+#include "base/text.h"
+#include "irc/chat_colours.h"
+#include "irc/chat_socket.h"
+#include "irc/connection.h"
+#include "irc/output_queue.h"
+#include "irc/window_view.h"
+
+namespace brindle {
+
+// A text made readable: "^C" for the colour mark, "^B" for bold, "|" for our line break.
+inline std::string Readable(std::string_view text) {
+  std::string readable = JoinFrom(Split(text, "\003"), 0, "^C");
+  readable = JoinFrom(Split(readable, "\002"), 0, "^B");
+  return JoinFrom(Split(readable, kCrLf), 0, "|");
+}
+
+class Stage : public WindowView,
+              public ConnectView,
+              public Dialogs,
+              public ChatSocket,
+              public SoundPlayer,
+              public Clock,
+              public EventPump {
+ public:
+  void Note(const std::string& words) { journal_.push_back(words); }
+
+  // What was written since the last time, a line each.
+  std::string Taken() {
+    const std::vector<std::string> taken = std::exchange(journal_, {});
+    return JoinFrom({taken.begin(), taken.end()}, 0, "\n");
+  }
+
+  // Writes each line that is queued at once: "2|^C1<me> hi".
+  void Watch(OutputQueue& queue) {
+    queue.OnQueued([this, &queue] {
+      const OutputQueue::Line line = queue.Take();
+      Note(std::to_string(static_cast<int>(line.kind)) + Readable(line.text));
+      if (onLine) onLine(line);
+    });
+  }
+
+  void SetStatusPanel(const std::string& text) override { Note("panel " + text); }
+  void SetWindowCaption(const std::string& text) override { Note("caption " + text); }
+  void SetBufferMonitor(const std::string& text) override { Note("pending " + text); }
+  void SetRtbMonitor(const std::string& text) override { Note("shown " + text); }
+  void Show_RoomTab() override { Note("room tab"); }
+  void FocusSendBox() override { Note("focus"); }
+  void SetSendText(const std::string& text) override { Note("box '" + text + "'"); }
+  void ShowHint(const std::string& text) override { Note("hint " + text); }
+
+  void SetConnectButton(ConnectCaption caption, bool enabled) override {
+    Note(std::string("button ") + (caption == ConnectCaption::kConnect ? "Connect" : "Disconnect") +
+         (enabled ? "" : " off"));
+  }
+  void ShowCancelButton(bool shown) override { Note(shown ? "cancel" : "no cancel"); }
+  void SetNickFieldsEnabled(bool enabled) override { Note(enabled ? "nicks" : "no nicks"); }
+  void SetAlternateNick(const std::string& nick) override { Note("alternate " + nick); }
+  void SetLoginStatus(const std::string& text) override { Note("login " + text); }
+  void SetConnectTrouble(const std::string& text) override { Note("trouble " + text); }
+
+  void Notice(Icon icon, const std::string& text) override { Note(Sign(icon) + text); }
+  bool Question(Icon icon, const std::string& text) override {
+    Note(Sign(icon) + text);
+    return Answer().has_value();
+  }
+  std::optional<std::string> Input(const std::string& prompt) override {
+    Note("? " + prompt);
+    return Answer();
+  }
+  std::optional<std::string> OpenFile(const std::string& filter) override { return Input(filter); }
+  std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
+
+  void Connect(const std::string& host, int port) override {
+    Note("connect " + host + " " + std::to_string(port));
+  }
+  void Close() override {
+    Note("close");
+    open = false;
+  }
+  void Send(std::string_view bytes) override {
+    if (!open) return;
+    // Only the line end that belongs there is taken off: any other shows up in the comparison.
+    const bool ended = bytes.ends_with(kCrLf);
+    sentAt.push_back(ticks);
+    Note("> " + (ended ? Readable(bytes.substr(0, bytes.size() - 2)) : "no line end"));
+  }
+  bool IsConnected() const override { return open; }
+
+  void Play(const std::string& path) override { Note("play " + path); }
+
+  TickCount Ticks() const override { return ticks; }
+  std::tm LocalTime() const override {
+    std::tm time{};
+    time.tm_hour = 15;
+    time.tm_min = 7;
+    return time;
+  }
+  void LetEventsRun(int) override {}
+
+  bool open = false;  // the socket
+  TickCount ticks = 1'000'000;
+  std::vector<TickCount> sentAt;                   // of each line sent
+  std::deque<std::optional<std::string>> answers;  // to boxes; nothing cancels
+  std::function<void(const OutputQueue::Line&)> onLine;
+
+ private:
+  static std::string Sign(Icon icon) { return std::string(1, "i!x"[static_cast<int>(icon)]) + " "; }
+  std::optional<std::string> Answer() {
+    if (answers.empty()) return std::nullopt;
+    std::optional<std::string> answer = std::move(answers.front());
+    answers.pop_front();
+    return answer;
+  }
+
+  std::vector<std::string> journal_;
+};
+
+}  // namespace brindle
