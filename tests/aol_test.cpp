@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
-#include <optional>
-#include <string>
+#include <stop_token>
 #include <vector>
 
 #include "aol/screen_name.h"
@@ -12,170 +12,110 @@
 namespace brindle {
 namespace {
 
-class MemoryWindows : public WindowTree, public EventPump {
- public:
-  // A window under `parent`; 0 for a top-level one.
-  Window Add(Window parent, const std::string& className, const std::string& caption = "") {
-    nodes_.push_back({parent, className, caption});
-    return nodes_.size();
-  }
+constexpr const char* kParts[] = {"_AOL_Static", "_AOL_Glyph", "RICHCNTLSTATIC", "_AOL_Icon"};
 
-  void Add(Window parent, const std::string& className, int count) {
-    for (int i = 0; i < count; ++i) Add(parent, className);
-  }
+struct Child {
+  std::string caption;
+  int parts[4] = {1, 2, 2, 26};
+};
+
+// A frame with its document area and documents. A document's number is a multiple of kChild, and
+// its parts are counted from there, those of each class alike.
+class Desktop : public WindowTree, public EventPump {
+ public:
+  static constexpr Window kFrame = 1, kArea = 2, kChild = 100;
 
   Window FindTopLevel(const std::string& className) override {
-    return Find(0, 0, className, std::nullopt);
+    return className == frame ? kFrame : 0;
   }
-
   Window FindChild(Window parent, Window after, const std::string& className,
                    const std::optional<std::string>& title) override {
     EXPECT_NE(parent, 0U) << "would search the windows of everybody";
-    return Find(parent, after, className, title);
+    if (parent == kFrame) return className == area ? kArea : 0;
+    if (parent == kArea) {
+      EXPECT_EQ(className, "AOL Child");
+      const auto fits = [&](const Child& child) { return !title || child.caption == *title; };
+      const auto begin = children.begin() + static_cast<int>(after / kChild);
+      const auto found = std::find_if(begin, children.end(), fits);
+      if (found == children.end() || (after != 0 && after == gone)) return 0;
+      return static_cast<Window>(found - children.begin() + 1) * kChild;
+    }
+    const auto part = std::find(std::begin(kParts), std::end(kParts), className) - kParts;
+    const Window next = (after == 0 ? parent : after) + 1;
+    const auto count = static_cast<Window>(children.at(parent / kChild - 1).parts[part]);
+    return next <= parent + count ? next : 0;
   }
-
-  std::string Caption(Window window) override { return nodes_.at(window - 1).caption; }
-
+  std::string Caption(Window window) override { return children.at(window / kChild - 1).caption; }
   void LetEventsRun(int) override {
     ++pumped;
     if (duringEvents) duringEvents();
   }
 
-  // The client closes the window while the walk is under way.
-  void Remove(Window window) { nodes_.at(window - 1).className.clear(); }
-
+  std::vector<Child> children;
+  std::string frame = "AOL Frame25", area = "MDIClient";
+  Window gone = 0;
   int pumped = 0;
   std::function<void()> duringEvents;
-
- private:
-  struct Node {
-    Window parent;
-    std::string className;
-    std::string caption;
-  };
-
-  Window Find(Window parent, Window after, const std::string& className,
-              const std::optional<std::string>& title) const {
-    if (after != 0 && nodes_.at(after - 1).className.empty()) return 0;
-    for (Window window = after + 1; window <= nodes_.size(); ++window) {
-      const Node& node = nodes_[window - 1];
-      if (node.parent == parent && node.className == className &&
-          (!title || node.caption == *title))
-        return window;
-    }
-    return 0;
-  }
-
-  std::vector<Node> nodes_;
 };
 
-struct Counts {
-  int statics = 1;
-  int glyphs = 2;
-  int richTexts = 2;
-  int icons = 26;
-};
-
-class AolTest : public testing::Test {
- protected:
-  void Client() {
-    windows.Add(0, "Notepad", "Welcome, Nobody!");
-    frame = windows.Add(0, "AOL Frame25", "America Online");
-    windows.Add(frame, "AOL Toolbar");
-    mdi = windows.Add(frame, "MDIClient");
-  }
-
-  WindowTree::Window Child(const std::string& caption, const Counts& counts = {}) {
-    const auto child = windows.Add(mdi, "AOL Child", caption);
-    windows.Add(child, "_AOL_Glyph", counts.glyphs);
-    windows.Add(child, "RICHCNTLSTATIC", counts.richTexts);
-    windows.Add(child, "_AOL_Icon", counts.icons);
-    windows.Add(child, "_AOL_Static", counts.statics);
-    return child;
-  }
-
-  MemoryWindows windows;
-  AolClient link{windows, windows};
-  WindowTree::Window frame = 0;
-  WindowTree::Window mdi = 0;
-};
-
-TEST_F(AolTest, CaptionsGiveTheName) {
-  const struct {
-    const char* caption;
-    const char* name;
-  } cases[] = {
+TEST(AolTest, CaptionsGiveTheName) {
+  const std::pair<const char*, const char*> cases[] = {
       {"Welcome, John Doe!", "John Doe"},
       {"AOL and Dell Welcome, JaneD!", " JaneD"},
       {"aol AND dell Welcome, JaneD!", " JaneD"},
       {"Welcome, Ren\xE9!", "Ren\xC3\xA9"},  // captions come in the Windows code page
       {"Welcome, !", ""},
-      // Too short for what is cut off.
-      {"Welcome, ", ""},
+      {"Welcome, ", ""},  // too short for what is cut off
       {"Welcome", ""},
       {"AOL and Dell Welcome,", ""},
-      // Not the welcome window.
       {"welcome, JohnDoe!", ""},
-      {"", ""},
   };
-  for (const auto& c : cases) {
-    MemoryWindows fresh;
-    windows = fresh;
-    Client();
-    Child(c.caption);
-    EXPECT_EQ(link.GetAolScreenName(), c.name) << c.caption;
+  for (const auto& [caption, name] : cases) {
+    Desktop desktop;
+    desktop.children = {{caption}};
+    EXPECT_EQ(AolClient(desktop, desktop).GetAolScreenName(), name) << caption;
   }
 }
 
-TEST_F(AolTest, DecoysWithFewerPartsArePassedBy) {
-  Client();
-  Child("Welcome, NoStatic!", {0, 2, 2, 26});
-  Child("Welcome, OneGlyph!", {1, 1, 2, 26});
-  Child("Welcome, OneRich!", {1, 2, 1, 26});
-  Child("Welcome, TooFewIcons!", {1, 2, 2, 25});
+TEST(AolTest, OnlyTheSignedOnWelcomeWindowCounts) {
+  Desktop desktop;
+  AolClient link(desktop, desktop);
   EXPECT_EQ(link.FindAolWelcomeWindow(), 0U);
+  desktop.children = {{"Welcome, A!", {0, 2, 2, 26}},
+                      {"Welcome, A!", {1, 1, 2, 26}},
+                      {"Welcome, A!", {1, 2, 1, 26}},
+                      {"Welcome, A!", {1, 2, 2, 25}}};
   EXPECT_EQ(link.GetAolScreenName(), "");
-  Child("Buddy List", {1, 2, 2, 40});
-  const auto welcome = Child("Welcome, John Doe!", {3, 4, 5, 60});
-  Child("Welcome, Second!");
-  EXPECT_EQ(link.FindAolWelcomeWindow(), welcome);
-  EXPECT_EQ(link.GetAolScreenName(), "John Doe");
-}
-
-TEST_F(AolTest, EventsRunBetweenTwoWindowsAndMayTakeThemAway) {
-  Client();
-  const auto first = Child("Mail");
-  Child("Welcome, John Doe!");
-  EXPECT_EQ(link.GetAolScreenName(), "John Doe");
-  EXPECT_EQ(windows.pumped, 1);
-  windows.duringEvents = [&] { windows.Remove(first); };
+  desktop.children.insert(desktop.children.end(),
+                          {{"Buddy List"}, {"Welcome, B!", {9, 9, 9, 99}}, {"Welcome, C!"}});
+  EXPECT_EQ(link.GetAolScreenName(), "B");
+  EXPECT_EQ(link.FindAolChild("Welcome, C!"), 7 * Desktop::kChild);
+  EXPECT_EQ(link.FindAolChild("Welcome"), 0U);
+  desktop.area = "another";
   EXPECT_EQ(link.GetAolScreenName(), "");
-}
-
-TEST_F(AolTest, NothingIsFoundWithoutTheClient) {
-  EXPECT_EQ(link.GetAolScreenName(), "");
-  // Windows that look like documents of a client without a frame or without a document area.
-  Child("Welcome, JohnDoe!");
-  EXPECT_EQ(link.FindAolChild("Welcome, JohnDoe!"), 0U);
-  frame = windows.Add(0, "AOL Frame25");
-  EXPECT_EQ(link.FindAolFrame(), frame);
+  desktop.frame = "another";
   EXPECT_EQ(link.FindAolMdiClient(), 0U);
-  EXPECT_EQ(link.GetAolScreenName(), "");
 }
 
-TEST(ScreenName, IsTheSignedOnUsersElseTheStoredOne) {
+TEST(AolTest, WhileEventsRunAWindowOrTheProgramMayGo) {
+  Desktop desktop;
+  desktop.children = {{"Mail"}, {"Mail"}, {"Welcome, A!"}};
+  std::stop_source ending;
+  AolClient link(desktop, desktop, ending.get_token());
+  EXPECT_EQ(link.GetAolScreenName(), "A");
+  EXPECT_EQ(desktop.pumped, 2);
+  desktop.duringEvents = [&] { desktop.gone = Desktop::kChild; };
+  EXPECT_EQ(link.GetAolScreenName(), "");
+  EXPECT_EQ(desktop.pumped, 3);
+  desktop.duringEvents = [&] { ending.request_stop(); };
+  desktop.gone = 0;
+  EXPECT_EQ(link.GetAolScreenName(), "");
+  EXPECT_EQ(desktop.pumped, 4);
+}
+
+TEST(AolTest, TheFieldShowsTheSignedOnUsersNameElseTheStoredOne) {
   EXPECT_EQ(ShownScreenName(" Jane D", "stored"), "janed");
   EXPECT_EQ(ShownScreenName("  ", " My Name"), "myname");
-}
-
-TEST_F(AolTest, ADocumentIsFoundByItsWholeCaption) {
-  Client();
-  const auto first = Child("Mail", {0, 0, 0, 0});
-  const auto second = Child("Mail 2", {0, 0, 0, 0});
-  EXPECT_EQ(link.FindAolChild(""), first);
-  EXPECT_EQ(link.FindAolChild("Mail 2"), second);
-  EXPECT_EQ(link.FindAolChild("Mai"), 0U);
-  EXPECT_EQ(link.GetWindowCaption(second), "Mail 2");
 }
 
 }  // namespace

@@ -41,6 +41,7 @@ WindowTree::Window AolClient::FindAolWelcomeWindow() {
   WindowTree::Window child = FindAolChild("");
   while (child != 0 && !IsWelcomeWindow(child)) {
     events_.LetEventsRun(0);
+    if (stop_.stop_requested()) return 0;
     child = windows_.FindChild(mdi, child, kChildClass, std::nullopt);
   }
   return child;

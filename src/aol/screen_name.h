@@ -2,8 +2,10 @@
 // The AOL link: when the AOL client runs and is signed on, the caption of its welcome window holds
 // the user's screen name.
 
+#include <stop_token>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "aol/window_tree.h"
 #include "base/clock.h"
@@ -12,7 +14,9 @@ namespace brindle {
 
 class AolClient {
  public:
-  AolClient(WindowTree& windows, EventPump& events) : windows_(windows), events_(events) {}
+  // `stop` ends the walk through the windows without a name.
+  AolClient(WindowTree& windows, EventPump& events, std::stop_token stop = {})
+      : windows_(windows), events_(events), stop_(std::move(stop)) {}
 
   // The client's frame, its document area, and a document window: the first one, or with a caption
   // the first one of exactly that caption. 0 when not found.
@@ -35,6 +39,7 @@ class AolClient {
 
   WindowTree& windows_;
   EventPump& events_;
+  std::stop_token stop_;
 };
 
 // What the fields show of it: the name of the signed-on user, else the stored one, without blanks

@@ -63,7 +63,7 @@ bool Program::Form_Load() {
   // 6. The paths are known since the program was made.
   // 7. The screen name.
   const std::unique_ptr<WindowTree> windows = NativeWindowTree();
-  AolClient aol(*windows, events_);
+  AolClient aol(*windows, events_, ending_.get_token());
   window_->SetScreenName(ToQString(
       ShownScreenName(aol.GetAolScreenName(), settings_.ReadSetting("screen name", "last used"))));
   // 8. What was set up last time.
@@ -137,6 +137,7 @@ void Program::CheckForUpdate() {
 void Program::Close() {
   if (closed_) return;
   closed_ = true;
+  ending_.request_stop();
   if (updateDesk_ != nullptr) updateDesk_->Stop();
   mail_.Close();
   Form_Unload();

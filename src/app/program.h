@@ -3,6 +3,7 @@
 // comes from outside, so that the same program runs under a test.
 
 #include <memory>
+#include <stop_token>
 #include <string>
 
 #include "app/chat_desk.h"
@@ -56,6 +57,7 @@ class Program {
   const DataPaths paths_;
   SettingsFile settings_{files_, paths_.settings};
   SingleInstance instance_;
+  std::stop_source ending_;  // ends the long loops with the program
   StoredState stored_;  // its options are the program's
   // The window goes before the desks: its widgets show what lives there.
   std::unique_ptr<FrmMain> window_ = std::make_unique<FrmMain>();
