@@ -3,132 +3,124 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
-
-#include "support/fake_views.h"
 
 namespace brindle {
 namespace {
 
 using std::string_literals::operator""s;
-using Runs = std::vector<ColouredRun>;
 
 constexpr Colour kGrey{1, 2, 3};  // a background that no text has
-constexpr Colour kUsers{9, 9, 9};
 constexpr Colour kOrange{255, 125, 0};
-constexpr Colour kRed{255, 0, 0};
-constexpr Colour kOlive{128, 128, 0};
-constexpr Colour kGreen{0, 128, 0};
 
-Runs On(Colour background, std::string_view text) { return ColouredRuns(text, background, kUsers); }
+// The runs of `text`, each with the letter of its colour in front; [u] is the user's room colour.
+std::string Painted(const std::string& text, Colour background = kGrey, bool apart = false) {
+  const std::pair<Colour, const char*> letters[] = {
+      {kBlack, "[k]"},      {{255, 0, 0}, "[r]"},   {{0, 128, 0}, "[g]"}, {{0, 0, 255}, "[b]"},
+      {{128, 0, 0}, "[m]"}, {{128, 128, 0}, "[o]"}, {{9, 9, 9}, "[u]"},   {kOrange, "[7]"}};
+  Options options;
+  options.roomBackcolor = background;
+  options.roomForecolor = {9, 9, 9};
+  options.keepDigitsApart = apart;
+  std::string painted;
+  for (const ColouredRun& run : ColouredRuns(text, options)) {
+    for (const auto& [colour, letter] : letters) painted += colour == run.colour ? letter : "";
+    painted += run.text;
+  }
+  return painted;
+}
 
 TEST(ChatColours, MapsEveryColourNumber) {
   const Colour expected[] = {{255, 255, 255}, {0, 0, 0},     {0, 0, 128},     {0, 128, 0},
                              {255, 0, 0},     {128, 0, 0},   {128, 0, 128},   {128, 128, 0},
                              {255, 255, 0},   {0, 255, 0},   {0, 128, 128},   {0, 255, 255},
                              {0, 0, 255},     {255, 0, 255}, {128, 128, 128}, {192, 192, 192}};
-  for (int number = 0; number <= 99; ++number) {
-    Colour colour = number == 99 ? kBlack : expected[number % 16];
+  for (int number = -1; number <= 120; ++number) {
+    const Colour colour = number < 0 || number > 98 ? kBlack : expected[number % 16];
     EXPECT_EQ(BasicColour(IrcColorToBasic(number)), colour) << number;
-    if (number == 7) colour = kOrange;
-    EXPECT_EQ(On(kGrey, "\003" + std::to_string(number) + "x"), (Runs{{colour, "x"}})) << number;
+    if (number < 0 || number > 99) continue;
+    const std::vector<ColouredRun> run = {{number == 7 ? kOrange : colour, "x"}};
+    EXPECT_EQ(ColouredRuns("\003" + std::to_string(number) + "x", Options{.roomBackcolor = kGrey}),
+              run);
   }
-  EXPECT_EQ(IrcColorToBasic(-1), 0);
-  EXPECT_EQ(IrcColorToBasic(1000), 0);
 }
 
 TEST(ChatColours, CutsTextIntoColouredRuns) {
+  std::string printable;
+  for (char c = ' '; c <= '~'; ++c) printable += c;
   const struct {
     std::string text;
-    Runs runs;
+    std::string runs;
+    Colour background = kGrey;
+    bool digitsApart = false;
   } table[] = {
-      {"", {}},
-      {"plain", {{kBlack, "plain"}}},
-      {"kept \017 mark", {{kBlack, "kept \017 mark"}}},
-      {"\0034Hello", {{kRed, "Hello"}}},
-      {"\r\n\0034a\0033b\017c", {{kBlack, "\r\n"}, {kRed, "a"}, {kGreen, "bc"}}},
-      {"\00307x", {{kOrange, "x"}}},
-      {"\00323x", {{kOlive, "x"}}},
-      {"\0034,1x", {{kRed, "x"}}},
-      {"\0034,12x", {{kRed, "x"}}},
-      {"\00304,123", {{kRed, "3"}}},
-      {"\0034,x", {{kRed, ",x"}}},
-      {"\0034,", {{kRed, ","}}},
-      {"\0034, 1", {{kRed, ", 1"}}},
-      {"\0034,1,2x", {{kRed, ",2x"}}},
-      {"\0034,1-x", {{kRed, "-x"}}},
-      {"\0034-nick-", {{kRed, "-nick-"}}},
-      {"\0034 x", {{kRed, " x"}}},
-      {"\003123", {{{0, 0, 255}, "3"}}},
-      {"\003nick", {{kBlack, "nick"}}},
-      {"\003\0034x\003", {{kRed, "x"}}},
-      {"\003 ,x", {{kBlack, " ,x"}}},
-      {"\0034\u00E9", {{kRed, "\u00E9"}}},
-      {"\003\u00E94", {{kBlack, "\u00E94"}}},
+      {"", ""},
+      {printable, "[k]" + printable},
+      {"\0033" + printable, "[g]" + printable},
+      {"kept \017 mark", "[k]kept \017 mark"},
+      {"\r\n\0034a\0033b\017c", "[k]\r\n[r]a[g]bc"},
+      {"\00307x\00323x", "[7]x[o]x"},
+      {"\0034,1x\0034,12y\00304,123", "[r]x[r]y[r]3"},
+      {"\0034,x\0034,\0034, 1\0034,1,2x", "[r],x[r],[r], 1[r],2x"},
+      {"\0034,1-x\0034-nick-\0034 x\0034a1", "[r]-x[r]-nick-[r] x[r]a1"},
+      {"\003123\003nick\003\0034x\003", "[b]3[k]nick[r]x"},
+      {"\003 ,x\003 3/5\003,55x", "[k] ,x[g] /5[m]x"},
+      {"\0034\u00E9\003\u00E94", "[r]\u00E9[k]\u00E94"},
       // The beginning of a coloured text is a piece like the others: its digits are a colour.
-      {"12 mails\0034x", {{{0, 0, 255}, " mails"}, {kRed, "x"}}},
+      {"12 mails\0034x", "[b] mails[r]x"},
+      {std::string(100000, '\003'), ""},
+      // Marks without a meaning here are not shown, and may part a colour mark from its number.
+      {"\001a\002b\021c\026d\035e\036f\037g\003\0024h\0033\001x", "[k]abcdefg[r]h[g]x"},
+      {"\004FF8000a\0040aF9f0,123456b\004123456,12345g", "[k]ab,12345g"},
+      {"\00412345g\004\004\0041234567", "[k]12345g7"},
+      // Only what is directly behind a colour mark is its number, where the user wants it so.
+      {"\00312Slots:\003 3/5 used", "[b]Slots:[k] 3/5 used", kGrey, true},
+      {"12 mails\0034,1x\003,5\0035-1", "[k]12 mails[r]x[k],5[m]-1", kGrey, true},
+      {"\003\00212 mails\003\01712\0031\0022\0034\001,5", "[k]12 mails[k]12[k]2[r],5", kGrey, true},
+      {"\002a\00304b\037\004FF8000c", "[k]a[r]bc", kGrey, true},
+      // Text that could not be read.
+      {"\0030white\0031black", "[u]white[k]black", kWhite},
+      {"\r\n\0034x\00399y", "[u]\r\n[r]x[u]y", kBlack},
+      {"plain", "[k]plain", kBlack},
+      {"\0037x\00323x", "[u]x[o]x", kOrange},
   };
   for (const auto& row : table) {
-    EXPECT_EQ(On(kGrey, row.text), row.runs) << testing::PrintToString(row.text);
+    EXPECT_EQ(Painted(row.text, row.background, row.digitsApart), row.runs)
+        << testing::PrintToString(row.text.substr(0, 100));
   }
-}
-
-TEST(ChatColours, UsesTheRoomColourForTextThatCouldNotBeRead) {
-  const struct {
-    Colour background;
-    std::string text;
-    Runs runs;
-  } table[] = {
-      {kWhite, "\0030white", {{kUsers, "white"}}},
-      {kWhite, "\0031black", {{kBlack, "black"}}},
-      {kBlack, "\r\n\0034x", {{kUsers, "\r\n"}, {kRed, "x"}}},
-      {kBlack, "\00399x", {{kUsers, "x"}}},
-      {kBlack, "plain", {{kBlack, "plain"}}},
-      {kOrange, "\0037x\00323x", {{kUsers, "x"}, {kOlive, "x"}}},
-  };
-  for (const auto& row : table) EXPECT_EQ(On(row.background, row.text), row.runs) << row.text;
 }
 
 TEST(ChatColours, LetsNothingButCrLfBreakALine) {
-  const struct {
-    std::string text;
-    std::string shown;
-  } table[] = {
-      {"\r\na\rb\nc\vd\fe", "\r\na b c d e"},
-      {"a\n\rb\r\r\nc", "a  b \r\nc"},
-      {"a\u2028b\u2029c\u0085d", "a b c d"},
-      {"a\0b\uFDD0c\uFDD1d\uFDD2"s, "abcd\uFDD2"},
-      {"a\r\0\nb"s, "a  b"},
-      {"\0034a\r\017\nb", "a  b"},
-      {"\0034a\r\003\nb", "a  b"},
+  const std::pair<std::string, std::string> table[] = {
+      {"\r\n", "\r\n"},
+      {"\r", " "},
+      {"\n", " "},
+      {"\v", " "},
+      {"\f", " "},
+      {"\0"s, ""},
+      {"\u0085", " "},
+      {"\u2028", " "},
+      {"\u2029", " "},
+      {"\uFDD0", ""},
+      {"\uFDD1", ""},
+      {"\uFDD2\u0086\u202A", "\uFDD2\u0086\u202A"},
+      {"\n\r", "  "},
+      {"\r\r\n", " \r\n"},
+      {"\r\0\n"s, "  "},
+      {"\t\x0E", "\t\x0E"},
+      {"\r\017\n", " \017 "},
+      {"\r\003\n", " \003 "},
   };
-  for (const auto& row : table) {
-    std::string shown;
-    for (const ColouredRun& run : On(kGrey, row.text)) shown += run.text;
-    EXPECT_EQ(shown, row.shown) << testing::PrintToString(row.text);
+  std::string changed;
+  for (const auto& [text, shown] : table) {
+    for (size_t at = 0; at <= 17; ++at) {
+      const std::string before(at, 'a');
+      const std::string behind(18 - at, 'b');
+      const std::string whole = before + text + behind + text;
+      const std::string_view result = ShowableText(whole, changed);
+      EXPECT_EQ(result, before + shown + behind + shown) << testing::PrintToString(text) << at;
+      EXPECT_EQ(result.data() == whole.data(), text == shown) << "a copy that is not needed";
+    }
   }
-}
-
-TEST(ChatColours, WritesIntoTheViewItIsTold) {
-  FakeChatView status;
-  FakeChatView room;
-  Options options;
-  options.roomBackcolor = kRed;
-  options.roomForecolor = kUsers;
-  ChatColours display(status, room, options);
-  display.Color_Response("\0034a", ChatTarget::kStatus);
-  display.Color_Response("\0033b", ChatTarget::kRoom);
-  display.Insert("\r\n\0034c\rd", kRed, ChatTarget::kStatus);
-  EXPECT_EQ(status.runs, (Runs{{kUsers, "a"}, {kRed, "\r\n\0034c d"}}));
-  EXPECT_EQ(room.runs, (Runs{{kGreen, "b"}}));
-  EXPECT_EQ(display.RoomTextLength(), 1U);
-}
-
-TEST(ChatColours, SurvivesThousandsOfCodes) {
-  std::string text;
-  for (int i = 0; i < 50000; ++i) text += "\0034,";
-  EXPECT_EQ(On(kGrey, text).size(), 50000U);
-  EXPECT_EQ(On(kGrey, std::string(100000, '\003')), Runs{});
 }
 
 }  // namespace

@@ -14,94 +14,85 @@ constexpr Colour kBlue{0, 0, 255};
 
 using Runs = std::vector<ColouredRun>;
 
-std::vector<std::string> Lines(const ChatLog& log) {
-  std::vector<std::string> lines;
-  for (size_t i = 0; i < log.LineCount(); ++i) lines.emplace_back(log.Line(i));
-  return lines;
-}
-
-TEST(ChatLogTest, CutsLinesAtCrLfAlone) {
-  struct Case {
-    Runs runs;
-    std::vector<std::string> lines;
-    size_t length;
-  };
-  const std::vector<Case> cases = {
-      {{}, {""}, 0},
-      {{{kBlack, "\r\nhi"}}, {"", "hi"}, 4},
-      {{{kBlack, "\r\na\r\n"}, {kBlue, "b"}, {kBlack, "c\r\n\r\n"}}, {"", "a", "bc", "", ""}, 11},
-      {{{kBlack, "a\rb\nc"}}, {"a\rb\nc"}, 5},
-      {{{kBlack, "\u00E4\u20AC\U0001F600"}}, {"\u00E4\u20AC\U0001F600"}, 3},
-  };
-  for (const Case& c : cases) {
-    ChatLog log;
-    log.Append(c.runs);
-    EXPECT_EQ(Lines(log), c.lines);
-    EXPECT_EQ(log.TextLength(), c.length);
+// The log line by line, "|" between them, each run with its colour's letter and its length in
+// front.
+std::string Written(const ChatLog& log) {
+  std::string written;
+  for (size_t line = 0; line < log.LineCount(); ++line) {
+    if (line > 0) written += '|';
+    size_t begin = 0;
+    for (const LogRun& run : log.Runs(line)) {
+      written += run.colour == kBlue ? "[b" : "[k";
+      written.append(std::to_string(run.length)).append("]");
+      written += log.Line(line).substr(begin, run.length);
+      begin += run.length;
+    }
+    EXPECT_EQ(begin, log.Line(line).size());
   }
+  return written;
 }
 
-TEST(ChatLogTest, RunsCoverTheLineAndJoinWhereTheColourStays) {
-  ChatLog log;
-  log.Append({{kBlack, "\r\none"}, {kBlack, "two"}, {kBlue, "x"}});
-  log.Append({{kBlue, "y\r\nz"}});
-  ASSERT_EQ(log.LineCount(), 3U);
-  const auto runs = log.Runs(1);
-  EXPECT_EQ(std::vector<LogRun>(runs.begin(), runs.end()),
-            (std::vector<LogRun>{{kBlack, 6}, {kBlue, 2}}));
-  EXPECT_EQ(log.Runs(0).size(), 0U);
-  EXPECT_EQ(log.Runs(2)[0], (LogRun{kBlue, 1}));
+TEST(ChatLog, CutsLinesAtCrLfAloneAndJoinsRunsOfOneColour) {
+  ChatLog all;
+  const struct {
+    Runs runs;
+    const char* written;
+    size_t length;
+  } table[] = {
+      {{}, "", 0},
+      {{{kBlack, "\r\nhi"}}, "|[k2]hi", 4},
+      {{{kBlack, "\r\na\r\n"}, {kBlue, "b"}, {kBlack, "c\r\n\r\n"}}, "|[k1]a|[b1]b[k1]c||", 11},
+      {{{kBlack, "a\rb\nc"}, {kBlack, "d"}, {kBlue, ""}, {kBlack, "e"}}, "[k7]a\rb\ncde", 7},
+      {{{kBlack, "\u00E4\u20AC\U0001F600"}}, "[k9]\u00E4\u20AC\U0001F600", 3},
+  };
+  for (const auto& row : table) {
+    ChatLog log;
+    log.Append(row.runs);
+    EXPECT_EQ(Written(log), row.written);
+    EXPECT_EQ(log.TextLength(), row.length);
+    all.Append(row.runs);
+  }
+  EXPECT_EQ(Written(all), "|[k2]hi|[k1]a|[b1]b[k1]c||[k16]a\rb\ncde\u00E4\u20AC\U0001F600");
 }
 
 // Line lengths around and beyond the size of a block, the last line growing piece by piece.
-TEST(ChatLogTest, LinesSurviveBlocksAndGrowth) {
+TEST(ChatLog, LinesSurviveBlocksAndGrowth) {
   ChatLog log;
-  std::vector<std::string> expected = {""};
-  size_t length = 0;
+  std::string expected;
   for (size_t i = 0; i < 4000; ++i) {
     const size_t size = i % 500 == 499 ? 70000 : i % 97;
-    expected.push_back(std::to_string(i) + std::string(size, static_cast<char>('a' + i % 26)));
-    const std::string& line = expected.back();
-    log.Append({{kBlack, "\r\n" + line.substr(0, 2)}});
-    log.Append({{kBlue, line.substr(std::min<size_t>(2, line.size()))}});
-    length += 2 + line.size();
+    const std::string tail = std::to_string(i) + std::string(size, static_cast<char>('a' + i % 26));
+    log.Append({{kBlack, "\r\n<>"}});
+    log.Append({{kBlue, tail}});
+    expected += "|[k2]<>[b" + std::to_string(tail.size()) + "]" + tail;
   }
-  EXPECT_EQ(Lines(log), expected);
-  EXPECT_EQ(log.TextLength(), length);
-  for (size_t i = 0; i < log.LineCount(); ++i) {
-    size_t covered = 0;
-    for (const LogRun& run : log.Runs(i)) covered += run.length;
-    ASSERT_EQ(covered, expected[i].size()) << i;
-  }
+  EXPECT_TRUE(Written(log) == expected);
 }
 
-TEST(ChatLogTest, ExtractsRanges) {
+TEST(ChatLog, ExtractsRanges) {
   ChatLog log;
   log.Append({{kBlack, "\r\n<a> "}, {kBlue, "blue\r\n"}, {kBlack, "\r\nlast"}});
   EXPECT_EQ(log.PlainText(log.Everything()), "\n<a> blue\n\nlast");
   EXPECT_EQ(log.PlainText({{1, 2}, {3, 2}}, "|"), "> blue||la");
   EXPECT_EQ(log.PlainText({{1, 2}, {1, 2}}), "");
   EXPECT_EQ(log.Coloured({{1, 2}, {1, 6}}), (Runs{{kBlack, "> "}, {kBlue, "bl"}}));
-
-  ChatLog copy;
   log.Append({{kBlue, "\r\n\r\n"}});
+  ChatLog copy;
   copy.Append(log.Coloured(log.Everything()));
-  EXPECT_EQ(Lines(copy), Lines(log));
-  EXPECT_EQ(copy.Coloured(copy.Everything()), log.Coloured(log.Everything()));
+  EXPECT_EQ(Written(copy), Written(log));
 }
 
-TEST(ChatLogFindTest, FindsInBothDirectionsAndWrapsAround) {
+TEST(ChatLogFind, FindsInBothDirectionsAndWrapsAround) {
   ChatLog log;
   log.Append({{kBlack, "\r\nCat cat\r\nKELVIN \u0130stanbul \u00C4RGER\r\naaa cA"}});
   const auto forward = FindDirection::kForward;
   const auto backward = FindDirection::kBackward;
-  struct Case {
+  const struct {
     const char* text;
     LogPosition from;
     FindDirection direction;
     std::optional<LogRange> hit;
-  };
-  const std::vector<Case> cases = {
+  } table[] = {
       {"CAT", {0, 0}, forward, LogRange{{1, 0}, {1, 3}}},
       {"cat", {1, 1}, forward, LogRange{{1, 4}, {1, 7}}},
       {"cat", {1, 5}, forward, LogRange{{1, 0}, {1, 3}}},
@@ -119,8 +110,9 @@ TEST(ChatLogFindTest, FindsInBothDirectionsAndWrapsAround) {
       {"t\r\nK", {0, 0}, forward, std::nullopt},
       {"", {0, 0}, backward, std::nullopt},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(FindInLog(log, c.text, c.from, c.direction), c.hit) << c.text << " " << c.from.line;
+  for (const auto& row : table) {
+    EXPECT_EQ(FindInLog(log, row.text, row.from, row.direction), row.hit)
+        << row.text << " " << row.from.line;
   }
 }
 

@@ -52,6 +52,7 @@ TEST_F(OptionsPageTest, SomeBoxesActAtOnce) {
       {kMiscOptions, 2, &Options::scanChatForServers, {"code on", "code off"}},
       {kMiscOptions, 3, &Options::requestAccessCode, {}},
       {kMiscOptions, 4, &Options::stayOnTop, {"top on", "top off"}},
+      {kChatOptions, 0, &Options::keepDigitsApart, {}},
       {kFindOptions, 0, &Options::clearFindsOnExit, {}},
       {kFindOptions, 1, &Options::removeInactiveFinds, {"days on", "days off"}},
       {kListOptions, 0, &Options::channelOnListTab, {"room on", "room off"}},

@@ -56,12 +56,15 @@ TEST_F(OptionsTest, AreStoredUnderTheirCaptionsInOrder) {
             "[find options]\r\n"
             "Clear finds list on program exit=0\r\n"
             "Remove inactive finds after=0\r\n"
-            "days=1\r\n");
+            "days=1\r\n"
+            "[chat options]\r\n"
+            "Keep digits that stand apart from a colour mark=0\r\n");
 }
 
 TEST_F(OptionsTest, EveryBoxComesBackInTheOtherState) {
   Options turned;
-  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions}) {
+  for (const OptionGroup* group :
+       {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions, &kChatOptions}) {
     for (const OptionBox& box : group->boxes) turned.*box.state = !(turned.*box.state);
   }
   for (SoundOption& sound : turned.sounds) sound.on = false;
@@ -70,7 +73,8 @@ TEST_F(OptionsTest, EveryBoxComesBackInTheOtherState) {
   turned.findDaysIndex = 29;
   Save(turned);
   const Options loaded = Loaded();
-  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions}) {
+  for (const OptionGroup* group :
+       {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions, &kChatOptions}) {
     for (const OptionBox& box : group->boxes) {
       EXPECT_EQ(loaded.*box.state, turned.*box.state) << box.caption;
     }

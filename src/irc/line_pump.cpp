@@ -9,8 +9,6 @@
 namespace brindle {
 namespace {
 
-constexpr char kBoldAndUnderline[] = "\x02\x1F";
-
 std::string MonitorText(size_t current, size_t& peak) {
   peak = std::max(peak, current);
   return std::to_string(current) + "/" + std::to_string(peak);
@@ -56,10 +54,9 @@ void LinePump::RefreshUptime() {
 }
 
 void LinePump::Show(OutputQueue::Line line) {
-  const std::string text = RemoveChars(ShowableText(line.text), kBoldAndUnderline);
   const Route route = RouteOf(line.kind);
-  if (route.status) display_.Color_Response(text, ChatTarget::kStatus);
-  if (route.room) display_.Color_Response(text, ChatTarget::kRoom);
+  if (route.status) display_.Color_Response(line.text, ChatTarget::kStatus);
+  if (route.room) display_.Color_Response(line.text, ChatTarget::kRoom);
   if (!route.sound) return;
   const SoundOption& sound = style_.options.sounds[static_cast<size_t>(*route.sound)];
   if (sound.on && !sound.path.empty()) sounds_.Play(sound.path);

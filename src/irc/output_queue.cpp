@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "irc/chat_colours.h"
+
 namespace brindle {
 namespace {
 
@@ -13,6 +15,8 @@ constexpr size_t kHeaderSize = 2 + sizeof(Length);  // kind, origin, then the le
 }  // namespace
 
 void OutputQueue::QueueLine(std::string_view text, Kind kind, Origin origin) {
+  std::string changed;
+  text = ShowableText(text, changed);
   const size_t need = kHeaderSize + text.size();
   if (blocks_.empty() || blocks_.back().bytes.size() + need > kBlockSize) {
     blocks_.emplace_back();

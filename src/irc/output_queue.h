@@ -28,7 +28,7 @@ class OutputQueue {
     Origin origin;
   };
 
-  // Appends a line. `text` normally begins with CR LF and may carry colour codes.
+  // Appends a line, made showable. `text` normally begins with CR LF and may carry colour codes.
   void QueueLine(std::string_view text, Kind kind, Origin origin = Origin::kNews);
 
   size_t Pending() const { return pending_; }

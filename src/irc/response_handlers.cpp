@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/text.h"
-#include "irc/chat_colours.h"
 #include "irc/response_parser.h"
 
 namespace brindle {
@@ -144,9 +143,7 @@ void ResponseParser::Privmsg(const IrcLine& line) {
 
 void ResponseParser::RoomMessage(const IrcLine& line, std::string_view text) {
   if (IsAction(line.Word(3))) {
-    const std::string action =
-        RemoveChars(ShowableText(line.WordRest(4)), std::string_view(&kCtcpMark, 1));
-    Queue("\r\n\00314* " + line.Nick() + " " + action, Kind::kRoom);
+    Queue("\r\n\00314* " + line.Nick() + " " + std::string(line.WordRest(4)), Kind::kRoom);
     return;
   }
   const std::string_view nick = NickOf(line.Word(0));

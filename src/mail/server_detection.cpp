@@ -21,10 +21,10 @@ bool HoldsNotice(std::string_view word) {
 }
 
 // The line as it reads: without its colours and other marks.
-std::string WithoutMarks(std::string_view line) {
+std::string WithoutMarks(std::string_view line, const Options& options) {
   std::string text;
-  for (const ColouredRun& run : ColouredRuns(line, kWhite, kBlack)) text += run.text;
-  return RemoveChars(text, "\x02\x0F\x11\x16\x1D\x1E\x1F");
+  for (const ColouredRun& run : ColouredRuns(line, options)) text += run.text;
+  return text;
 }
 
 bool HoldsControl(std::string_view text) {
@@ -62,7 +62,7 @@ std::string CleanHandle(std::string_view handle) { return NormalizeHandle(handle
 
 void ServerDetection::Scan(std::string_view line, Origin origin) {
   if (!style_.options.scanChatForServers || origin == Origin::kOwn || IsBlank(line)) return;
-  const std::string text = WithoutMarks(line);
+  const std::string text = WithoutMarks(line, style_.options);
   if (!IsServerAnnouncement(text)) return;
   std::string handle = ExtractServerHandle(text);
   // A mark without a name announces nobody.

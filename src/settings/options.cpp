@@ -27,6 +27,9 @@ constexpr OptionBox kFindBoxes[] = {
     {"Clear finds list on program exit", &Options::clearFindsOnExit},
     {"Remove inactive finds after", &Options::removeInactiveFinds},
 };
+constexpr OptionBox kChatBoxes[] = {
+    {"Keep digits that stand apart from a colour mark", &Options::keepDigitsApart},
+};
 
 constexpr long long kLargestColour = 0xFFFFFF;
 constexpr const char* kDaysKey = "days";
@@ -82,6 +85,7 @@ const OptionGroup kMiscOptions = {"misc options", kMiscBoxes};
 const OptionGroup kListOptions = {"list options", kListBoxes};
 const OptionGroup kRoomOptions = {"room options", kRoomBoxes};
 const OptionGroup kFindOptions = {"find options", kFindBoxes};
+const OptionGroup kChatOptions = {"chat options", kChatBoxes};
 
 const std::array<const char*, kSoundSlots> kSoundCaptions = {
     "Play when someone joins channel", "Play when someone parts channel",
@@ -97,7 +101,8 @@ const std::array<ColourOption, 4> kColourOptions = {
 
 Options ReadOptions(const SettingsText& settings) {
   Options options;
-  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions}) {
+  for (const OptionGroup* group :
+       {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions, &kChatOptions}) {
     ReadGroup(settings, *group, options);
   }
   ReadSounds(settings, options);
@@ -121,6 +126,7 @@ void AppendOptions(const Options& options, std::vector<Setting>& settings) {
   AppendGroup(kRoomOptions, options, settings);
   AppendGroup(kFindOptions, options, settings);
   settings.push_back({kFindOptions.section, kDaysKey, std::to_string(options.findDaysIndex)});
+  AppendGroup(kChatOptions, options, settings);
 }
 
 void PickColour(ColourSlot slot, Colour colour, Options& options, SettingsFile& settings) {

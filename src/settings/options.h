@@ -50,6 +50,8 @@ struct Options {
   // chkOptionsRoom
   bool timestampChatLines = true;
   bool enterRoomUponAdding = true;
+  // chkOptionsChat
+  bool keepDigitsApart = false;
   // chkOptionsSound and txtOptionsSound
   std::array<SoundOption, kSoundSlots> sounds = {{{true, ""},
                                                   {true, ""},
@@ -85,6 +87,7 @@ extern const OptionGroup kMiscOptions;
 extern const OptionGroup kListOptions;
 extern const OptionGroup kRoomOptions;
 extern const OptionGroup kFindOptions;
+extern const OptionGroup kChatOptions;
 
 // The captions of the sound boxes, by slot.
 inline constexpr const char* kSoundSection = "sound options";

@@ -70,6 +70,10 @@ constexpr std::string_view kRoomForecolorText =
     "appear invisible. So instead the forecolor will be used.";
 
 constexpr Help kHelps[] = {
+    {"chkOptionsChat", 0, "Chat / Keep digits that stand apart from a colour mark",
+     "If checked only digits directly behind a colour mark are its number. Otherwise a digit "
+     "behind "
+     "a blank is taken for the number too, and not shown."},
     {"chkOptionsFind", 0, "Finds / *",
      "Clear the finds combobox of any items that were searched for."},
     {"chkOptionsFind", 1, "Finds / * X days",

@@ -37,7 +37,8 @@ QString Indexed(const char* control, size_t index) {
 const char* ControlOf(const OptionGroup& group) {
   if (&group == &kMiscOptions) return "chkOptionsMisc";
   if (&group == &kListOptions) return "chkOptionsList";
-  return &group == &kRoomOptions ? "chkOptionsRoom" : "chkOptionsFind";
+  if (&group == &kRoomOptions) return "chkOptionsRoom";
+  return &group == &kFindOptions ? "chkOptionsFind" : "chkOptionsChat";
 }
 
 }  // namespace
@@ -54,6 +55,7 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QWidget(parent) {
   auto* right = new QVBoxLayout;
   right->addWidget(BuildSounds());
   right->addWidget(BuildColours());
+  right->addWidget(BuildGroup("Chat", "chkOptionsChat", kChatOptions, {0}));
   right->addStretch();
   columns_->addLayout(left, 1);
   columns_->addLayout(right, 1);
@@ -195,6 +197,7 @@ void OptionsPanel::ShowAll() {
   ShowGroup(kListOptions);
   ShowGroup(kRoomOptions);
   ShowGroup(kFindOptions);
+  ShowGroup(kChatOptions);
   cmbOptionsFinds_->setCurrentIndex(options_->findDaysIndex);
   for (size_t slot = 0; slot < kColourOptions.size(); ++slot) {
     ShowColour(static_cast<ColourSlot>(slot), options_->*kColourOptions[slot].colour);

@@ -1,5 +1,5 @@
 #pragma once
-// The options tab: the five groups of boxes, the sounds, the finds, the colours, and the label that
+// The options tab: the groups of boxes, the sounds, the finds, the colours, and the label that
 // explains them.
 
 #include <QCheckBox>

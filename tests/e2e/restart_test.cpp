@@ -47,7 +47,7 @@ constexpr Box kBoxes[] = {
     {"chkOptionsSound_1", true}, {"chkOptionsSound_2", true}, {"chkOptionsSound_3", true},
     {"chkOptionsSound_4", true}, {"chkOptionsSound_5", true}, {"chkOptionsSound_6", true},
     {"chkOptionsList_0", false}, {"chkOptionsList_1", true},  {"chkOptionsRoom_0", true},
-    {"chkOptionsRoom_1", true},  {"chkOptionsFind_1", false},
+    {"chkOptionsRoom_1", true},  {"chkOptionsFind_1", false}, {"chkOptionsChat_0", false},
 };
 
 struct Sound {
@@ -113,7 +113,9 @@ constexpr const char* kSettings =
     "[find options]\r\n"
     "Clear finds list on program exit=0\r\n"
     "Remove inactive finds after=1\r\n"
-    "days=6\r\n";
+    "days=6\r\n"
+    "[chat options]\r\n"
+    "Keep digits that stand apart from a colour mark=1\r\n";
 
 std::shared_ptr<DataFolder> EmptyFolder() {
   auto folder = std::make_shared<DataFolder>();

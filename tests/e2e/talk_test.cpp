@@ -185,7 +185,7 @@ TEST_F(TalkTest, AnAnnouncedServerIsAskedForACode) {
   ASSERT_TRUE(HasSaid(2));
   EXPECT_EQ(Said(), (Texts{"#mailroom :!mailbot send Jane D accesscode",
                            "#mailroom :!\001x send Jane D accesscode"}));
-  ASSERT_TRUE(window.ShowsInRoom("<Wanda> !\001x send"));
+  ASSERT_TRUE(window.ShowsInRoom("<Wanda> !x send"));
   const std::string added =
       "\n{#ff0000}:{#ff7d00}:{#ffff00}( {#0000ff}ATTENTION {#ffff00}){#ff7d00}:{#ff0000}: "
       "{#0000ff}ADDED {#ff7d00}";
@@ -196,9 +196,8 @@ TEST_F(TalkTest, AnAnnouncedServerIsAskedForACode) {
                 added +
                 "MAILBOT REQUESTING ACCESSCODE.\n{#000000}<Wanda> !mailbot send Jane D accesscode"
                 "\n{#000000}<MailBot> again: !mailbot send 12\n{#000000}<MailBot> ! send"
-                "\n{#000000}<MailBot> and !\001x send it" +
-                added +
-                "\001X REQUESTING ACCESSCODE.\n{#000000}<Wanda> !\001x send Jane D accesscode");
+                "\n{#000000}<MailBot> and !x send it" +
+                added + "X REQUESTING ACCESSCODE.\n{#000000}<Wanda> !x send Jane D accesscode");
   EXPECT_EQ(window.Find<QComboBox>("cmbServers").count(), 3);
 }
 
