@@ -3,11 +3,9 @@
 
 #include <string>
 
-namespace brindle {
+#include "settings/version.h"
 
-inline constexpr int kVersionMajor = 0;
-inline constexpr int kVersionMinor = 5;
-inline constexpr int kVersionRevision = 85;
+namespace brindle {
 
 // The product's web site, as told to other users.
 inline constexpr const char* kWebHost = "www.brindle.example";
