@@ -9,6 +9,7 @@
 #include <cstdio>
 
 #include "stage.h"
+#include "support/child_process.h"
 #include "tour.h"
 
 namespace {
@@ -93,6 +94,7 @@ int OpenForUser() {
   }
   const brindle::test::DataFolder visitor(stage.Visitor());
   QProcess program;
+  brindle::test::LetEndWithParent(program);
   program.setProcessChannelMode(QProcess::ForwardedChannels);
   QObject::connect(&program, &QProcess::finished, [](int code) { QCoreApplication::exit(code); });
   QObject::connect(&program, &QProcess::errorOccurred, [](QProcess::ProcessError error) {
@@ -107,6 +109,7 @@ int OpenForUser() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  brindle::test::EndWithParent();
   const QStringList arguments = QStringList(argv + 1, argv + argc);
   const bool tour = arguments.size() == 2 && arguments[0] == "--tour";
   if (!tour && !arguments.isEmpty()) {

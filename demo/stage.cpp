@@ -1,5 +1,6 @@
 #include "stage.h"
 
+#include "support/child_process.h"
 #include "support/wait.h"
 
 namespace brindle::demo {
@@ -23,6 +24,7 @@ bool Stage::Start(const QString& botProgram, int announceSeconds) {
     error_ = "The IRC server did not start: " + server_.Error();
     return false;
   }
+  test::LetEndWithParent(bot_);
   bot_.setProcessChannelMode(QProcess::MergedChannels);
   bot_.start(botProgram, {"--port", QString::number(Port()), "--room", kRoom, "--handle", kHandle,
                           "--mails", QString::number(kMails), "--list", ListPath(), "--transcript",

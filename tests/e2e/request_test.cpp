@@ -148,7 +148,6 @@ std::string WithoutAnswer(std::string transcript) {
 class RequestTest : public testing::TestWithParam<Run> {};
 
 TEST_P(RequestTest, SendsEveryRunOnceAtAnEasyPace) {
-  if (!IrcServer::IsInstalled(GetParam().kind)) GTEST_SKIP() << "this server is not installed";
   MailRoom room(GetParam().kind);
   ASSERT_NO_FATAL_FAILURE(room.Open());
   WindowDriver& window = room.window;
@@ -245,7 +244,6 @@ std::ostream& operator<<(std::ostream& out, const Interruption& interruption) {
 class InterruptedRequestTest : public testing::TestWithParam<Interruption> {};
 
 TEST_P(InterruptedRequestTest, EndsAndLeavesTheRestAlone) {
-  if (!IrcServer::IsInstalled(IrcServer::Kind::kNgircd)) GTEST_SKIP() << "ngIRCd is missing";
   const Texts numbers = {"1", "3", "12", "20", "30", "40"};
   MailRoom room(IrcServer::Kind::kNgircd);
   ASSERT_NO_FATAL_FAILURE(room.Open());
@@ -300,7 +298,6 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& interruption) { return interruption.param.name; });
 
 TEST(RequestAgain, ASecondClickSendsTheRestAndNothingTwice) {
-  if (!IrcServer::IsInstalled(IrcServer::Kind::kNgircd)) GTEST_SKIP() << "ngIRCd is missing";
   MailRoom room(IrcServer::Kind::kNgircd);
   ASSERT_NO_FATAL_FAILURE(room.Open());
   for (int row = 0; row < 10; row += 2) room.window.ClickCheckBox(row);
@@ -316,7 +313,6 @@ TEST(RequestAgain, ASecondClickSendsTheRestAndNothingTwice) {
 }
 
 TEST(ServerCommandTest, TheBotReceivesTheFourCommands) {
-  if (!IrcServer::IsInstalled(IrcServer::Kind::kNgircd)) GTEST_SKIP() << "ngIRCd is missing";
   constexpr std::array kItems = {"mnuCommandsRequest", "mnuCommandsVerify", "mnuCommandsList",
                                  "mnuCommandsStatus"};
   MailRoom room(IrcServer::Kind::kNgircd);

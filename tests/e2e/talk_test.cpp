@@ -29,7 +29,6 @@ constexpr const char* kRule =
 class TalkTest : public testing::Test {
  protected:
   void SetUp() override {
-    if (!IrcServer::IsInstalled(IrcServer::Kind::kNgircd)) GTEST_SKIP() << "ngIRCd is missing";
     ASSERT_TRUE(server_.Start()) << server_.Error().toStdString();
     bot.Begin(server_.Port());
     ASSERT_TRUE(window.Register("Wanda", server_.Port()));

@@ -1,7 +1,6 @@
 #include "irc_server.h"
 
-#include <signal.h>
-#include <sys/prctl.h>
+#include <pwd.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -12,6 +11,7 @@
 #include <QTcpSocket>
 #include <utility>
 
+#include "child_process.h"
 #include "wait.h"
 
 namespace brindle::test {
@@ -87,7 +87,7 @@ bool IrcServer::Start() {
 }
 
 IrcServer::Outcome IrcServer::StartOn(quint16 port) {
-  // ngIRCd started by root goes on as another user, who must still be able to read these.
+  // Whom a server started by root goes on as must still be able to read these.
   const auto everyone = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
                         QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
   if (!folder_.isValid() || !QFile::setPermissions(folder_.path(), everyone) ||
@@ -100,8 +100,12 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
   process_->setStandardInputFile(QProcess::nullDevice());
   process_->setProcessChannelMode(QProcess::MergedChannels);
   process_->setStandardOutputFile(PathOf("log.txt"), QIODevice::Truncate);
-  // A test that crashes takes its server with it.
-  process_->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+  // ngIRCd started by root would become another user itself, and outlive a test that crashes.
+  const passwd* nobody = geteuid() == 0 ? getpwnam("nobody") : nullptr;
+  process_->setChildProcessModifier([nobody] {
+    if (nobody != nullptr && (setgid(nobody->pw_gid) != 0 || setuid(nobody->pw_uid) != 0)) _exit(1);
+    EndWithParent();
+  });
 
   QStringList arguments;
   if (kind_ == Kind::kNgircd) {
@@ -112,7 +116,6 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
               << "--nolog"
               << "--nopid"
               << "--config" << PathOf("server.conf");
-    if (geteuid() == 0) arguments << "--runasroot";
   }
   process_->start(ProgramOf(kind_), arguments);
   if (!process_->waitForStarted()) return Failed(process_->errorString());
@@ -183,8 +186,6 @@ QString IrcServer::Configuration(quint16 port) const {
 }
 
 QString IrcServer::NgircdConfiguration(quint16 port) const {
-  // IdleTimeout ends a server whose test has crashed: it has changed its user, so that the signal
-  // at the death of its parent may not reach it.
   return QString(R"([Global]
 Name = %1
 Network = %2
@@ -196,7 +197,6 @@ AdminInfo1 = Test server
 AdminEMail = test@%1
 [Limits]
 ConnectRetry = 3600
-IdleTimeout = 300
 MaxConnections = 0
 MaxConnectionsIP = 0
 MaxJoins = 0
