@@ -15,7 +15,7 @@ ChannelsPanel::ChannelsPanel(QWidget* parent)
 ChannelsPanel::~ChannelsPanel() = default;
 
 void ChannelsPanel::Attach(Channels& channels) {
-  ui_->lstChannels->setModel(new ObservedListModel(channels.Rooms(), this));
+  ShowIn(*ui_->lstChannels, *new ObservedListModel(channels.Rooms(), this));
   connect(ui_->lblChannelsAdd, &QPushButton::clicked, this,
           [&channels] { channels.lblChannelsAdd_Click(); });
   connect(ui_->lblChannelsRemove, &QPushButton::clicked, this,

@@ -91,6 +91,8 @@ void FrmMain::AttachPump(LinePump& pump, OutputQueue& queue) {
 void FrmMain::AttachSendBox(OutgoingText& outgoing) {
   outgoing_ = &outgoing;
   ui_->cmbSend->Attach(outgoing.History());
+  // What is said may have colours, and what is pasted several lines.
+  ui_->cmbSend->lineEdit()->setValidator(nullptr);
   ui_->cmbSend->installEventFilter(this);
   connect(ui_->cmdSend, &QPushButton::clicked, this, [this] {
     outgoing_->cmdSend_Click(ui_->cmbSend->currentText().toStdString(),

@@ -1,6 +1,10 @@
 #include "ui/list_combo_box.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QWheelEvent>
+
+#include "ui/plain_line.h"
 
 namespace brindle {
 
@@ -9,6 +13,7 @@ ListComboBox::ListComboBox(QWidget* parent) : QComboBox(parent) {
   setInsertPolicy(QComboBox::NoInsert);
   // It would put known items in place of what is being typed.
   setCompleter(nullptr);
+  new PlainLine(*lineEdit());
   connect(this, &QComboBox::activated, this, [this](int row) { emit Picked(RowFrom(row)); });
 }
 
@@ -59,6 +64,16 @@ void ListComboBox::Select(std::optional<size_t> row) {
   setCurrentIndex(ToInt(row));
   if (!row) setEditText("");
   emit Picked(row);
+}
+
+void ListComboBox::wheelEvent(QWheelEvent* event) { event->ignore(); }
+
+void ListComboBox::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown) {
+    event->ignore();
+  } else {
+    QComboBox::keyPressEvent(event);
+  }
 }
 
 void ListComboBox::KeepTextWhenRowsCome() {

@@ -1,6 +1,7 @@
 #pragma once
 // An editable combo box over an observed list. Changes of the list leave the user's text alone, and
-// an item counts as selected only while the box shows its text.
+// an item counts as selected only while the box shows its text. While the box is closed, the wheel
+// and the keys for pages are left to what surrounds it.
 
 #include <QComboBox>
 #include <optional>
@@ -27,6 +28,10 @@ class ListComboBox : public QComboBox {
  signals:
   // A row was picked, or none, by the user or by Select.
   void Picked(std::optional<size_t> row);
+
+ protected:
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void Show(ObservedListModel& model);

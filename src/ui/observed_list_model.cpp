@@ -61,4 +61,13 @@ void ObservedListModel::After(const ListChange& change) {
   }
 }
 
+void ShowIn(QAbstractItemView& view, ObservedListModel& model) {
+  // Heard before the view does, which would select a neighbour.
+  QObject::connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, &view,
+                   [&view](const QModelIndex&, int row) {
+                     if (view.currentIndex().row() == row) view.selectionModel()->clear();
+                   });
+  view.setModel(&model);
+}
+
 }  // namespace brindle

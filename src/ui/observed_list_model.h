@@ -2,6 +2,7 @@
 // Shows an observed list in a list view or a combo box. Rows are read from the list as they are
 // drawn; nothing is copied.
 
+#include <QAbstractItemView>
 #include <QAbstractListModel>
 #include <functional>
 #include <optional>
@@ -37,6 +38,9 @@ class ObservedListModel : public QAbstractListModel {
   const TextOfRow textOfRow_;
   int rows_;  // as told to the views
 };
+
+// Lets a list view show the model. When the selected row is removed, nothing is selected.
+void ShowIn(QAbstractItemView& view, ObservedListModel& model);
 
 // A row as the toolkit counts it, -1 for none.
 inline std::optional<size_t> RowFrom(int row) {

@@ -14,7 +14,7 @@ WhoPanel::~WhoPanel() = default;
 
 void WhoPanel::Attach(WhoList& who) {
   auto* model = new ObservedListModel(who.Nicks(), this);
-  ui_->lstWho->setModel(model);
+  ShowIn(*ui_->lstWho, *model);
   const auto refresh = [this, &who] { ui_->lblWhoshere->setText(ToQString(who.Caption())); };
   connect(model, &QAbstractItemModel::rowsInserted, this, refresh);
   connect(model, &QAbstractItemModel::rowsRemoved, this, refresh);
