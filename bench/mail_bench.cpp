@@ -34,7 +34,6 @@ struct Plan {
 
 class NoView : public ListView {
  public:
-  void SetTitleHeader(const std::string&) override {}
   void EnableListButtons(bool) override {}
   void ShowList(bool) override {}
   void SetListServer(const std::string&) override {}
@@ -51,20 +50,16 @@ class NoClock : public Clock {
   std::tm LocalTime() const override { return {}; }
 };
 
-class NoStore : public ResultsStore {
+class NoFiles : public Files {
  public:
-  std::string LastSearch() override { return ""; }
-  void SetLastSearch(const std::string&) override {}
-  std::vector<Find> Finds() override { return {}; }
-  void SetFinds(const std::vector<Find>&) override {}
-  ResultsGeometry Geometry() override { return {}; }
-  void SetGeometry(const ResultsGeometry&) override {}
-  std::int32_t Today() override { return 0; }
+  std::optional<std::string> Read(const std::string&) const override { return std::nullopt; }
+  bool Replace(const std::string&, std::string_view) override { return true; }
+  bool Remove(const std::string&) override { return true; }
+  bool FileExists(const std::string&) const override { return false; }
 };
 
 class NoResultsView : public ResultsView {
  public:
-  void SetTitleHeader(const std::string&) override {}
   void SetSearchText(const std::string&) override {}
   void SetSearchCaption(const std::string&) override {}
   void EnableSearch(bool) override {}
@@ -118,19 +113,17 @@ class Bench {
           std::pair("by string, none", "quixotic")}) {
       Measure(name, kPasses, pass, uncheck, [this, text = text] {
         dialogs_.inputAnswers.push_back(text);
-        selection_.mnuSelectString_Click(target_);
+        selection_.mnuSelectString_Click(list_);
       });
     }
-    Measure("select all", kPasses, pass, uncheck,
-            [this] { selection_.mnuSelectAll_Click(target_); });
+    Measure("select all", kPasses, pass, uncheck, [this] { selection_.mnuSelectAll_Click(list_); });
     Measure(
         "select none", kPasses, pass, [this] { list_.CheckAll(); },
-        [this] { selection_.mnuSelectNone_Click(target_); });
+        [this] { selection_.mnuSelectNone_Click(list_); });
     for (const size_t step : {list_.Size() - 1, size_t{10}}) {
       Measure(
           step == 10 ? "between, every tenth" : "between, first and last", kPasses, pass,
-          [this, step] { CheckEvery(step); },
-          [this] { selection_.mnuSelectBetween_Click(target_); });
+          [this, step] { CheckEvery(step); }, [this] { selection_.mnuSelectBetween_Click(list_); });
     }
     Measure(
         "fold every second row into requests", std::nullopt, {}, [this] { CheckEvery(2); },
@@ -222,14 +215,17 @@ class Bench {
   FakeDialogs dialogs_;
   NoEvents events_;
   NoClock clock_;
-  NoStore store_;
+  NoFiles files_;
+  const std::string noPath_;
+  Options options_;
+  SettingsFile settings_{files_, noPath_};
+  Finds finds_{files_, noPath_, options_, clock_};
   NoView view_;
   NoResultsView resultsView_;
   MailList list_;
   ListLoader loader_{dialogs_, events_, view_, list_};
   ListSelection selection_{dialogs_};
-  Results results_{list_, view_, store_, dialogs_, clock_, events_};
-  SelectTarget target_{ListKind::kMain, list_, view_};
+  Results results_{list_, finds_, settings_, dialogs_, clock_, events_};
   bool searching_ = false;
 };
 

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/fake_clock.h"
 #include "support/fake_dialogs.h"
 #include "support/fake_views.h"
 #include "support/memory_files.h"
@@ -37,7 +38,9 @@ class OptionsPageTest : public testing::Test, protected OptionsPageView {
   FakeSounds sounds;
   SettingsFile settings{files, "ini"};
   const std::string findsPath = "finds";
-  OptionsPage page{options, settings, *this, files, findsPath, sounds, dialogs};
+  FakeClock clock;
+  Finds finds{files, findsPath, options, clock};
+  OptionsPage page{options, settings, *this, files, finds, sounds, dialogs};
 };
 
 TEST_F(OptionsPageTest, SomeBoxesActAtOnce) {

@@ -5,7 +5,7 @@
 #include "base/dialogs.h"
 #include "base/files.h"
 #include "base/sound_player.h"
-#include "settings/data_folder.h"
+#include "settings/finds.h"
 #include "settings/options.h"
 #include "settings/settings_file.h"
 
@@ -20,9 +20,9 @@ struct Machine {
 };
 
 struct StoredThings {
-  const DataPaths& paths;
   SettingsFile& settings;
   Options& options;
+  Finds& finds;
 };
 
 }  // namespace brindle

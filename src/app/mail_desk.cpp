@@ -1,20 +1,9 @@
 #include "app/mail_desk.h"
 
+#include "ui/pop_up.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
-namespace {
-
-// Brings a window to the user, wherever it was.
-void BringUp(QWidget& window) {
-  if (window.isMinimized()) window.showNormal();
-  window.show();
-  window.raise();
-  window.activateWindow();
-}
-
-}  // namespace
-
 MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
                    const Machine& machine, const std::string& webHost)
     : window_(window),
@@ -29,9 +18,7 @@ MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
       stack_(chat.CurrentSession(), chat.Voice(), chat.Lines(), window, machine.clock),
       requests_(mailList_, stack_, chat.Voice(), stored.options, machine.dialogs),
       manualRequest_(stack_, chat.Voice(), machine.dialogs),
-      storedResults_(stored.settings, machine.files, stored.paths.finds, stored.options,
-                     machine.clock),
-      results_(mailList_, window.List(), storedResults_, machine.dialogs, machine.clock,
+      results_(mailList_, stored.finds, stored.settings, machine.dialogs, machine.clock,
                machine.events) {
   chat.SetScanner([this](std::string_view line, Origin origin) { detection_.Scan(line, origin); });
   chat.OnTurn([this] { stack_.tmrRequest_Timer(); });
@@ -61,12 +48,7 @@ void MailDesk::ShowManualRequest() {
 void MailDesk::ShowResults() {
   if (!results_.cmdFind_Click()) return;
   if (resultsWindow_.isNull()) {
-    resultsWindow_ = new FrmResults(
-        results_, selection_,
-        [this](const SelectTarget& target, const QWidget& button) {
-          window_.List().PopUpSelectFor(target, button);
-        },
-        &window_);
+    resultsWindow_ = new FrmResults(results_, window_.List().Select(), &window_);
   }
   BringUp(*resultsWindow_);
 }

@@ -18,7 +18,6 @@
 #include "mail/server_commands.h"
 #include "mail/server_detection.h"
 #include "mail/server_handles.h"
-#include "mail/stored_results.h"
 #include "ui/frm_main.h"
 #include "ui/frm_manual_request.h"
 #include "ui/frm_results.h"
@@ -53,7 +52,6 @@ class MailDesk {
   RequestStack stack_;
   Requests requests_;
   ManualRequest manualRequest_;
-  StoredResults storedResults_;
   Results results_;
   QPointer<FrmManualRequest> manualRequestWindow_;
   QPointer<FrmResults> resultsWindow_;

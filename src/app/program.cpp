@@ -23,12 +23,13 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs)
       dataFolder_(dataFolder),
       paths_(PathsIn(dataFolder)),
       instance_(dataFolder),
-      chat_(*window_, {paths_, settings_, stored_.options},
+      finds_(files_, paths_.finds, stored_.options, clock_),
+      chat_(*window_, {settings_, stored_.options, finds_},
             {files_, dialogs, clock_, events_, *sounds_}, ReadProductAddresses(settings_).web),
-      mail_(*window_, chat_, {paths_, settings_, stored_.options},
+      mail_(*window_, chat_, {settings_, stored_.options, finds_},
             {files_, dialogs, clock_, events_, *sounds_}, kWebHost),
-      optionsPage_(stored_.options, settings_, window_->OptionsControls(), files_, paths_.finds,
-                   *sounds_, dialogs) {
+      optionsPage_(stored_.options, settings_, window_->OptionsControls(), files_, finds_, *sounds_,
+                   dialogs) {
   window_->OptionsControls().Attach(optionsPage_, stored_.options);
   QObject::connect(&window_->Connection(), &ConnectionPanel::CheckForUpdateClicked, window_.get(),
                    [this] { CheckForUpdate(); });

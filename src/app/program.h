@@ -13,6 +13,7 @@
 #include "platform/clock_qt.h"
 #include "platform/native.h"
 #include "platform/single_instance.h"
+#include "settings/finds.h"
 #include "settings/options_page.h"
 #include "settings/stored_state.h"
 #include "ui/frm_main.h"
@@ -58,7 +59,8 @@ class Program {
   SettingsFile settings_{files_, paths_.settings};
   SingleInstance instance_;
   std::stop_source ending_;  // ends the long loops with the program
-  StoredState stored_;  // its options are the program's
+  StoredState stored_;       // its options are the program's
+  Finds finds_;
   // The window goes before the desks: its widgets show what lives there.
   std::unique_ptr<FrmMain> window_ = std::make_unique<FrmMain>();
   ChatDesk chat_;

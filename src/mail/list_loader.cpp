@@ -22,7 +22,6 @@ void ListLoader::mnuLoadListFile_Click() {
   view_.EnableListButtons(false);
   Load(*path);
   view_.ShowList(true);
-  view_.SetTitleHeader(MailTitleHeader(list_.CheckedCount(), list_.Size()));
   view_.EnableListButtons(true);
 }
 

@@ -22,8 +22,8 @@ class ListLoader {
   // has replaced it in the meantime wins.
   void mnuLoadListFile_Click();
 
-  // Empties the list and nothing else; the header goes on showing the old count.
-  void mnuLoadListWeb_Click() { list_.Clear(); }
+  // Empties the list and nothing else; the header goes on showing the old total.
+  void mnuLoadListWeb_Click() { list_.ClearBelowHeader(); }
 
   // Ends a load that is running, as soon as it next lets window events run: for closing the window.
   void Stop() { stopped_ = true; }

@@ -24,25 +24,16 @@ constexpr const char* kEvenNeeded =
     "An even number of mails must be selected. Please select a stopping point or deselect one.";
 constexpr const char* kAskForTitle = "Please enter what you would like selected.";
 
-void RefreshHeader(const SelectTarget& target) {
-  target.view.SetTitleHeader(MailTitleHeader(target.list.CheckedCount(), target.list.Size()));
-}
-
 }  // namespace
 
-void ListSelection::mnuSelectAll_Click(const SelectTarget& target) {
-  target.list.CheckAll();
-  RefreshHeader(target);
+void ListSelection::mnuSelectAll_Click(MailList& list) { list.CheckAll(); }
+
+void ListSelection::mnuSelectNone_Click(MailList& list) {
+  if (list.Size() == 0) return Inform(kNothingToDeselect);
+  list.UncheckAll();
 }
 
-void ListSelection::mnuSelectNone_Click(const SelectTarget& target) {
-  if (target.list.Size() == 0) return Inform(kNothingToDeselect);
-  target.list.UncheckAll();
-  if (target.kind == ListKind::kMain) RefreshHeader(target);
-}
-
-void ListSelection::mnuSelectBetween_Click(const SelectTarget& target) {
-  MailList& list = target.list;
+void ListSelection::mnuSelectBetween_Click(MailList& list) {
   if (list.Size() == 0) return Inform(kNothingLoaded);
   if (list.CheckedCount() < 2) return Inform(kTwoNeeded);
   if (list.CheckedCount() % 2 != 0) return Inform(kEvenNeeded);
@@ -56,26 +47,22 @@ void ListSelection::mnuSelectBetween_Click(const SelectTarget& target) {
       start = list.NextChecked(stop + 1);
     }
   }
-  if (target.kind == ListKind::kMain) RefreshHeader(target);
 }
 
-void ListSelection::mnuSelectString_Click(const SelectTarget& target) {
-  if (target.list.Size() == 0) return Inform(kNothingLoaded);
+void ListSelection::mnuSelectString_Click(MailList& list) {
+  if (list.Size() == 0) return Inform(kNothingLoaded);
   const std::optional<std::string> answer = dialogs_.Input(kAskForTitle);
   if (!answer || IsBlank(*answer)) return;
 
   const std::string wanted = LowerCase(*answer);
-  const RowSet found = RowsWithTitle(target.list, wanted);
-  target.list.CheckRows(found);
+  const RowSet found = RowsWithTitle(list, wanted);
+  list.CheckRows(found);
   const std::string quoted = "'" + wanted + "'.";
   dialogs_.Notice(Icon::kInformation, found.Count() > 0
                                           ? "Found and selected " + std::to_string(found.Count()) +
                                                 " with the title " + quoted
                                           : "Couldn't find any titles with " + quoted);
-  RefreshHeader(target);
 }
-
-void ListSelection::lstServerList_ItemCheck(const SelectTarget& target) { RefreshHeader(target); }
 
 Marking ListSelection::lstServerList_MouseUp(MailList& list, const Modifiers& modifiers,
                                              const std::vector<RowRange>& highlighted) {

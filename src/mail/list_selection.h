@@ -6,19 +6,9 @@
 #include <vector>
 
 #include "base/dialogs.h"
-#include "mail/list_view.h"
 #include "mail/mail_list.h"
 
 namespace brindle {
-
-enum class ListKind { kMain, kResults };
-
-// The list that a command works on.
-struct SelectTarget {
-  ListKind kind;
-  MailList& list;
-  TitledView& view;
-};
 
 struct Modifiers {
   bool shift = false;
@@ -43,16 +33,14 @@ class ListSelection {
   explicit ListSelection(Dialogs& dialogs) : dialogs_(dialogs) {}
 
   // Offered for the results list only.
-  void mnuSelectAll_Click(const SelectTarget& target);
-  void mnuSelectNone_Click(const SelectTarget& target);
+  void mnuSelectAll_Click(MailList& list);
+  void mnuSelectNone_Click(MailList& list);
   // Takes the checked rows as pairs of start and stop and checks what lies between.
-  void mnuSelectBetween_Click(const SelectTarget& target);
+  void mnuSelectBetween_Click(MailList& list);
   // Asks for a text and checks the rows whose title contains it.
-  void mnuSelectString_Click(const SelectTarget& target);
+  void mnuSelectString_Click(MailList& list);
 
-  // The user has toggled the check of a row.
-  void lstServerList_ItemCheck(const SelectTarget& target);
-  // With Shift alone: checks the highlighted rows among the first 32767. The header is left alone.
+  // With Shift alone: checks the highlighted rows among the first 32767.
   Marking lstServerList_MouseUp(MailList& list, const Modifiers& modifiers,
                                 const std::vector<RowRange>& highlighted);
 

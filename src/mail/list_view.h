@@ -1,22 +1,14 @@
 #pragma once
-// What loading and selecting show around the rows of a list. The rows themselves are watched
+// What loading shows around the mail list of the main window. The rows and their header are watched
 // through the list's observer.
 
 #include <string>
 
 namespace brindle {
 
-// A list with a title header.
-class TitledView {
+class ListView {
  public:
-  virtual ~TitledView() = default;
-  // The text above the titles.
-  virtual void SetTitleHeader(const std::string& text) = 0;
-};
-
-// The list on the main window.
-class ListView : public TitledView {
- public:
+  virtual ~ListView() = default;
   // The buttons `cmdSelect`, `cmdRequest`, `cmdFind` and `cmdLoadList`.
   virtual void EnableListButtons(bool enabled) = 0;
   // Shows the list, or in its place "Loading Please Wait...".

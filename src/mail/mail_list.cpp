@@ -5,7 +5,7 @@
 
 namespace brindle {
 
-void MailList::Clear() { TakeRows(Rows()); }
+void MailList::ClearBelowHeader() { TakeRows(Rows(), Size() > 0 ? Size() : totalInHeader_); }
 
 void MailList::Replace(MailList& other) {
   TakeRows(std::exchange(other.rows_, Rows()));
@@ -13,12 +13,13 @@ void MailList::Replace(MailList& other) {
   ++other.generation_;
 }
 
-void MailList::TakeRows(Rows rows) {
-  if (observer_ != nullptr) observer_->RowsAboutToBeReplaced();
+void MailList::TakeRows(Rows rows, size_t totalInHeader) {
+  Tell([](MailListObserver& observer) { observer.RowsAboutToBeReplaced(); });
   rows_ = std::move(rows);
+  totalInHeader_ = totalInHeader;
   ownTexts_.reset();
   ++generation_;
-  if (observer_ != nullptr) observer_->RowsReplaced();
+  Tell([](MailListObserver& observer) { observer.RowsReplaced(); });
 }
 
 void MailList::SetTexts(std::shared_ptr<const MailTexts> texts) {
@@ -41,7 +42,7 @@ void MailList::ShowRowsOf(const MailList& source, std::vector<std::uint32_t> tex
 }
 
 bool MailList::Append(std::string_view number, std::string_view title) {
-  assert(observer_ == nullptr);
+  assert(observers_.empty());
   MailTexts& texts = OwnTexts();
   if (!texts.Append(number, title)) return false;
   texts.Settle();
@@ -65,8 +66,8 @@ void MailList::SetChecked(size_t row, bool checked) {
   if (!rows_.checked.Set(row, checked)) return;
   if (bulkDepth_ > 0) {
     bulkChanged_ = true;
-  } else if (observer_ != nullptr) {
-    observer_->CheckChanged(row);
+  } else {
+    Tell([row](MailListObserver& observer) { observer.CheckChanged(row); });
   }
 }
 
@@ -89,8 +90,8 @@ void MailList::CheckRows(const RowSet& rows) {
 void MailList::TellChecksChanged() {
   if (bulkDepth_ > 0) {
     bulkChanged_ = true;
-  } else if (observer_ != nullptr) {
-    observer_->ChecksChanged();
+  } else {
+    Tell([](MailListObserver& observer) { observer.ChecksChanged(); });
   }
 }
 
@@ -99,8 +100,9 @@ void MailList::EndBulkChange() {
   TellChecksChanged();
 }
 
-std::string MailTitleHeader(size_t checked, size_t total) {
-  return "Mail Title [" + std::to_string(checked) + "/" + std::to_string(total) + "]";
+std::string MailList::TitleHeader() const {
+  const size_t total = Size() > 0 ? Size() : totalInHeader_;
+  return "Mail Title [" + std::to_string(CheckedCount()) + "/" + std::to_string(total) + "]";
 }
 
 }  // namespace brindle

@@ -1,9 +1,8 @@
 #pragma once
 // The mails of one server's list: a number (kept as text), a title and a check for each row. The
 // texts themselves are in MailTexts, which lists can share: the results of a search are row numbers
-// over the texts of the list that was searched, with checks of their own. Rows count from 0. One
-// observer (a view's model) is told about every change; the header above the titles is not the
-// list's business, because it is refreshed at some changes only.
+// over the texts of the list that was searched, with checks of their own. Rows count from 0.
+// Observers are told about every change.
 
 #include <cassert>
 #include <cstddef>
@@ -23,12 +22,12 @@ class MailListObserver {
  public:
   virtual ~MailListObserver() = default;
   // All rows are about to be replaced, and then: have been.
-  virtual void RowsAboutToBeReplaced() = 0;
-  virtual void RowsReplaced() = 0;
+  virtual void RowsAboutToBeReplaced() {}
+  virtual void RowsReplaced() {}
   // The check of one row has changed.
-  virtual void CheckChanged(size_t row) = 0;
+  virtual void CheckChanged(size_t /*row*/) {}
   // The checks of any number of rows have changed.
-  virtual void ChecksChanged() = 0;
+  virtual void ChecksChanged() {}
 };
 
 class MailList {
@@ -37,11 +36,14 @@ class MailList {
   MailList(const MailList&) = delete;
   MailList& operator=(const MailList&) = delete;
 
-  // Null ends the observing. The observer is not owned and must outlive the list or its observing.
-  void Observe(MailListObserver* observer) { observer_ = observer; }
+  // The observer is not owned and must outlive the list or its observing.
+  void Observe(MailListObserver& observer) { observers_.push_back(&observer); }
+  void StopObserving(MailListObserver& observer) { std::erase(observers_, &observer); }
 
   // Removes all rows.
-  void Clear();
+  void Clear() { TakeRows(Rows()); }
+  // The same, but the header goes on showing the old total until rows come.
+  void ClearBelowHeader();
 
   // Takes over all rows of `other`, with their checks; `other` is left empty. The observer and the
   // generation stay this list's own. A list that is observed is filled in this way.
@@ -60,7 +62,11 @@ class MailList {
   bool Append(std::string_view number, std::string_view title);
 
   size_t Size() const { return rows_.checked.Rows(); }
+  const RowSet& Checked() const { return rows_.checked; }
   size_t CheckedCount() const { return rows_.checked.Count(); }
+
+  // What stands above the titles: "Mail Title [checked/total]".
+  std::string TitleHeader() const;
 
   // Changes whenever all rows are removed or replaced: a loop that lets window events run compares
   // it to notice that it walks another list.
@@ -115,19 +121,22 @@ class MailList {
   }
   // The texts, made ready to take a row: this list's own, and nobody else's.
   MailTexts& OwnTexts();
-  void TakeRows(Rows rows);
+  void TakeRows(Rows rows, size_t totalInHeader = 0);
+  // Calls what(observer) for each of them.
+  template <typename What>
+  void Tell(What what) {
+    for (MailListObserver* observer : observers_) what(*observer);
+  }
   void TellChecksChanged();
   void EndBulkChange();
 
   Rows rows_;
   std::shared_ptr<MailTexts> ownTexts_;  // rows_.texts, if they are still being filled
   std::uint64_t generation_ = 0;
-  MailListObserver* observer_ = nullptr;
+  std::vector<MailListObserver*> observers_;
+  size_t totalInHeader_ = 0;  // while there are no rows
   int bulkDepth_ = 0;
   bool bulkChanged_ = false;
 };
-
-// The header above the titles: "Mail Title [checked/total]".
-std::string MailTitleHeader(size_t checked, size_t total);
 
 }  // namespace brindle

@@ -1,16 +1,16 @@
 #pragma once
 // The search window's rule: finds mails of the loaded list by a piece of their title, keeps the
-// matches in a list of their own, sends checks back to the main list, and remembers the searches.
+// matches in a list of their own, and sends checks back to the main list. When that list is
+// replaced, it is searched again at once, so the matches are always its own.
 
 #include <string>
-#include <vector>
 
 #include "base/clock.h"
 #include "base/dialogs.h"
-#include "base/observed_list.h"
-#include "mail/list_view.h"
 #include "mail/mail_list.h"
-#include "settings/stored_lists.h"
+#include "mail/row_set.h"
+#include "settings/finds.h"
+#include "settings/settings_file.h"
 
 namespace brindle {
 
@@ -22,22 +22,9 @@ struct ResultsGeometry {
   int column2 = 0;
 };
 
-// Where searches and sizes are kept between runs.
-class ResultsStore {
+class ResultsView {
  public:
-  virtual ~ResultsStore() = default;
-  virtual std::string LastSearch() = 0;
-  virtual void SetLastSearch(const std::string& text) = 0;
-  // The remembered searches without those that the user wants dropped.
-  virtual std::vector<Find> Finds() = 0;
-  virtual void SetFinds(const std::vector<Find>& finds) = 0;
-  virtual ResultsGeometry Geometry() = 0;
-  virtual void SetGeometry(const ResultsGeometry& geometry) = 0;
-  virtual DayNumber Today() = 0;
-};
-
-class ResultsView : public TitledView {
- public:
+  virtual ~ResultsView() = default;
   // The text in cmbSearch.
   virtual void SetSearchText(const std::string& text) = 0;
   // The caption of fmeSearch.
@@ -50,22 +37,19 @@ class ResultsView : public TitledView {
   virtual void FocusSearch() = 0;
 };
 
-class Results {
+class Results : private MailListObserver {
  public:
-  // `main` is the loaded list and `mainView` its header.
-  Results(MailList& main, TitledView& mainView, ResultsStore& store, Dialogs& dialogs,
-          const Clock& clock, EventPump& events)
-      : main_(main),
-        mainView_(mainView),
-        store_(store),
-        dialogs_(dialogs),
-        clock_(clock),
-        events_(events) {}
+  // `main` is the loaded list.
+  Results(MailList& main, Finds& finds, SettingsFile& settings, Dialogs& dialogs,
+          const Clock& clock, EventPump& events);
+  ~Results() override;
+  Results(const Results&) = delete;
+  Results& operator=(const Results&) = delete;
 
   // False, after telling the user, when there is no list to search.
   bool cmdFind_Click();
 
-  // The window has opened: shows the remembered searches. Returns the sizes to take.
+  // The window has opened. Returns the sizes to take.
   ResultsGeometry Form_Load(ResultsView& view);
 
   void cmdSearch_Click(const std::string& text);
@@ -81,30 +65,30 @@ class Results {
 
   // The window goes away, and with it the results, which would hold on to the searched list's
   // texts.
-  void Form_Unload() {
-    view_ = nullptr;
-    found_.Clear();
-  }
+  void Form_Unload();
 
   MailList& Found() { return found_; }
-  // The remembered searches, the latest at the end.
-  const ObservedList<Find>& Finds() const { return finds_; }
+  const ObservedList<Find>& RememberedSearches() const { return finds_.Items(); }
 
  private:
-  void Remember(const std::string& text);
-  void Fill(const std::string& text);
+  void RowsReplaced() override;
+  // Looks for `searched_` in the main list.
+  void Search();
   // Checks row n of the main list for each given result of number n.
-  void SendRows(const std::vector<size_t>& rows);
+  void SendRows(const RowSet& rows);
+  bool HasUnsentChecks() const;
 
   MailList& main_;
-  TitledView& mainView_;
-  ResultsStore& store_;
+  Finds& finds_;
+  SettingsFile& settings_;
   Dialogs& dialogs_;
   const Clock& clock_;
   EventPump& events_;
   ResultsView* view_ = nullptr;
   MailList found_;
-  ObservedList<Find> finds_;
+  RowSet sent_;           // of found_
+  std::string searched_;  // what found_ holds; empty before the first search
+  int turn_ = 0;          // counts searches and windows: who waits sees that something came between
 };
 
 }  // namespace brindle

@@ -15,7 +15,7 @@ void OptionsPage::BoxClicked(const OptionGroup& group, size_t index, bool on) {
 
 void OptionsPage::cmdOptionsFinds_Click() {
   if (dialogs_.Question(Icon::kExclamation, "Are you sure you wish to delete your finds list?")) {
-    files_.Remove(findsPath_);
+    finds_.Clear();
   }
 }
 

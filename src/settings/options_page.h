@@ -7,6 +7,7 @@
 #include "base/dialogs.h"
 #include "base/files.h"
 #include "base/sound_player.h"
+#include "settings/finds.h"
 #include "settings/options.h"
 #include "settings/settings_file.h"
 
@@ -31,12 +32,12 @@ class OptionsPageView {
 class OptionsPage {
  public:
   OptionsPage(Options& options, SettingsFile& settings, OptionsPageView& view, Files& files,
-              const std::string& findsPath, SoundPlayer& sounds, Dialogs& dialogs)
+              Finds& finds, SoundPlayer& sounds, Dialogs& dialogs)
       : options_(options),
         settings_(settings),
         view_(view),
         files_(files),
-        findsPath_(findsPath),
+        finds_(finds),
         sounds_(sounds),
         dialogs_(dialogs) {}
 
@@ -46,7 +47,7 @@ class OptionsPage {
   void txtOptionsSound_Change(SoundSlot slot, const std::string& path) { Sound(slot).path = path; }
   void cmbOptionsFinds_Click(int index) { options_.findDaysIndex = index; }
 
-  // "Clear finds now": asks, then deletes the remembered searches.
+  // "Clear finds now": asks, then forgets the remembered searches.
   void cmdOptionsFinds_Click();
   void cmdSoundOpen_Click(SoundSlot slot);
   void cmdSoundPlay_Click(SoundSlot slot);
@@ -60,7 +61,7 @@ class OptionsPage {
   SettingsFile& settings_;
   OptionsPageView& view_;
   Files& files_;
-  const std::string& findsPath_;
+  Finds& finds_;
   SoundPlayer& sounds_;
   Dialogs& dialogs_;
 };

@@ -19,17 +19,13 @@ int Pixels(int twips) { return qBound(0, twips / kTwipsPerPixel, kLargestSize); 
 
 }  // namespace
 
-FrmResults::FrmResults(Results& results, ListSelection& selection, PopUpSelect popUpSelect,
-                       QWidget* parent)
-    : QWidget(parent, Qt::Window),
-      ui_(std::make_unique<Ui::FrmResults>()),
-      results_(results),
-      selection_(selection) {
+FrmResults::FrmResults(Results& results, SelectMenu& mnuSelect, QWidget* parent)
+    : QWidget(parent, Qt::Window), ui_(std::make_unique<Ui::FrmResults>()), results_(results) {
   setAttribute(Qt::WA_DeleteOnClose);
   ui_->setupUi(this);
-  ui_->cmbSearch->Attach(results.Finds());
+  ui_->cmbSearch->Attach(results.RememberedSearches());
   ui_->lstResults->Attach(results.Found());
-  ConnectControls(std::move(popUpSelect));
+  ConnectControls(mnuSelect);
   TakeGeometry(results_.Form_Load(*this));
   if (parent != nullptr) move(parent->pos() + QPoint(kOffset, kOffset));
   ui_->cmbSearch->lineEdit()->selectAll();
@@ -38,7 +34,7 @@ FrmResults::FrmResults(Results& results, ListSelection& selection, PopUpSelect p
 
 FrmResults::~FrmResults() { results_.Form_Unload(); }
 
-void FrmResults::ConnectControls(PopUpSelect popUpSelect) {
+void FrmResults::ConnectControls(SelectMenu& mnuSelect) {
   connect(ui_->cmdSearch, &QPushButton::clicked, this,
           [this] { results_.cmdSearch_Click(ui_->cmbSearch->currentText().toStdString()); });
   connect(ui_->cmbSearch->lineEdit(), &QLineEdit::returnPressed, ui_->cmdSearch,
@@ -46,18 +42,16 @@ void FrmResults::ConnectControls(PopUpSelect popUpSelect) {
   connect(ui_->cmdSelected, &QPushButton::clicked, this, [this] { results_.cmdSelected_Click(); });
   connect(ui_->cmdAll, &QPushButton::clicked, this, [this] { results_.cmdAll_Click(); });
   connect(ui_->cmdSelect, &QPushButton::clicked, this,
-          [this, popUp = std::move(popUpSelect)] { popUp(Target(), *ui_->cmdSelect); });
+          [this, &mnuSelect] { mnuSelect.PopUpForResults(results_.Found(), *ui_->cmdSelect); });
   connect(ui_->cmdReturn, &QPushButton::clicked, this, &QWidget::close);
   connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
-  connect(ui_->lstResults, &MailTable::CheckToggled, this,
-          [this] { selection_.lstServerList_ItemCheck(Target()); });
 }
-
-SelectTarget FrmResults::Target() { return {ListKind::kResults, results_.Found(), *this}; }
 
 ResultsGeometry FrmResults::Geometry() const {
   const MailTable& table = *ui_->lstResults;
-  return {height() * kTwipsPerPixel, width() * kTwipsPerPixel,
+  const bool plain = (windowState() & (Qt::WindowMinimized | Qt::WindowMaximized)) == 0;
+  const QSize shown = plain ? size() : normalGeometry().size();
+  return {shown.height() * kTwipsPerPixel, shown.width() * kTwipsPerPixel,
           table.columnWidth(MailListModel::kNumber) * kTwipsPerPixel,
           table.columnWidth(MailListModel::kTitle) * kTwipsPerPixel};
 }
@@ -75,8 +69,6 @@ void FrmResults::TakeGeometry(const ResultsGeometry& geometry) {
 void FrmResults::closeEvent(QCloseEvent* event) {
   event->setAccepted(results_.cmdReturn_Click(Geometry()));
 }
-
-void FrmResults::SetTitleHeader(const std::string& text) { ui_->lstResults->SetTitleHeader(text); }
 
 void FrmResults::SetSearchText(const std::string& text) {
   ui_->cmbSearch->setEditText(ToQString(text));

@@ -2,11 +2,10 @@
 // frmResults: the search window.
 
 #include <QWidget>
-#include <functional>
 #include <memory>
 
-#include "mail/list_selection.h"
 #include "mail/results.h"
+#include "ui/select_menu.h"
 
 namespace Ui {
 class FrmResults;
@@ -18,13 +17,12 @@ class FrmResults : public QWidget, private ResultsView {
   Q_OBJECT
 
  public:
-  // Shows the Select menu for `target` under a button.
-  using PopUpSelect = std::function<void(const SelectTarget& target, const QWidget& button)>;
-
   // The window deletes itself when closed.
-  FrmResults(Results& results, ListSelection& selection, PopUpSelect popUpSelect, QWidget* parent);
+  FrmResults(Results& results, SelectMenu& mnuSelect, QWidget* parent);
   ~FrmResults() override;
 
+  // The sizes to come back with: those that the window has while it is neither minimised nor
+  // maximised.
   ResultsGeometry Geometry() const;
 
  protected:
@@ -32,7 +30,6 @@ class FrmResults : public QWidget, private ResultsView {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void SetTitleHeader(const std::string& text) override;
   void SetSearchText(const std::string& text) override;
   void SetSearchCaption(const std::string& text) override;
   void EnableSearch(bool enabled) override;
@@ -40,13 +37,11 @@ class FrmResults : public QWidget, private ResultsView {
   void SetCounts(size_t searched, size_t matches, TickCount milliseconds) override;
   void FocusSearch() override;
 
-  void ConnectControls(PopUpSelect popUpSelect);
+  void ConnectControls(SelectMenu& mnuSelect);
   void TakeGeometry(const ResultsGeometry& geometry);
-  SelectTarget Target();
 
   std::unique_ptr<Ui::FrmResults> ui_;
   Results& results_;
-  ListSelection& selection_;
 };
 
 }  // namespace brindle

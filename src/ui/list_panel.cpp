@@ -8,17 +8,17 @@
 #include "ui_list_panel.h"
 
 namespace brindle {
+
 ListPanel::ListPanel(QWidget* parent)
     : QWidget(parent),
       ui_(std::make_unique<Ui::ListPanel>()),
       mnuLoadList_("Load List", this),
-      mnuSelect_("Select", this) {
+      mnuSelect_(this) {
   ui_->setupUi(this);
   for (QLineEdit* field : {ui_->txtListServer, ui_->txtListAOLSN}) {
     KeepOneLine(*field);
   }
   mnuLoadList_.setObjectName("mnuLoadList");
-  mnuSelect_.setObjectName("mnuSelect");
   connect(ui_->txtListAOLSN, &QLineEdit::textEdited, this, &ListPanel::ScreenNameEdited);
 }
 
@@ -29,9 +29,6 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
   list_ = &list;
   selection_ = &selection;
   ui_->lstServerList->Attach(list);
-  connect(ui_->lstServerList, &MailTable::CheckToggled, this, [this] {
-    selection_->lstServerList_ItemCheck({ListKind::kMain, *list_, *this});
-  });
   connect(ui_->lstServerList, &MailTable::MouseUp, this, &ListPanel::ShiftClick);
   // Where the list has the focus; elsewhere the key searches something else.
   auto* find = new QShortcut(QKeySequence::Find, ui_->lstServerList);
@@ -54,35 +51,9 @@ void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
   AddMenuItem(mnuLoadList_, "mnuLoadListWeb", "From Web",
               [&loader] { loader.mnuLoadListWeb_Click(); });
 
-  mnuSelectAll_ = AddMenuItem(mnuSelect_, "mnuSelectAll", "All",
-                              [this, &selection] { selection.mnuSelectAll_Click(Target()); });
-  mnuSelectAll_->setVisible(false);
-  connect(ui_->cmdSelect, &QPushButton::clicked, this, [this] {
-    mnuSelectAll_->setVisible(false);
-    PopUpBelow(mnuSelect_, *ui_->cmdSelect);
-  });
-  AddMenuItem(mnuSelect_, "mnuSelectNone", "None",
-              [this, &selection] { selection.mnuSelectNone_Click(Target()); });
-  mnuSelect_.addSeparator();
-  AddMenuItem(mnuSelect_, "mnuSelectBetween", "Between",
-              [this, &selection] { selection.mnuSelectBetween_Click(Target()); });
-  AddMenuItem(mnuSelect_, "mnuSelectString", "By String",
-              [this, &selection] { selection.mnuSelectString_Click(Target()); });
-  mnuSelect_.addSeparator();
-  // These two stand in the menu and do nothing.
-  AddMenuItem(mnuSelect_, "mnuSelectSimilarLeft", "Similar From Left", [] {});
-  AddMenuItem(mnuSelect_, "mnuSelectSimilarRight", "Similar From Right", [] {});
-}
-
-SelectTarget ListPanel::Target() {
-  if (mnuSelectAll_->isVisible() && results_) return *results_;
-  return {ListKind::kMain, *list_, *this};
-}
-
-void ListPanel::PopUpSelectFor(const SelectTarget& results, const QWidget& button) {
-  results_.emplace(results);
-  mnuSelectAll_->setVisible(true);
-  PopUpBelow(mnuSelect_, button);
+  mnuSelect_.Attach(selection, *list_);
+  connect(ui_->cmdSelect, &QPushButton::clicked, this,
+          [this] { mnuSelect_.PopUpForMain(*ui_->cmdSelect); });
 }
 
 void ListPanel::SetColours(Colour text, Colour background) {
@@ -92,10 +63,6 @@ void ListPanel::SetColours(Colour text, Colour background) {
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
 
 void ListPanel::SetScreenName(const QString& name) { ui_->txtListAOLSN->setText(name); }
-
-void ListPanel::SetTitleHeader(const std::string& text) {
-  ui_->lstServerList->SetTitleHeader(text);
-}
 
 void ListPanel::EnableListButtons(bool enabled) {
   for (QPushButton* button : {ui_->cmdSelect, ui_->cmdRequest, ui_->cmdFind, ui_->cmdLoadList}) {

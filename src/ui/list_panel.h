@@ -4,12 +4,12 @@
 #include <QMenu>
 #include <QWidget>
 #include <memory>
-#include <optional>
 
 #include "mail/list_loader.h"
 #include "mail/list_selection.h"
 #include "mail/list_view.h"
 #include "mail/requests.h"
+#include "ui/select_menu.h"
 
 namespace Ui {
 class ListPanel;
@@ -26,15 +26,14 @@ class ListPanel : public QWidget, public ListView {
 
   void Attach(MailList& list, ListLoader& loader, ListSelection& selection, Requests& requests);
 
-  // Pops the Select menu up under `button`, for the list of search results.
-  void PopUpSelectFor(const SelectTarget& results, const QWidget& button);
+  // Serves the list of search results too.
+  SelectMenu& Select() { return mnuSelect_; }
 
   void SetColours(Colour text, Colour background);
 
   QString ScreenName() const;
   void SetScreenName(const QString& name);
 
-  void SetTitleHeader(const std::string& text) override;
   void EnableListButtons(bool enabled) override;
   void ShowList(bool shown) override;
   void SetListServer(const std::string& handle) override;
@@ -49,17 +48,13 @@ class ListPanel : public QWidget, public ListView {
 
  private:
   void BuildMenus(ListLoader& loader, ListSelection& selection);
-  // The list that the Select menu works on: the results while "All" is offered.
-  SelectTarget Target();
   void ShiftClick(Qt::KeyboardModifiers modifiers);
 
   std::unique_ptr<Ui::ListPanel> ui_;
   QMenu mnuLoadList_;
-  QMenu mnuSelect_;
-  QAction* mnuSelectAll_ = nullptr;
+  SelectMenu mnuSelect_;
   MailList* list_ = nullptr;
   ListSelection* selection_ = nullptr;
-  std::optional<SelectTarget> results_;
 };
 
 }  // namespace brindle

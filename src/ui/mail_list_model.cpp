@@ -16,19 +16,11 @@ QString ShownText(std::string_view text) {
 }  // namespace
 
 MailListModel::MailListModel(MailList& list, QObject* parent)
-    : QAbstractTableModel(parent),
-      list_(list),
-      rows_(static_cast<int>(list.Size())),
-      titleHeader_(ToQString(MailTitleHeader(list.CheckedCount(), list.Size()))) {
-  list_.Observe(this);
+    : QAbstractTableModel(parent), list_(list), rows_(static_cast<int>(list.Size())) {
+  list_.Observe(*this);
 }
 
-MailListModel::~MailListModel() { list_.Observe(nullptr); }
-
-void MailListModel::SetTitleHeader(const QString& text) {
-  titleHeader_ = text;
-  emit headerDataChanged(Qt::Horizontal, kTitle, kTitle);
-}
+MailListModel::~MailListModel() { list_.StopObserving(*this); }
 
 int MailListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rows_;
@@ -53,13 +45,12 @@ bool MailListModel::setData(const QModelIndex& index, const QVariant& value, int
   const auto row = static_cast<size_t>(index.row());
   if (role != Qt::CheckStateRole || index.column() != kNumber || row >= list_.Size()) return false;
   list_.SetChecked(row, value.toInt() == Qt::Checked);
-  emit CheckToggled();
   return true;
 }
 
 QVariant MailListModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return section == kNumber ? QString("Mail #") : titleHeader_;
+  return section == kNumber ? QString("Mail #") : ToQString(list_.TitleHeader());
 }
 
 Qt::ItemFlags MailListModel::flags(const QModelIndex& index) const {
@@ -73,13 +64,14 @@ void MailListModel::RowsReplaced() {
 }
 
 void MailListModel::CheckChanged(size_t row) {
-  const QModelIndex changed = index(static_cast<int>(row), kNumber);
-  emit dataChanged(changed, changed, {Qt::CheckStateRole});
+  TellChecked(static_cast<int>(row), static_cast<int>(row));
 }
 
-void MailListModel::ChecksChanged() {
-  if (rows_ == 0) return;
-  emit dataChanged(index(0, kNumber), index(rows_ - 1, kNumber), {Qt::CheckStateRole});
+void MailListModel::ChecksChanged() { TellChecked(0, rows_ - 1); }
+
+void MailListModel::TellChecked(int first, int last) {
+  emit dataChanged(index(first, kNumber), index(last, kNumber), {Qt::CheckStateRole});
+  emit headerDataChanged(Qt::Horizontal, kTitle, kTitle);
 }
 
 }  // namespace brindle

@@ -1,6 +1,6 @@
 #pragma once
-// Shows a MailList in a table of two columns, the number with its check box and the title. Rows are
-// read from the list as they are drawn; nothing is copied.
+// Shows a MailList in a table of two columns, the number with its check box and the title under the
+// list's header. Rows are read from the list as they are drawn; nothing is copied.
 
 #include <QAbstractTableModel>
 
@@ -18,8 +18,6 @@ class MailListModel : public QAbstractTableModel, private MailListObserver {
   explicit MailListModel(MailList& list, QObject* parent = nullptr);
   ~MailListModel() override;
 
-  void SetTitleHeader(const QString& text);
-
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
@@ -27,19 +25,15 @@ class MailListModel : public QAbstractTableModel, private MailListObserver {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
- signals:
-  // The user has toggled the check box of a row.
-  void CheckToggled();
-
  private:
   void RowsAboutToBeReplaced() override { beginResetModel(); }
   void RowsReplaced() override;
   void CheckChanged(size_t row) override;
   void ChecksChanged() override;
+  void TellChecked(int first, int last);
 
   MailList& list_;
   int rows_ = 0;  // as told to the view
-  QString titleHeader_;
 };
 
 }  // namespace brindle

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "ui/mail_list_model.h"
-#include "ui/qt_text.h"
 
 namespace brindle {
 namespace {
@@ -27,13 +26,9 @@ MailTable::MailTable(QWidget* parent) : QTableView(parent) {
 
 void MailTable::Attach(MailList& list) {
   list_ = &list;
-  model_ = new MailListModel(list, this);
-  setModel(model_);
+  setModel(new MailListModel(list, this));
   setColumnWidth(MailListModel::kNumber, kNumberColumnWidth);
-  connect(model_, &MailListModel::CheckToggled, this, &MailTable::CheckToggled);
 }
-
-void MailTable::SetTitleHeader(const std::string& text) { model_->SetTitleHeader(ToQString(text)); }
 
 std::vector<RowRange> MailTable::HighlightedRows() const {
   std::vector<RowRange> ranges;
@@ -69,13 +64,10 @@ void MailTable::ToggleHighlighted() {
   const QModelIndex current = currentIndex();
   if (!current.isValid()) return;
   const bool checked = !list_->IsChecked(static_cast<size_t>(current.row()));
-  {
-    const MailList::BulkChange bulk(*list_);
-    for (const RowRange& range : HighlightedRows()) {
-      for (size_t row = range.first; row <= range.last; ++row) list_->SetChecked(row, checked);
-    }
+  const MailList::BulkChange bulk(*list_);
+  for (const RowRange& range : HighlightedRows()) {
+    for (size_t row = range.first; row <= range.last; ++row) list_->SetChecked(row, checked);
   }
-  emit CheckToggled();
 }
 
 }  // namespace brindle

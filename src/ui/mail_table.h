@@ -10,8 +10,6 @@
 
 namespace brindle {
 
-class MailListModel;
-
 class MailTable : public QTableView {
   Q_OBJECT
 
@@ -21,8 +19,6 @@ class MailTable : public QTableView {
   // Shows `list`, which must live longer than this.
   void Attach(MailList& list);
 
-  void SetTitleHeader(const std::string& text);
-
   // The highlighted rows, in order.
   std::vector<RowRange> HighlightedRows() const;
 
@@ -30,8 +26,6 @@ class MailTable : public QTableView {
   void SetColours(const QColor& text, const QColor& background);
 
  signals:
-  // The user has toggled checks.
-  void CheckToggled();
   // The mouse was released; the table has already acted on it.
   void MouseUp(Qt::KeyboardModifiers held);
 
@@ -44,7 +38,6 @@ class MailTable : public QTableView {
   void ToggleHighlighted();
 
   MailList* list_ = nullptr;
-  MailListModel* model_ = nullptr;
 };
 
 }  // namespace brindle

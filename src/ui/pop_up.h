@@ -1,5 +1,5 @@
 #pragma once
-// Menus that pop up under a button.
+// Menus that pop up under a button, and windows that come up when one is clicked.
 
 #include <QAction>
 #include <QMenu>
@@ -10,6 +10,14 @@ namespace brindle {
 // Shows `menu` with its top left corner at the bottom left of `button`, and returns at once.
 inline void PopUpBelow(QMenu& menu, const QWidget& button) {
   menu.popup(button.mapToGlobal(QPoint(0, button.height())));
+}
+
+// Shows a window in front of the others, also one that was made small.
+inline void BringUp(QWidget& window) {
+  window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+  window.show();
+  window.raise();
+  window.activateWindow();
 }
 
 // Adds an item that runs `action`; `name` is its object name.
