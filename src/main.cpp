@@ -11,6 +11,7 @@
 
 #include "app/program.h"
 #include "platform/end_signals.h"
+#include "platform/native.h"
 #include "settings/data_folder.h"
 #include "settings/product.h"
 #include "ui/dialogs_qt.h"
@@ -58,7 +59,7 @@ std::string FolderFor(const QString& chosen) {
   brindle::FolderFacts facts;
   facts.chosen = chosen.toStdString();
   facts.program = program.toStdString();
-  facts.programIsWritable = QFileInfo(program).isWritable();
+  facts.programIsWritable = brindle::IsWritableFolder(facts.program);
   facts.programHasSettings = QFileInfo::exists(QDir(program).filePath(brindle::kSettingsName));
   facts.user = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation).toStdString();
   // In full, as the user is to read it in messages.

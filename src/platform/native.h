@@ -1,7 +1,6 @@
 #pragma once
 // What this machine gives: files, sounds, the windows of other programs, the window's own menu.
-// Where it has no such thing, nothing happens and nothing is found. Free of the toolkit, so that
-// the core's tests can use it.
+// Where it has no such thing, nothing happens and nothing is found.
 
 #include <cstdint>
 #include <memory>
@@ -13,8 +12,9 @@
 
 namespace brindle {
 
-// Paths are UTF-8. Replace writes "<path>.new" in the same folder first; two programs that replace
-// the same file at the same moment never mix: one of them fails.
+// Paths are UTF-8. Replace writes a file of its own beside the old one first, so that two programs
+// that replace the same file at the same moment never mix: the last one stands. A link stays a
+// link; a file that is marked read-only is not replaced.
 class NativeFiles : public Files {
  public:
   std::optional<std::string> Read(const std::string& path) const override;
@@ -23,7 +23,7 @@ class NativeFiles : public Files {
   bool FileExists(const std::string& path) const override;
 };
 
-// True when files can be created in `folder`.
+// True when files can be created in `folder`: tried out, for marks and rights do not tell.
 bool IsWritableFolder(const std::string& folder);
 
 // Plays wave files.
