@@ -269,6 +269,9 @@ TEST(Requests, EchoSendAndPause) {
   EXPECT_EQ(stage.sentAt[1] - stage.sentAt[0], 200);
   EXPECT_EQ(stage.sentAt[2] - stage.sentAt[1], 200);
   EXPECT_EQ(progress, "1/3 2/3 3/3 end");
+  EXPECT_EQ(stage.list.TitleHeader(), "Mail Title [3/6]");
+  stage.list.SetChecked(5, true);
+  EXPECT_EQ(stage.list.TitleHeader(), "Mail Title [1/6]");
   // Nothing in a field adds a line, and a line that is too long is not cut.
   stage.Fill("x.");
   stage.requests.cmdRequest_Click("a\rQUIT", "h");

@@ -69,7 +69,7 @@ Marking ListSelection::lstServerList_MouseUp(MailList& list, const Modifiers& mo
   if (!modifiers.shift || modifiers.control || modifiers.alt) return Marking::kDone;
   const size_t end = std::min(list.Size(), kRowsInReach);
   auto marking = Marking::kDone;
-  const MailList::BulkChange change(list);
+  const MailList::BulkChange change(list, MailList::Header::kStays);
   for (const RowRange& range : highlighted) {
     if (range.first < end) list.CheckRange(range.first, std::min(range.last, end - 1));
     if (range.last >= kRowsInReach && list.Size() > kRowsInReach) marking = Marking::kCutShort;

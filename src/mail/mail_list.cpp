@@ -17,6 +17,7 @@ void MailList::TakeRows(Rows rows, size_t totalInHeader) {
   Tell([](MailListObserver& observer) { observer.RowsAboutToBeReplaced(); });
   rows_ = std::move(rows);
   totalInHeader_ = totalInHeader;
+  checkedInHeader_ = CheckedCount();
   ownTexts_.reset();
   ++generation_;
   Tell([](MailListObserver& observer) { observer.RowsReplaced(); });
@@ -64,6 +65,7 @@ MailTexts& MailList::OwnTexts() {
 
 void MailList::SetChecked(size_t row, bool checked) {
   if (!rows_.checked.Set(row, checked)) return;
+  RefreshHeader();
   if (bulkDepth_ > 0) {
     bulkChanged_ = true;
   } else {
@@ -88,6 +90,7 @@ void MailList::CheckRows(const RowSet& rows) {
 }
 
 void MailList::TellChecksChanged() {
+  RefreshHeader();
   if (bulkDepth_ > 0) {
     bulkChanged_ = true;
   } else {
@@ -102,7 +105,7 @@ void MailList::EndBulkChange() {
 
 std::string MailList::TitleHeader() const {
   const size_t total = Size() > 0 ? Size() : totalInHeader_;
-  return "Mail Title [" + std::to_string(CheckedCount()) + "/" + std::to_string(total) + "]";
+  return "Mail Title [" + std::to_string(checkedInHeader_) + "/" + std::to_string(total) + "]";
 }
 
 }  // namespace brindle

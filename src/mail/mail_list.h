@@ -65,7 +65,8 @@ class MailList {
   const RowSet& Checked() const { return rows_.checked; }
   size_t CheckedCount() const { return rows_.checked.Count(); }
 
-  // What stands above the titles: "Mail Title [checked/total]".
+  // What stands above the titles: "Mail Title [checked/total]". It follows every change but those
+  // under a BulkChange that leaves it alone.
   std::string TitleHeader() const;
 
   // Changes whenever all rows are removed or replaced: a loop that lets window events run compares
@@ -92,15 +93,24 @@ class MailList {
   std::optional<size_t> NextChecked(size_t from) const { return rows_.checked.Next(from); }
 
   // While one of these lives, changed checks are collected and reported by one ChecksChanged.
+  enum class Header { kFollows, kStays };
   class BulkChange {
    public:
-    explicit BulkChange(MailList& list) : list_(list) { ++list_.bulkDepth_; }
-    ~BulkChange() { list_.EndBulkChange(); }
+    explicit BulkChange(MailList& list, Header header = Header::kFollows)
+        : list_(list), header_(header) {
+      ++list_.bulkDepth_;
+      if (header_ == Header::kStays) ++list_.headerHeld_;
+    }
+    ~BulkChange() {
+      list_.EndBulkChange();
+      if (header_ == Header::kStays) --list_.headerHeld_;
+    }
     BulkChange(const BulkChange&) = delete;
     BulkChange& operator=(const BulkChange&) = delete;
 
    private:
     MailList& list_;
+    Header header_;
   };
 
   // For searching: the texts that the rows are taken from, null when there are no rows, and the
@@ -127,6 +137,9 @@ class MailList {
   void Tell(What what) {
     for (MailListObserver* observer : observers_) what(*observer);
   }
+  void RefreshHeader() {
+    if (headerHeld_ == 0) checkedInHeader_ = CheckedCount();
+  }
   void TellChecksChanged();
   void EndBulkChange();
 
@@ -135,6 +148,8 @@ class MailList {
   std::uint64_t generation_ = 0;
   std::vector<MailListObserver*> observers_;
   size_t totalInHeader_ = 0;  // while there are no rows
+  size_t checkedInHeader_ = 0;
+  int headerHeld_ = 0;
   int bulkDepth_ = 0;
   bool bulkChanged_ = false;
 };

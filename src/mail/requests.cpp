@@ -48,7 +48,7 @@ RequestRun Requests::RunOver(const std::string& screenName, const std::string& h
   }
   run.isStale = [this, walk] { return list_.Generation() != walk->generation; };
   run.next = [this, walk, screenName, handle]() -> std::optional<RequestLine> {
-    const MailList::BulkChange bulk(list_);
+    const MailList::BulkChange bulk(list_, MailList::Header::kStays);
     for (auto row = list_.NextChecked(walk->next); row && *row < walk->rows;
          row = list_.NextChecked(walk->next)) {
       walk->next = *row + 1;
