@@ -40,6 +40,7 @@ class NoWindow : public WindowView, public ConnectView {
   void SetAlternateNick(const std::string&) override {}
   void SetLoginStatus(const std::string&) override {}
   void SetConnectTrouble(const std::string&) override {}
+  void SetPort(const std::string&) override {}
 };
 
 // The session as the program puts it together, without its windows.

@@ -2,14 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/fake_dialogs.h"
-#include "support/fake_port_box.h"
+#include "support/stage.h"
 
 namespace brindle {
 namespace {
 
-class IrcServersTest : public testing::Test {
- protected:
+struct IrcServersTest : testing::Test {
   std::string Rows() const {
     std::string rows;
     for (const IrcServer& row : servers.Entries().Items()) {
@@ -18,15 +16,14 @@ class IrcServersTest : public testing::Test {
     return rows;
   }
 
-  FakeDialogs dialogs;
-  FakePortBox box;
-  IrcServers servers{box, dialogs};
+  Stage stage;
+  IrcServers servers{stage, stage};
 };
 
 TEST_F(IrcServersTest, AddsAnAnswerOrSaysWhatIsWrongWithIt) {
-  const std::string noPort = "No port entered. Please try again.";
-  const std::string noServer = "No server entered. Please try again.";
-  const std::string notNumeric = "The port should be numeric. Please try again.";
+  const std::string noPort = "! No port entered. Please try again.";
+  const std::string noServer = "! No server entered. Please try again.";
+  const std::string notNumeric = "! The port should be numeric. Please try again.";
   const struct {
     std::optional<std::string> answer;
     std::string added;
@@ -52,33 +49,29 @@ TEST_F(IrcServersTest, AddsAnAnswerOrSaysWhatIsWrongWithIt) {
   };
   std::string rows;
   for (const auto& row : table) {
-    dialogs.notices.clear();
-    dialogs.inputAnswers = {row.answer};
+    stage.answers = {row.answer};
     servers.cmdConnectAdd_Click();
     EXPECT_EQ(Rows(), rows += row.added);
-    const std::vector<FakeDialogs::Shown> notice = {{Icon::kExclamation, row.notice}};
-    EXPECT_EQ(dialogs.notices, row.notice.empty() ? decltype(notice){} : notice);
+    EXPECT_EQ(stage.Taken(),
+              "? Enter the server and port. When you are done it should look something like this "
+              ":\r\rirc.brindle.example:6667" +
+                  (row.notice.empty() ? "" : "\n" + row.notice));
   }
-  EXPECT_EQ(dialogs.prompts[0],
-            "Enter the server and port. When you are done it should look something like this :\r\r"
-            "irc.brindle.example:6667");
-  EXPECT_EQ(box.port, "6667");
 }
 
 TEST_F(IrcServersTest, ThePortFollowsTheSelectionAndTheTyping) {
   servers.Add({"a", 1});
   servers.Add({"b", 2});
   servers.cmbConnectServer_Click(1);
-  EXPECT_EQ(box.port, "2");
   for (const char* text : {"", "x", "7x", "3000000000"}) servers.txtConnectPort_Change(text, 1);
-  EXPECT_EQ(Rows(), "a 1|b 2|");
+  EXPECT_EQ(Rows() + stage.Taken(), "a 1|b 2|port 2");
   servers.txtConnectPort_Change("40000", 1);
   servers.txtConnectPort_Change("5", std::nullopt);
   servers.cmbConnectServer_Click(std::nullopt);
   servers.cmdConnectRemove_Click(std::nullopt);
-  EXPECT_EQ(Rows() + box.port, "a 1|b 40000|2");
+  EXPECT_EQ(Rows() + stage.Taken(), "a 1|b 40000|");
   servers.cmdConnectRemove_Click(0);
-  EXPECT_EQ(Rows() + box.port, "b 40000|");
+  EXPECT_EQ(Rows() + stage.Taken(), "b 40000|port ");
 }
 
 }  // namespace

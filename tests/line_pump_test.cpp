@@ -12,7 +12,7 @@ namespace {
 
 struct PumpStage : Stage {
   struct View : ChatView {
-    View(Stage& stage, const char* name) : stage(stage), name(name) {}
+    View(Stage& on, const char* label) : stage(on), name(label) {}
     void Append(const std::vector<ColouredRun>& runs) override {
       for (const ColouredRun& run : runs) {
         stage.Note(name + Readable(run.text));

@@ -45,6 +45,10 @@ bool Program::Open() {
   if (!Form_Load() || closed_) return false;
   window_->ShowTab(Tab::kConnection);
   window_->show();
+  if (!IsWritableFolder(dataFolder_)) {
+    window_->ShowHint("Nothing can be written to " + dataFolder_ +
+                      ": what you change will be lost when Brindle ends.");
+  }
   return true;
 }
 

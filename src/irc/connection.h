@@ -37,6 +37,8 @@ class ConnectView {
   virtual void SetLoginStatus(const std::string& text) = 0;
   // Why the last attempt or session ended; empty once there is nothing to say about it.
   virtual void SetConnectTrouble(const std::string& text) = 0;
+  // The text of txtConnectPort.
+  virtual void SetPort(const std::string& text) = 0;
 };
 
 // Takes the text that the server sends.

@@ -8,20 +8,14 @@
 
 #include "base/dialogs.h"
 #include "base/observed_list.h"
+#include "irc/connection.h"
 #include "settings/stored_lists.h"
 
 namespace brindle {
 
-class IrcServersView {
- public:
-  virtual ~IrcServersView() = default;
-  // The text of txtConnectPort.
-  virtual void SetPort(const std::string& text) = 0;
-};
-
 class IrcServers {
  public:
-  IrcServers(IrcServersView& view, Dialogs& dialogs) : view_(view), dialogs_(dialogs) {}
+  IrcServers(ConnectView& view, Dialogs& dialogs) : view_(view), dialogs_(dialogs) {}
 
   // In order of adding.
   const ObservedList<IrcServer>& Entries() const { return entries_; }
@@ -36,7 +30,7 @@ class IrcServers {
   void txtConnectPort_Change(std::string_view text, std::optional<size_t> selected);
 
  private:
-  IrcServersView& view_;
+  ConnectView& view_;
   Dialogs& dialogs_;
   ObservedList<IrcServer> entries_;
 };

@@ -14,7 +14,7 @@ class ConnectionPanel;
 
 namespace brindle {
 
-class ConnectionPanel : public QWidget, public ConnectView, public IrcServersView {
+class ConnectionPanel : public QWidget, public ConnectView {
   Q_OBJECT
 
  public:

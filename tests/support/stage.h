@@ -73,6 +73,7 @@ class Stage : public WindowView,
   void SetAlternateNick(const std::string& nick) override { Note("alternate " + nick); }
   void SetLoginStatus(const std::string& text) override { Note("login " + text); }
   void SetConnectTrouble(const std::string& text) override { Note("trouble " + text); }
+  void SetPort(const std::string& text) override { Note("port " + text); }
 
   void Notice(Icon icon, const std::string& text) override { Note(Sign(icon) + text); }
   bool Question(Icon icon, const std::string& text) override {
