@@ -24,7 +24,7 @@ std::string Trouble(const std::string& why) {
 }
 
 std::string Begun(const std::string& server = "irc.example") {
-  return "button Disconnect off\ncancel\ntrouble \nno nicks\nclose\n1|^C3* Connecting to " +
+  return "cancel\nbutton Disconnect off\ntrouble \nno nicks\nclose\n1|^C3* Connecting to " +
          server + "\npanel Status - Connecting...";
 }
 

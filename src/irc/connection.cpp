@@ -52,8 +52,8 @@ void Connection::Connect(const ConnectFields& fields) {
   session_.altNickUsed = false;
   session_.sourceLength = Session::kAssumedSourceLength;
   session_.endReason.clear();
-  SetButton(ConnectCaption::kDisconnect, false);
   views_.panel.ShowCancelButton(true);
+  SetButton(ConnectCaption::kDisconnect, false);
   views_.panel.SetConnectTrouble("");
   views_.panel.SetNickFieldsEnabled(false);
   wsChat_.Close();

@@ -1,5 +1,8 @@
 #include "ui/connection_panel.h"
 
+#include <QApplication>
+#include <QShortcut>
+
 #include "ui/one_line.h"
 #include "ui/qt_text.h"
 #include "ui_connection_panel.h"
@@ -31,6 +34,11 @@ void ConnectionPanel::Attach(Connection& connection, IrcServers& servers) {
           [this, &connection] { connection.cmdConnect_Click(Fields()); });
   connect(ui_->cmdConnectCancel, &QPushButton::clicked, this,
           [&connection] { connection.cmdConnectCancel_Click(); });
+  auto* escape = new QShortcut(QKeySequence::Cancel, this);
+  escape->setContext(Qt::WidgetWithChildrenShortcut);
+  connect(escape, &QShortcut::activated, this, [this, &connection] {
+    if (ui_->cmdConnectCancel->isVisible()) connection.cmdConnectCancel_Click();
+  });
   ui_->cmbConnectServer->Attach(servers.Entries());
   connect(ui_->cmbConnectServer, &ListComboBox::Picked, this,
           [&servers](std::optional<size_t> row) { servers.cmbConnectServer_Click(row); });
@@ -87,7 +95,14 @@ void ConnectionPanel::SetLoginStatus(const std::string& text) {
   ui_->lblStatus->setText(ToQString(text));
 }
 
-void ConnectionPanel::ShowCancelButton(bool shown) { ui_->cmdConnectCancel->setVisible(shown); }
+void ConnectionPanel::ShowCancelButton(bool shown) {
+  // The keyboard stays where the user is: at the button that can be pressed now.
+  const bool hadFocus = ui_->cmdConnect->hasFocus() || ui_->cmdConnectCancel->hasFocus();
+  ui_->cmdConnectCancel->setVisible(shown);
+  if (hadFocus || (shown && isAncestorOf(QApplication::focusWidget()))) {
+    (shown ? ui_->cmdConnectCancel : ui_->cmdConnect)->setFocus();
+  }
+}
 
 void ConnectionPanel::SetConnectTrouble(const std::string& text) {
   ui_->lblConnectTrouble->setText(ToQString(text));
