@@ -23,11 +23,13 @@ MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
   chat.SetScanner([this](std::string_view line, Origin origin) { detection_.Scan(line, origin); });
   chat.OnTurn([this] { stack_.tmrRequest_Timer(); });
   chat.Parser().OnRefusedLine([this](const std::string& reason) { stack_.LineRefused(reason); });
-  stack_.OnProgress([this](const std::optional<RunProgress>& progress) { ShowProgress(progress); });
+  stack_.OnProgress(
+      [this](const std::optional<RunProgress>& progress) { window_.List().ShowRun(progress); });
   window.Info().Attach(handles_, commands_, advertisement_);
   window.List().Attach(mailList_, loader_, selection_, requests_);
   QObject::connect(&window.List(), &ListPanel::ManualRequestClicked, &window,
                    [this] { ShowManualRequest(); });
+  QObject::connect(&window.List(), &ListPanel::StopClicked, &window, [this] { stack_.Stop(); });
   QObject::connect(&window.List(), &ListPanel::FindClicked, &window, [this] { ShowResults(); });
 }
 
@@ -51,12 +53,6 @@ void MailDesk::ShowResults() {
     resultsWindow_ = new FrmResults(results_, window_.List().Select(), &window_);
   }
   BringUp(*resultsWindow_);
-}
-
-void MailDesk::ShowProgress(const std::optional<RunProgress>& progress) {
-  if (!progress) return;
-  window_.ShowHint("Requesting " + progress->what + " (" + std::to_string(progress->sent) + " of " +
-                   std::to_string(progress->lines) + ")...");
 }
 
 }  // namespace brindle

@@ -38,7 +38,6 @@ class MailDesk {
  private:
   void ShowManualRequest();
   void ShowResults();
-  void ShowProgress(const std::optional<RunProgress>& progress);
 
   FrmMain& window_;
   ChatDesk& chat_;

@@ -29,6 +29,7 @@ constexpr Hint kHints[] = {
     {"cmdLoadList", "Load a servers list to make requesting mails easier."},
     {"cmdRequest",
      "Requests any items selected on the list from the server in the 'Requests Sent To' textbox."},
+    {"cmdRequestStop", "Ends the run of requests; what was not asked for stays checked."},
     {"cmdSelect", "Click for several easy ways to make selecting quicker."},
     {"lblChannelsAdd", "Add a channel."},
     {"lblChannelsRemove", "Remove selected channel."},

@@ -29,6 +29,10 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
   list_ = &list;
   selection_ = &selection;
   ui_->lstServerList->Attach(list);
+  const auto* model = ui_->lstServerList->model();
+  connect(model, &QAbstractItemModel::dataChanged, this, &ListPanel::RefreshRunLabel);
+  connect(model, &QAbstractItemModel::modelReset, this, &ListPanel::RefreshRunLabel);
+  connect(ui_->cmdRequestStop, &QPushButton::clicked, this, &ListPanel::StopClicked);
   connect(ui_->lstServerList, &MailTable::MouseUp, this, &ListPanel::ShiftClick);
   // Where the list has the focus; elsewhere the key searches something else.
   auto* find = new QShortcut(QKeySequence::Find, ui_->lstServerList);
@@ -63,6 +67,36 @@ void ListPanel::SetColours(Colour text, Colour background) {
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
 
 void ListPanel::SetScreenName(const QString& name) { ui_->txtListAOLSN->setText(name); }
+
+void ListPanel::ShowRun(const std::optional<RunProgress>& progress) {
+  if (progress && !run_) sinceRunBegan_.start();
+  run_ = progress;
+  ui_->barRun->setVisible(run_.has_value());
+  ui_->cmdRequestStop->setVisible(run_.has_value());
+  if (run_) {
+    ui_->barRun->setMaximum(static_cast<int>(run_->lines));
+    ui_->barRun->setValue(static_cast<int>(run_->sent));
+  }
+  RefreshRunLabel();
+}
+
+void ListPanel::RefreshRunLabel() {
+  if (!run_) {
+    ui_->lblRun->setText(
+        list_->Size() == 0
+            ? QString()
+            : QString("%1 of %2 checked").arg(list_->CheckedCount()).arg(list_->Size()));
+    return;
+  }
+  QString text = QString("Line %1 of %2").arg(run_->sent).arg(run_->lines);
+  if (run_->sent > 1) {
+    const auto sent = static_cast<qint64>(run_->sent);
+    const auto left = static_cast<qint64>(run_->lines) - sent;
+    const qint64 seconds = sinceRunBegan_.elapsed() * left / (sent - 1) / 1000;
+    text += QString(", %1:%2 left").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0'));
+  }
+  ui_->lblRun->setText(text);
+}
 
 void ListPanel::EnableListButtons(bool enabled) {
   for (QPushButton* button : {ui_->cmdSelect, ui_->cmdRequest, ui_->cmdFind, ui_->cmdLoadList}) {

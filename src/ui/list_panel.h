@@ -1,9 +1,11 @@
 #pragma once
 // The list tab: the mail list with its buttons and menus, and where requests go to.
 
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 #include "mail/list_loader.h"
 #include "mail/list_selection.h"
@@ -34,6 +36,9 @@ class ListPanel : public QWidget, public ListView {
   QString ScreenName() const;
   void SetScreenName(const QString& name);
 
+  // How the run of requests goes; nothing when none goes.
+  void ShowRun(const std::optional<RunProgress>& progress);
+
   void EnableListButtons(bool enabled) override;
   void ShowList(bool shown) override;
   void SetListServer(const std::string& handle) override;
@@ -43,18 +48,23 @@ class ListPanel : public QWidget, public ListView {
   void ScreenNameEdited(const QString& name);
   void FindClicked();
   void ManualRequestClicked();
+  void StopClicked();
   // Something to tell the user without interrupting.
   void Hint(const QString& text);
 
  private:
   void BuildMenus(ListLoader& loader, ListSelection& selection);
   void ShiftClick(Qt::KeyboardModifiers modifiers);
+  // What stands beside the buttons: how the run goes, else how many rows are checked.
+  void RefreshRunLabel();
 
   std::unique_ptr<Ui::ListPanel> ui_;
   QMenu mnuLoadList_;
   SelectMenu mnuSelect_;
   MailList* list_ = nullptr;
   ListSelection* selection_ = nullptr;
+  std::optional<RunProgress> run_;
+  QElapsedTimer sinceRunBegan_;
 };
 
 }  // namespace brindle
