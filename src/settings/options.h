@@ -31,6 +31,9 @@ struct SoundOption {
   std::string path;  // of a wave file; may be empty or name a missing file
 };
 
+// The colours of the windows: as the desktop has them, or as chosen.
+enum class ThemeChoice { kSystem = 0, kLight = 1, kDark = 2 };
+
 // How many days the days box of the finds offers: 1 to this.
 inline constexpr int kMostFindDays = 30;
 

@@ -1,0 +1,127 @@
+#include "ui/icons.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+#include <array>
+#include <memory>
+
+// The drawings lie in a static library, which must name them to have them linked.
+static void KeepDrawings() { Q_INIT_RESOURCE(icons); }
+
+namespace brindle {
+namespace {
+
+constexpr std::array<const char*, kIconNames> kFiles = {
+    "add",          "check",  "clear", "colours", "dot",
+    "filter",       "find",   "info",  "link",    "list",
+    "load",         "manual", "misc",  "person",  "person-operator",
+    "person-voice", "play",   "plug",  "remove",  "room",
+    "send",         "sound",  "stop",  "theme",   "tray",
+    "update"};
+constexpr char kApplicationFile[] = "brindle";
+
+QSvgRenderer& Drawing(const QString& file) {
+  static std::unordered_map<QString, std::unique_ptr<QSvgRenderer>> drawings;
+  std::unique_ptr<QSvgRenderer>& drawing = drawings[file];
+  if (!drawing) {
+    KeepDrawings();
+    drawing = std::make_unique<QSvgRenderer>(":/icons/" + file + ".svg");
+  }
+  return *drawing;
+}
+
+// A drawing in `size` pixels of the screen, all of it in `tint` where that is a colour.
+QPixmap Render(const QString& file, QSize size, const QColor& tint) {
+  const QString key = QString("brindle/%1/%2x%3/%4")
+                          .arg(file)
+                          .arg(size.width())
+                          .arg(size.height())
+                          .arg(tint.isValid() ? tint.name() : QString());
+  QPixmap pixmap;
+  if (QPixmapCache::find(key, &pixmap)) return pixmap;
+  pixmap = QPixmap(size);
+  pixmap.fill(Qt::transparent);
+  {
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const int side = std::min(size.width(), size.height());
+    const QPoint corner((size.width() - side) / 2, (size.height() - side) / 2);
+    Drawing(file).render(&painter, QRectF(corner, QSize(side, side)));
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    if (tint.isValid()) painter.fillRect(pixmap.rect(), tint);
+  }
+  QPixmapCache::insert(key, pixmap);
+  return pixmap;
+}
+
+// An icon that is drawn anew in each size.
+class DrawnIcon : public QIconEngine {
+ public:
+  explicit DrawnIcon(QString file) : file_(std::move(file)) {}
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
+    return Render(file_, size, Tint(mode));
+  }
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    const qreal ratio = painter->device()->devicePixelRatio();
+    painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state));
+  }
+  QIconEngine* clone() const override { return new DrawnIcon(*this); }
+  bool isNull() override { return false; }
+
+ protected:
+  virtual QColor Tint(QIcon::Mode) const { return {}; }
+
+ private:
+  QString file_;
+};
+
+class TintedIcon : public DrawnIcon {
+ public:
+  TintedIcon(IconName name, LookRole role)
+      : DrawnIcon(kFiles[static_cast<size_t>(name)]), role_(role) {}
+
+  QIconEngine* clone() const override { return new TintedIcon(*this); }
+
+ protected:
+  QColor Tint(QIcon::Mode mode) const override {
+    if (mode == QIcon::Disabled) return CurrentColours().disabled;
+    const bool plain = role_ == LookRole::kText || role_ == LookRole::kDim;
+    return mode == QIcon::Selected && plain ? CurrentColours().selectionText : ColourOf(role_);
+  }
+
+ private:
+  LookRole role_;
+};
+
+}  // namespace
+
+QIcon MakeIcon(IconName name, LookRole role) { return QIcon(new TintedIcon(name, role)); }
+
+QIcon ApplicationIcon() { return QIcon(new DrawnIcon(kApplicationFile)); }
+
+IconLabel::IconLabel(IconName name, LookRole role, int size, QWidget* parent)
+    : QLabel(parent), icon_(MakeIcon(name, role)), size_(size) {}
+
+void IconLabel::SetIcon(IconName name, LookRole role) {
+  icon_ = MakeIcon(name, role);
+  update();
+}
+
+QSize IconLabel::sizeHint() const {
+  const QMargins margins = contentsMargins();
+  return QSize(size_, size_).grownBy(margins);
+}
+
+void IconLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QRect rect({0, 0}, QSize(size_, size_));
+  rect.moveCenter(contentsRect().center());
+  icon_.paint(&painter, rect, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+}
+
+}  // namespace brindle
