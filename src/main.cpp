@@ -10,11 +10,13 @@
 #include <string_view>
 
 #include "app/program.h"
+#include "platform/desktop_scheme_native.h"
 #include "platform/end_signals.h"
 #include "platform/native.h"
 #include "settings/data_folder.h"
 #include "settings/product.h"
 #include "ui/dialogs_qt.h"
+#include "ui/look.h"
 
 namespace {
 
@@ -71,7 +73,7 @@ std::string FolderFor(const QString& chosen) {
 
 int main(int argc, char** argv) {
   if (const std::optional<int> code = AnsweredWithoutDisplay(argc, argv)) return *code;
-  const QApplication application(argc, argv);
+  QApplication application(argc, argv);
   QCoreApplication::setApplicationName("Brindle");
 
   QCommandLineParser line;
@@ -86,6 +88,8 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Cannot make the folder %s.\n", folder.c_str());
     return 1;
   }
+  brindle::ApplyLook(application, brindle::ThemeChoice::kSystem);
+  brindle::WatchDesktopScheme(application, &brindle::SetDesktopScheme);
   brindle::QtDialogs dialogs;
   brindle::Program program(folder, dialogs);
   if (!program.Open()) return 1;
