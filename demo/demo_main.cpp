@@ -11,6 +11,7 @@
 #include "stage.h"
 #include "support/child_process.h"
 #include "tour.h"
+#include "ui/look.h"
 
 namespace {
 
@@ -125,6 +126,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Cannot make the folder %s.\n", qPrintable(arguments[1]));
     return 1;
   }
-  const QApplication application(argc, argv);
+  QApplication application(argc, argv);
+  brindle::ApplyLook(application, brindle::ThemeChoice::kSystem);
   return PlayTour(folder);
 }

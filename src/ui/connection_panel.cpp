@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QShortcut>
 
+#include "ui/icons.h"
 #include "ui/one_line.h"
 #include "ui/qt_text.h"
 #include "ui_connection_panel.h"
@@ -12,6 +13,9 @@ namespace brindle {
 ConnectionPanel::ConnectionPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ConnectionPanel>()) {
   ui_->setupUi(this);
+  ui_->cmdConnectAdd->setIcon(MakeIcon(IconName::kAdd));
+  ui_->cmdConnectRemove->setIcon(MakeIcon(IconName::kRemove));
+  ui_->cmdCheckForUpdate->setIcon(MakeIcon(IconName::kUpdate));
   for (QLineEdit* field : {ui_->txtConnectNick, ui_->txtAlternateNick, ui_->txtConnectPort}) {
     KeepOneLine(*field);
   }

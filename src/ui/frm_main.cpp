@@ -3,11 +3,13 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QScreen>
 #include <QStatusBar>
 #include <QWindow>
 
 #include "settings/product.h"
 #include "ui/hover_guide.h"
+#include "ui/icons.h"
 #include "ui/qt_text.h"
 #include "ui_frm_main.h"
 
@@ -16,9 +18,10 @@ namespace {
 
 constexpr int kUptimeMilliseconds = 1000;
 constexpr int kHintMilliseconds = 30000;
-constexpr QSize kFirstSize{980, 640};
+constexpr QSize kFirstSize{1100, 720};
+constexpr double kMostOfScreen = 0.9;
 constexpr QSize kLeastSize{720, 480};
-constexpr int kSideWidth = 190;
+constexpr int kSideWidth = 200;
 
 }  // namespace
 
@@ -26,10 +29,12 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   ui_->setupUi(this);
   setWindowTitle(ToQString(VersionText()));
   setMinimumSize(kLeastSize);
-  resize(kFirstSize);
+  const QSize screen = QGuiApplication::primaryScreen()->availableSize() * kMostOfScreen;
+  resize(kFirstSize.boundedTo(screen).expandedTo(kLeastSize));
   ui_->splitMain->setStretchFactor(0, 1);
   ui_->splitMain->setSizes({kFirstSize.width() - kSideWidth, kSideWidth});
   ui_->splitSide->setSizes({1, 1});
+  ui_->cmdSend->setIcon(MakeIcon(IconName::kSend));
   BuildStatusBar();
 
   tmrProcess_.setObjectName("tmrProcess");

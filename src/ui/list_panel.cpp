@@ -2,6 +2,7 @@
 
 #include <QShortcut>
 
+#include "ui/icons.h"
 #include "ui/one_line.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
@@ -15,6 +16,11 @@ ListPanel::ListPanel(QWidget* parent)
       mnuLoadList_("Load List", this),
       mnuSelect_(this) {
   ui_->setupUi(this);
+  ui_->cmdRequestStop->setIcon(MakeIcon(IconName::kStop, LookRole::kBad));
+  ui_->cmdLoadList->setIcon(MakeIcon(IconName::kLoad));
+  ui_->cmdSelect->setIcon(MakeIcon(IconName::kCheck));
+  ui_->cmdFind->setIcon(MakeIcon(IconName::kFind));
+  ui_->cmdManualRequest->setIcon(MakeIcon(IconName::kManual));
   for (QLineEdit* field : {ui_->txtListServer, ui_->txtListAOLSN}) {
     KeepOneLine(*field);
   }

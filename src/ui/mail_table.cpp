@@ -12,12 +12,14 @@ namespace {
 
 constexpr int kNumberColumnWidth = 110;
 constexpr int kRowPadding = 6;
+constexpr int kRowHeight = 26;
 
 }  // namespace
 
 MailTable::MailTable(QWidget* parent) : QTableView(parent) {
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kRowPadding);
+  verticalHeader()->setDefaultSectionSize(
+      std::max(kRowHeight, fontMetrics().height() + kRowPadding));
   verticalHeader()->hide();
   horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
