@@ -92,10 +92,14 @@ void Program::WarnAboutSmallScreen() {
 
 void Program::APP_LOAD() {
   StoredState loaded = LoadState(files_, paths_, &events_);
-  TellMissing(loaded.results.rooms, paths_.channels);
-  TellMissing(loaded.results.servers, paths_.servers);
+  const bool isFirstStart = loaded.results.settings == LoadResult::kMissing;
+  if (!isFirstStart) {
+    TellMissing(loaded.results.rooms, paths_.channels);
+    TellMissing(loaded.results.servers, paths_.servers);
+  }
   // A window that is closed by now saves nothing.
   if (closed_) return;
+  if (isFirstStart) MakeMissing(loaded.results);
   stored_ = std::move(loaded);
   // 1. and 2. Rooms and servers.
   for (const std::string& room : stored_.rooms) chat_.Rooms().Rooms().Add(room);
@@ -111,6 +115,12 @@ void Program::TellMissing(LoadResult result, const std::string& path) {
   if (result == LoadResult::kMissing) {
     dialogs_.Notice(Icon::kExclamation, "Error : File not found.\r" + path);
   }
+}
+
+// What cannot be written now is tried again at the end.
+void Program::MakeMissing(const StoredState::Results& results) {
+  if (results.rooms == LoadResult::kMissing) SaveChannels(files_, {}, paths_.channels);
+  if (results.servers == LoadResult::kMissing) SaveServers(files_, {}, paths_.servers);
 }
 
 void Program::Form_Unload() {

@@ -47,6 +47,7 @@ class Program {
   void Form_Unload();
   void WarnAboutSmallScreen();
   void TellMissing(LoadResult result, const std::string& path);
+  void MakeMissing(const StoredState::Results& results);
   void CheckForUpdate();
 
   QtClock clock_;
