@@ -1,14 +1,13 @@
-// The program as a process of its own: its command line, and the lock on its folder.
-#include <gtest/gtest.h>
+// The program as a process of its own: its command line, its folder, the lock on it, and its end.
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDir>
-#include <QFileInfo>
 #include <QProcess>
+#include <csignal>
 
-#include "app/program.h"
-#include "support/data_folder.h"
-#include "support/fake_dialogs.h"
-#include "support/wait.h"
+#include "meeting.h"
+#include "support/child_process.h"
 
 namespace brindle::test {
 namespace {
@@ -18,15 +17,17 @@ constexpr const char* kUsage = "Usage: brindle [--data-dir DIR]\n";
 
 class ProcessTest : public testing::Test {
  protected:
-  // Without a display, or on one that nobody sees.
-  void Start(const QStringList& arguments, const char* platform) {
+  // Without a display, or on one that nobody sees and that is not small enough to be told about.
+  void Start(const QStringList& arguments, const char* platform,
+             const QString& program = BRINDLE_PROGRAM) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
       environment.remove(name);
     }
     if (*platform != '\0') environment.insert("QT_QPA_PLATFORM", platform);
+    environment.insert("XDG_CONFIG_HOME", folder_.File("user"));
     process_.setProcessEnvironment(environment);
-    process_.start(BRINDLE_PROGRAM, arguments);
+    process_.start(program, arguments);
     ASSERT_TRUE(process_.waitForStarted(kTimeoutMs));
   }
   // The exit code; -1 when it crashed or did not end.
@@ -34,70 +35,108 @@ class ProcessTest : public testing::Test {
     const bool ended = process_.waitForFinished(kTimeoutMs);
     return ended && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
   }
+  // True once the process ends by SIGTERM as by a click, which it does when its window is open.
+  bool TakesTheSignal() const {
+    return WaitUntil(
+        [this] {
+          QFile status(QString("/proc/%1/status").arg(process_.processId()));
+          if (!status.open(QIODevice::ReadOnly)) return false;
+          const QByteArray all = status.readAll();
+          const auto mask = all.mid(all.indexOf("SigCgt:") + 7).trimmed().left(16);
+          return ((mask.toULongLong(nullptr, 16) >> (SIGTERM - 1)) & 1) == 1;
+        },
+        kTimeoutMs);
+  }
 
-  QProcess process_;
   DataFolder folder_;
+  QProcess process_;
 };
 
-TEST_F(ProcessTest, TheCommandLineIsAnsweredWithoutADisplay) {
-  struct Case {
+TEST_F(ProcessTest, AnswersTheCommandLine) {
+  folder_.Write("file", "");
+  const struct {
     QStringList arguments;
+    const char* platform;
     int code;
-    const char* output;
-    const char* error;
+    const char* output;  // begins with this
+    const char* error;   // holds this
+  } table[] = {
+      {{"--help"}, "", 0, kUsage, ""},
+      {{"--data-dir", "x", "-h"}, "", 0, kUsage, ""},
+      {{"--version"}, "", 0, "Brindle v0.5.85\n", ""},
+      {{"--bogus"}, "", 2, "", "Unknown option '--bogus'.\n"},
+      {{"--data-dir=x", "--data-dirs", "y"}, "", 2, "", "Unknown option '--data-dirs'.\n"},
+      {{"--data-dir"}, "minimal", 2, "", kUsage},
+      {{"word"}, "minimal", 2, "", kUsage},
+      {{"--data-dir", folder_.File("file/below")}, "minimal", 1, "", "Cannot make the folder "},
   };
-  const Case cases[] = {
-      {{"--help"}, 0, kUsage, ""},
-      {{"--data-dir", "x", "-h"}, 0, kUsage, ""},
-      {{"--version"}, 0, "Brindle v0.5.85\n", ""},
-      {{"--bogus"}, 2, "", "Unknown option '--bogus'.\n"},
-      {{"--data-dir=x", "--data-dirs", "y"}, 2, "", "Unknown option '--data-dirs'.\n"},
-  };
-  for (const Case& one : cases) {
-    Start(one.arguments, "");
-    EXPECT_EQ(ExitCode(), one.code) << one.arguments.join(' ').toStdString();
+  for (const auto& row : table) {
+    Start(row.arguments, row.platform);
+    EXPECT_EQ(ExitCode(), row.code) << row.arguments.join(' ').toStdString();
     const std::string output = process_.readAllStandardOutput().toStdString();
     const std::string error = process_.readAllStandardError().toStdString();
-    EXPECT_TRUE(output.starts_with(one.output)) << output;
-    EXPECT_EQ(output.empty(), *one.output == '\0') << output;
-    EXPECT_TRUE(error.starts_with(one.error)) << error;
-    EXPECT_EQ(error.empty(), *one.error == '\0') << error;
+    EXPECT_TRUE(output.starts_with(row.output)) << output;
+    EXPECT_EQ(output.empty(), *row.output == '\0') << output;
+    EXPECT_NE(error.find(row.error), std::string::npos) << error;
+    EXPECT_EQ(error.empty(), row.code == 0) << error;
   }
 }
 
-TEST_F(ProcessTest, WhatCannotBeMeantEndsIt) {
-  folder_.Write("file", "");
-  const std::pair<QStringList, int> cases[] = {
-      {{"--data-dir"}, 2},
-      {{"word"}, 2},
-      {{"-x"}, 2},
-      {{"--data-dir", folder_.File("file/below")}, 1},
-  };
-  for (const auto& [arguments, code] : cases) {
-    Start(arguments, "offscreen");
-    EXPECT_EQ(ExitCode(), code) << arguments.join(' ').toStdString();
-    EXPECT_FALSE(process_.readAllStandardError().isEmpty());
-  }
-}
-
-TEST_F(ProcessTest, TheFolderIsMadeAndLockedUntilTheProcessIsGone) {
+TEST_F(ProcessTest, LocksItsFolderAndSavesAtASignal) {
   const QString folder = folder_.File("new/folder");
-  Start({"--data-dir", folder}, "offscreen");
-  const QFileInfo lock(folder + "/brindle.lock");
-  ASSERT_TRUE(WaitUntil([&] { return QFileInfo(lock.filePath()).size() > 0; }, kTimeoutMs));
-  const auto opens = [&folder](FakeDialogs& dialogs) {
+  Start({"--data-dir", folder}, "minimal");
+  ASSERT_TRUE(TakesTheSignal());
+  const auto files = [&] { return QDir(folder).entryList(QDir::Files | QDir::Hidden).join(' '); };
+  const QString locked = files();
+  EXPECT_TRUE(locked.contains("brindle.lock"));
+  const auto opens = [&](FakeDialogs& dialogs) {
     return Program(folder.toStdString(), dialogs).Open();
   };
   FakeDialogs refused;
   EXPECT_FALSE(opens(refused));
   EXPECT_EQ(refused.notices,
             (std::vector<FakeDialogs::Shown>{{Icon::kExclamation, "Brindle is already running."}}));
+  EXPECT_EQ(files(), locked);
+  process_.terminate();
+  EXPECT_EQ(ExitCode(), 0);
+  EXPECT_EQ(files(), "brindle.ini channels.txt irc_servers.txt");
   // Without a chance to tidy up: what it leaves must not lock the user out.
+  Start({"--data-dir", folder}, "minimal");
+  ASSERT_TRUE(TakesTheSignal());
   process_.kill();
   ASSERT_TRUE(process_.waitForFinished(kTimeoutMs));
-  ASSERT_TRUE(QFileInfo::exists(lock.filePath()));
+  EXPECT_TRUE(files().contains("brindle.lock"));
   FakeDialogs welcome;
   EXPECT_TRUE(opens(welcome));
+}
+
+TEST_F(ProcessTest, KeepsItsFilesBesideItselfOrInTheUsersFolder) {
+  const QString program = folder_.File("program/brindle");
+  ASSERT_TRUE(QDir(folder_.Path()).mkpath("program") && QDir(folder_.Path()).mkpath("user"));
+  ASSERT_TRUE(QFile::copy(BRINDLE_PROGRAM, program));
+  const auto isLocked = [this](const char* where) { return QFile::exists(folder_.File(where)); };
+  Start({}, "minimal", program);
+  ASSERT_TRUE(TakesTheSignal());
+  EXPECT_TRUE(isLocked("program/brindle.lock"));
+  process_.kill();
+  process_.waitForFinished(kTimeoutMs);
+
+  // Rights do not hold an administrator back: then it is somebody else's process.
+  ASSERT_TRUE(QFile::remove(folder_.File("program/brindle.lock")));
+  for (const char* open : {".", "user"}) ::chmod(qPrintable(folder_.File(open)), 0777);
+  ::chmod(qPrintable(folder_.File("program")), 0555);
+  process_.setChildProcessModifier([] {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);
+    EndWithParent();
+  });
+  Start({}, "minimal", program);
+  ASSERT_TRUE(TakesTheSignal()) << process_.readAllStandardError().toStdString();
+  EXPECT_TRUE(isLocked("user/Brindle/brindle.lock"));
+  EXPECT_FALSE(isLocked("program/brindle.lock"));
+  process_.terminate();
+  EXPECT_EQ(ExitCode(), 0);
+  ::chmod(qPrintable(folder_.File("program")), 0755);
 }
 
 }  // namespace

@@ -1,206 +1,91 @@
 // What the user says, and what the program says for the user, as a second user in the room receives
-// it byte for byte, and what the room view shows of it. Real clicks, a real IRC server.
-#include <gtest/gtest.h>
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QFile>
-#include <QLineEdit>
-#include <QMenu>
+// it byte for byte, and what the room view shows of it. Real clicks, a real server.
+#include <QApplication>
+#include <QClipboard>
 #include <QPointer>
 #include <QTest>
 #include <QTreeWidget>
 
-#include "support/irc_server.h"
-#include "support/raw_client.h"
-#include "support/wait.h"
-#include "support/window_driver.h"
+#include "meeting.h"
 
 namespace brindle::test {
 namespace {
 
-using Texts = std::vector<std::string>;
-
-constexpr const char* kRule =
-    "{#c0c0c0}-----{#808080}----------{#c0c0c0}----------------------------------------"
-    "{#808080}----------{#c0c0c0}-----";
-
-// Wanda at the window and the bot, in one room.
-class TalkTest : public testing::Test {
- protected:
+struct TalkTest : testing::Test, Meeting {
   void SetUp() override {
-    ASSERT_TRUE(server_.Start()) << server_.Error().toStdString();
-    bot.Begin(server_.Port());
-    ASSERT_TRUE(window.Register("Wanda", server_.Port()));
-    ASSERT_TRUE(bot.WaitForWelcome());
-    ASSERT_TRUE(bot.Join("#mailroom"));
-    ASSERT_TRUE(window.Join(0));
-    ASSERT_EQ(window.Room(), TakeRoom());
+    ASSERT_TRUE(server.Start()) << server.Error().toStdString();
+    ASSERT_NO_FATAL_FAILURE(Begin(server.Port()));
+    TakeRoom();
   }
-
-  // Types a line and presses Enter.
-  void Say(const QString& line) {
-    window.Type("cmbSend", line);
-    Press(Qt::Key_Return);
-  }
-  void Press(Qt::Key key) { QTest::keyClick(window.Find<QComboBox>("cmbSend").lineEdit(), key); }
-  std::string Typed() { return window.Find<QComboBox>("cmbSend").currentText().toStdString(); }
-
-  // What Wanda has said so far, without who and where she is.
-  Texts Said() const {
-    Texts said;
-    for (const RawClient::Line& line : bot.Lines()) {
-      const size_t at = line.text.find(" PRIVMSG ");
-      if (at != std::string::npos && line.text.starts_with(":Wanda!")) {
-        said.push_back(line.text.substr(at + 9));
-      }
-    }
-    return said;
-  }
-  bool HasSaid(size_t lines) {
-    return WaitUntil([&] { return Said().size() >= lines; }, WindowDriver::kTimeoutMs);
-  }
-
-  // What the room view shows since the last call, once nothing is waiting to be shown.
-  std::string TakeRoom() {
-    WaitUntil([this] { return window.Text("lblBufferSizePeak").starts_with("0/"); },
-              WindowDriver::kTimeoutMs);
+  // What the room view shows since the last call; `end` is the end of it.
+  std::string TakeRoom(const std::string& end = "---") {
+    const auto fresh = [&] { return window.Room().substr(seen); };
+    EXPECT_TRUE(WaitUntil([&] { return fresh().ends_with(end); }, 5000)) << window.Room();
     const std::string all = window.Room();
-    const std::string fresh = all.substr(seen_);
-    seen_ = all.size();
-    return fresh;
+    return all.substr(std::exchange(seen, all.size()));
   }
-
- private:
-  IrcServer server_{IrcServer::Kind::kNgircd};
-  size_t seen_ = 0;
-
- protected:
-  WindowDriver window{{"#mailroom"}};
-  RawClient bot{"MailBot"};
+  IrcServer server{IrcServer::Kind::kNgircd};
+  size_t seen = 0;
 };
 
-TEST_F(TalkTest, TypedLines) {
+TEST_F(TalkTest, TypedAndPastedLines) {
   window.ShowTab(Tab::kRoom);
-  for (const char* line :
-       {"hello  room", "/me waves", "/msg MailBot psst  now", "/Tell MailBot", "", "/join a b"}) {
-    Say(line);
+  for (const char* line : {"hello  room", "/msg MailBot psst  now", "/Tell MailBot"}) {
+    window.Type("cmbSend", line);
+    window.Press("cmbSend", Qt::Key_Return);
   }
-  window.ShowTab(Tab::kStatus);
-  Say("from status");
-  window.ShowTab(Tab::kInfo);
-  window.Type("cmbSend", "from info");
+  auto& box = window.Find<QComboBox>("cmbSend");
+  QApplication::clipboard()->setText("one\r\n\r\ntwo\nthree\nfour\n");
+  QTest::keySequence(box.lineEdit(), QKeySequence::Paste);
   window.Click("cmdSend");
-  EXPECT_EQ(Typed(), "");
-  ASSERT_TRUE(HasSaid(5));
-  EXPECT_EQ(Said(), (Texts{"#mailroom :hello  room", "#mailroom :/me waves", "MailBot :psst  now",
-                           "#mailroom :from status", "#mailroom :from info"}));
-  ASSERT_TRUE(window.ShowsInRoom("from info"));
-  EXPECT_EQ(TakeRoom(),
-            "\n{#000000}<Wanda> hello  room"
-            "\n{#000000}<Wanda> /me waves"
-            "\n{#00ffff}You tell MailBot, {#c0c0c0}'{#00ffff}psst  now{#c0c0c0}'"
-            "\n{#000080}Not enough parameters for tell."
-            "\n{#000000}<Wanda> from info");
-  const std::string status = window.Status();
-  for (const char* shown : {"}You tell MailBot", "\n{#000080}Not enough parameters for tell.",
-                            "\n{#000000}<Wanda> from status", "\n{#000000}<Wanda> from info",
-                            "{#0000ff}Either not enough or too many parameters for room change."}) {
-    EXPECT_NE(status.find(shown), std::string::npos) << shown;
-  }
-  EXPECT_EQ(status.find("hello"), std::string::npos);
+  EXPECT_EQ(window.Boxes().questions.size(), 1U);
+  window.Boxes().questionAnswers = {true};
+  window.Click("cmdSend");
+  EXPECT_EQ(window.Text("cmbSend"), "");
+  EXPECT_EQ(Said(6), (Texts{"#mailroom :hello  room", "MailBot :psst  now", "#mailroom :one",
+                            "#mailroom :two", "#mailroom :three", "#mailroom :four"}));
+  const std::string shown = TakeRoom("four");
+  EXPECT_EQ(Count(shown, "\nNot enough parameters for tell."), 1);
+  EXPECT_EQ(Count(shown, "\nYou tell MailBot, 'psst  now'"), 1);
+  EXPECT_TRUE(shown.ends_with("\n<Wanda> one\n<Wanda> two\n<Wanda> three\n<Wanda> four"));
 
   window.Type("cmbSend", "begun");
-  for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up}) Press(key);
-  EXPECT_EQ(Typed(), "/join a b");
-  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Down}) Press(key);
-  EXPECT_EQ(Typed(), "begun");
-
-  ASSERT_TRUE(bot.Join("#other"));
-  Say("/j other");
-  ASSERT_TRUE(bot.WaitForLine("Wanda!"));
-  ASSERT_TRUE(window.ShowsInRoom("* Now talking in #other"));
-  Say("here");
-  ASSERT_TRUE(HasSaid(6));
-  EXPECT_EQ(Said().back(), "#other :here");
+  for (int i = 0; i < 6; ++i) window.Press("cmbSend", Qt::Key_Up);
+  EXPECT_EQ(window.Text("cmbSend"), "/msg MailBot psst  now");
+  for (int i = 0; i < 6; ++i) window.Press("cmbSend", Qt::Key_Down);
+  EXPECT_EQ(window.Text("cmbSend"), "begun");
 }
 
-TEST_F(TalkTest, TheAdvertisement) {
-  const std::string ad =
-      "#mailroom :^C5Check out ^C9Brindle ^C5for your ^C9server helper ^C5needs! No need for IRC! "
-      "Head over to ^C9^Bwww.brindle.example^B ^C5to check out screens, updates, and features. "
-      "^C9v0.5.70 released ^C5jan. 05! ^C13^B[^C6AD : 10 minutes^C13]";
-  auto& timer = window.Find<QTimer>("tmrAD");
-  EXPECT_EQ(timer.interval(), 60000);
-  EXPECT_FALSE(timer.isActive());
-  EXPECT_EQ(window.Text("lblSentAd"), "Sent advertise 0 time(s)");
-  window.ShowTab(Tab::kInfo);
-  window.Click("cmdIdle");
-  EXPECT_TRUE(timer.isActive());
-  for (int minute = 1; minute <= 12; ++minute) QMetaObject::invokeMethod(&timer, "timeout");
-  EXPECT_EQ(window.Text("lblSentAd"), "Sent advertise 2 time(s)");
-  EXPECT_EQ(window.Find<QAbstractButton>("cmdIdle").text(), "Back");
-  ASSERT_TRUE(HasSaid(4));
-  for (size_t i = 0; i < 4; ++i) {
-    const std::string said =
-        QString::fromStdString(Said()[i]).replace("\003", "^C").replace("\002", "^B").toStdString();
-    if (i % 2 == 0) {
-      EXPECT_EQ(said, ad);
-    } else {
-      EXPECT_TRUE(
-          said.starts_with("#mailroom :^C5Here's what people are saying about Brindle : \"^C9"));
-      EXPECT_TRUE(said.ends_with(".^C5\" -Harrowgate") || said.ends_with("!^C5\" -Lumenfox"));
-    }
-  }
-  ASSERT_TRUE(window.ShowsInRoom("\" -"));
-  EXPECT_TRUE(TakeRoom().starts_with(
-      "\n{#000000}<Wanda> {#800000}Check out {#00ff00}Brindle {#800000}for your {#00ff00}server "
-      "helper {#800000}needs! No need for IRC! Head over to {#00ff00}www.brindle.example "
-      "{#800000}to check out screens, updates, and features. {#00ff00}v0.5.70 released "
-      "{#800000}jan. 05! {#ff00ff}[{#800080}AD : 10 minutes{#ff00ff}]"
-      "\n{#000000}<Wanda> {#800000}Here's what people are saying about Brindle : \"{#00ff00}"));
-  window.Click("cmdIdle");
-  EXPECT_FALSE(timer.isActive());
-}
-
-TEST_F(TalkTest, AnAnnouncedServerIsAskedForACode) {
+TEST_F(TalkTest, AnAnnouncedServerIsAskedForACodeAndCommanded) {
   window.ShowTab(Tab::kOptions);
-  const auto& request = window.Find<QCheckBox>("chkOptionsMisc_3");
-  EXPECT_TRUE(request.isEnabled());
-  window.Click("chkOptionsMisc_2");
-  EXPECT_FALSE(request.isEnabled());
-  window.Click("chkOptionsMisc_3");
-  EXPECT_FALSE(request.isChecked());
-  window.Click("chkOptionsMisc_2");
-  bot.Say("#mailroom", "Type !First send 1 to get mail");
-  ASSERT_TRUE(window.ShowsInRoom("ADDED FIRST"));
+  window.App().Settings().scanChatForServers = true;
   window.Click("chkOptionsMisc_3");
   window.Type("txtInfoAOLSN", "Jane D");
-  bot.Say("#mailroom", "/notice \002MailBot\002 send list");
-  ASSERT_TRUE(window.ShowsInRoom("<Wanda> !mailbot send"));
-  bot.Say("#mailroom", "again: !mailbot send 12");
-  bot.Say("#mailroom", "! send");
-  bot.Say("#mailroom", "and !\001x send it");
-  ASSERT_TRUE(HasSaid(2));
-  EXPECT_EQ(Said(), (Texts{"#mailroom :!mailbot send Jane D accesscode",
-                           "#mailroom :!\001x send Jane D accesscode"}));
-  ASSERT_TRUE(window.ShowsInRoom("<Wanda> !x send"));
-  const std::string added =
-      "\n{#ff0000}:{#ff7d00}:{#ffff00}( {#0000ff}ATTENTION {#ffff00}){#ff7d00}:{#ff0000}: "
-      "{#0000ff}ADDED {#ff7d00}";
-  EXPECT_EQ(TakeRoom(),
-            "\n{#000000}<MailBot> Type !First send 1 to get mail" + added +
-                "FIRST Can't request code(either no screen name is entered or this options is off)."
-                "\n{#000000}<MailBot> /notice MailBot send list" +
-                added +
-                "MAILBOT REQUESTING ACCESSCODE.\n{#000000}<Wanda> !mailbot send Jane D accesscode"
-                "\n{#000000}<MailBot> again: !mailbot send 12\n{#000000}<MailBot> ! send"
-                "\n{#000000}<MailBot> and !x send it" +
-                added + "X REQUESTING ACCESSCODE.\n{#000000}<Wanda> !x send Jane D accesscode");
-  EXPECT_EQ(window.Find<QComboBox>("cmbServers").count(), 3);
+  bot.Say(kRoom, "/notice \002MailBot\002 send list");
+  const Texts asked = {"#mailroom :!mailbot send Jane D accesscode"};
+  EXPECT_EQ(Said(1), asked);
+  EXPECT_EQ(TakeRoom("accesscode"),
+            "\n<MailBot> /notice MailBot send list"
+            "\n::( ATTENTION ):: ADDED MAILBOT REQUESTING ACCESSCODE."
+            "\n<Wanda> !mailbot send Jane D accesscode");
+  EXPECT_EQ(window.Items("cmbServers"), "mailbot");
+  bot.Say(kRoom, "again: !MailBot send 12");
+  TakeRoom("send 12");
+
+  window.ShowTab(Tab::kInfo);
+  window.Type("cmbServers", "MailBot");
+  window.Type("txtAccessCode", "4711");
+  for (const char* item :
+       {"mnuCommandsVerify", "mnuCommandsList", "mnuCommandsStatus", "mnuCommandsRequest"}) {
+    window.Choose(item);
+  }
+  EXPECT_EQ(Said(5),
+            (Texts{asked[0], "#mailroom :!MailBot verify Jane D 4711",
+                   "#mailroom :!MailBot send Jane D list", "#mailroom :!MailBot send Jane D status",
+                   "#mailroom :!MailBot send Jane D accesscode"}));
 }
 
-TEST_F(TalkTest, ManualRequests) {
+TEST_F(TalkTest, ManualRequestsAndTheAdvertisement) {
   window.ShowTab(Tab::kList);
   window.Type("txtListAOLSN", "Jane D");
   window.Click("cmdManualRequest");
@@ -211,89 +96,44 @@ TEST_F(TalkTest, ManualRequests) {
   const auto add = [&](const char* handle, const char* number) {
     window.Type("cmbRequestFrom", handle);
     window.Type("txtRequest", number);
-    QTest::keyClick(&window.Find<QLineEdit>("txtRequest"), Qt::Key_Return);
-    EXPECT_EQ(window.Find<QLineEdit>("txtRequest").text(), "");
+    window.Press("txtRequest", Qt::Key_Return);
   };
-  EXPECT_EQ(window.Find<QLineEdit>("txtManualAOLSN").text(), "Jane D");
+  EXPECT_EQ(window.Text("txtManualAOLSN"), "Jane D");
   add("BotA", "12");
   add("BotB", "7");
   click("cmdRequest");
-  ASSERT_TRUE(HasSaid(2));
   const Texts both = {"#mailroom :!BotA send Jane D 12", "#mailroom :!BotB send Jane D 7"};
-  EXPECT_EQ(Said(), both);
-  ASSERT_TRUE(window.ShowsInRoom("<Wanda> !BotB"));
-  EXPECT_EQ(TakeRoom(),
-            "\n{#000000}<Wanda> !BotA send Jane D 12\n{#000000}<Wanda> !BotB send Jane D 7");
+  EXPECT_EQ(Said(2), both);
+  EXPECT_EQ(TakeRoom("D 7"), "\n<Wanda> !BotA send Jane D 12\n<Wanda> !BotB send Jane D 7");
   auto& rows = window.Find<QTreeWidget>("lstRequests");
   rows.topLevelItem(0)->setCheckState(0, Qt::Checked);
   window.Boxes().questionAnswers = {true};
   click("cmdRemove");
   ASSERT_EQ(rows.topLevelItemCount(), 1);
   EXPECT_EQ(rows.topLevelItem(0)->text(0) + rows.topLevelItem(0)->text(1), "BotB7");
-
   // Closing the window in the middle of a run ends it.
-  for (const char* number : {"1", "2", "3", "4", "5", "6", "8", "9"}) add("BotA", number);
-  const Once closing([&] { return Said().size() > 2; }, [&] { form->close(); });
+  for (const char* number : {"1", "2", "3", "4"}) add("BotA", number);
   click("cmdRequest");
-  ASSERT_TRUE(closing.HasRun());
-  ASSERT_TRUE(WaitUntil([&] { return form.isNull(); }, WindowDriver::kTimeoutMs));
-  Say("the end");
-  ASSERT_TRUE(bot.WaitForLine(":the end"));
-  EXPECT_LT(Said().size(), 2U + 9U + 1U);
-  window.Click("cmdManualRequest");
-  EXPECT_TRUE(window.Find<QWidget>("frmManualRequest").isVisible());
-}
-
-TEST_F(TalkTest, WhatASearchFindsIsRequested) {
-  QFile file(window.Folder().File("list.txt"));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write("!MailBot send x y\r\n1. One red\r\n2. blue\r\n3. RED two\r\n4. red\r\n5. green\r\n");
-  file.close();
-  window.ShowTab(Tab::kList);
-  window.Click("cmdFind");
-  EXPECT_EQ(window.Boxes().notices.size(), 1U);  // an empty list
-  window.LoadList(file.fileName());
-  window.Type("txtListAOLSN", "JaneD");
-  window.Click("cmdFind");
-  const QPointer<QWidget> form(&window.Find<QWidget>("frmResults"));
-  const auto click = [&](const char* button) {
-    QTest::mouseClick(form->findChild<QAbstractButton*>(button), Qt::LeftButton);
-  };
-  for (const char* text : {"blue", "R ed", "Red"}) {
-    window.Type("cmbSearch", text);
-    QTest::keyClick(window.Find<QComboBox>("cmbSearch").lineEdit(), Qt::Key_Return);
-  }
-  EXPECT_EQ(window.Text("lblSearchedThrough") + " " + window.Text("lblSearchMatches"), "5 3");
-  EXPECT_EQ(window.Find<QComboBox>("cmbSearch").currentText(), "Red");
-  EXPECT_EQ(window.Find<QComboBox>("cmbSearch").count(), 2);
-  const QAbstractItemModel& found = *form->findChild<QTableView*>("lstResults")->model();
-  const auto header = [&] { return found.headerData(1, Qt::Horizontal).toString(); };
-  EXPECT_EQ(header(), "Mail Title [0/3]");
-
-  click("cmdSelect");
-  window.Choose("mnuSelectAll");
-  window.Find<QMenu>("mnuSelect").close();
-  EXPECT_EQ(header(), "Mail Title [3/3]");
-  window.Boxes().questionAnswers = {false};
-  click("cmdReturn");
-  EXPECT_TRUE(form->isVisible());
-  click("cmdSelected");
-  EXPECT_EQ(window.Boxes().notices.back().text, "Selected 3 items.");
-  EXPECT_EQ(window.Checked(), "1 3 4");
-  EXPECT_EQ(window.TitleHeader(), "Mail Title [3/5]");
   form->close();
-  ASSERT_TRUE(WaitUntil([&] { return form.isNull(); }, WindowDriver::kTimeoutMs));
-  EXPECT_EQ(window.Boxes().questions.size(), 1U);
-  EXPECT_NE(window.Folder().Content("finds.txt").find("item1=Red\r\n"), std::string::npos);
-  EXPECT_NE(window.Folder().Content("brindle.ini").find("last=Red\r\n"), std::string::npos);
+  ASSERT_TRUE(WaitUntil([&] { return form.isNull(); }, 5000));
+  EXPECT_EQ(TakeRoom("D 7"), "\n<Wanda> !BotB send Jane D 7");
 
-  window.Click("cmdRequest");
-  ASSERT_TRUE(HasSaid(2));
-  EXPECT_EQ(Said(),
-            (Texts{"#mailroom :!MailBot send JaneD 1", "#mailroom :!MailBot send JaneD 3-4"}));
-  window.Click("cmdFind");
-  EXPECT_EQ(window.Find<QComboBox>("cmbSearch").currentText(), "Red");
-  EXPECT_EQ(window.Find<QComboBox>("cmbSearch").count(), 2);
+  auto& timer = window.Find<QTimer>("tmrAD");
+  EXPECT_EQ(timer.interval(), 60000);
+  EXPECT_FALSE(timer.isActive());
+  window.ShowTab(Tab::kInfo);
+  window.Click("cmdIdle");
+  EXPECT_TRUE(timer.isActive());
+  EXPECT_EQ(window.Text("cmdIdle"), "Back");
+  QMetaObject::invokeMethod(&timer, "timeout");
+  const Texts said = Said(5);
+  ASSERT_GE(said.size(), 5U);
+  EXPECT_TRUE(said[3].starts_with("#mailroom :\0035Check out \0039Brindle \0035for your"))
+      << said[3];
+  EXPECT_TRUE(said[4].starts_with("#mailroom :\0035Here's what people are saying")) << said[4];
+  EXPECT_EQ(window.Text("lblSentAd"), "Sent advertise 1 time(s)");
+  window.Click("cmdIdle");
+  EXPECT_FALSE(timer.isActive());
 }
 
 }  // namespace

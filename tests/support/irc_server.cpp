@@ -50,15 +50,7 @@ bool Accepts(quint16 port) {
 
 }  // namespace
 
-QStringList IrcServer::MotdLines() {
-  return {"Welcome to the test network.", "Be kind to the bots,", "they do their best."};
-}
-
 bool IrcServer::IsInstalled(Kind kind) { return QFileInfo(ProgramOf(kind)).isExecutable(); }
-
-IrcServer::IrcServer(Kind kind, Bans bans) : kind_(kind), bans_(std::move(bans)) {}
-
-IrcServer::~IrcServer() { Kill(); }
 
 bool IrcServer::IsRunning() const {
   return process_ != nullptr && process_->state() == QProcess::Running;
@@ -67,10 +59,6 @@ bool IrcServer::IsRunning() const {
 bool IrcServer::Start() {
   Kill();
   error_.clear();
-  if (kind_ == Kind::kNgircd && !(bans_.nicks.isEmpty() && bans_.users.isEmpty())) {
-    error_ = "ngIRCd takes no bans from its configuration";
-    return false;
-  }
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     // Another process may take a free port before the server does: then the next one is tried. A
     // port that the server had before is kept, since its users know it.
@@ -91,7 +79,7 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
   const auto everyone = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
                         QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
   if (!folder_.isValid() || !QFile::setPermissions(folder_.path(), everyone) ||
-      !WriteFile("motd.txt", MotdLines().join('\n') + '\n') ||
+      !WriteFile("motd.txt", "Be kind to the bots,\nthey do their best.\n") ||
       !WriteFile("server.conf", Configuration(port))) {
     return Failed("cannot write the configuration to " + folder_.path());
   }
@@ -107,17 +95,9 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
     EndWithParent();
   });
 
-  QStringList arguments;
-  if (kind_ == Kind::kNgircd) {
-    arguments << "--nodaemon"
-              << "--config" << PathOf("server.conf");
-  } else {
-    arguments << "--nofork"
-              << "--nolog"
-              << "--nopid"
-              << "--config" << PathOf("server.conf");
-  }
-  process_->start(ProgramOf(kind_), arguments);
+  QStringList arguments = {"--nodaemon"};
+  if (kind_ == Kind::kInspircd) arguments = {"--nofork", "--nolog", "--nopid"};
+  process_->start(ProgramOf(kind_), arguments << "--config" << PathOf("server.conf"));
   if (!process_->waitForStarted()) return Failed(process_->errorString());
   if (WaitUntilReady() != Outcome::kReady) return Outcome::kPortTaken;
   if (!Accepts(port)) return Failed("it runs but does not accept connections");
@@ -182,19 +162,15 @@ bool IrcServer::WriteFile(const QString& name, const QString& text) {
 }
 
 QString IrcServer::Configuration(quint16 port) const {
-  return kind_ == Kind::kNgircd ? NgircdConfiguration(port) : InspircdConfiguration(port);
-}
-
-QString IrcServer::NgircdConfiguration(quint16 port) const {
-  return QString(R"([Global]
-Name = %1
-Network = %2
+  const char* ngircd = R"([Global]
+Name = irc.brindle.test
+Network = BrindleTest
 Info = Test server
 Listen = 127.0.0.1
-Ports = %3
-MotdFile = %4
+Ports = %1
+MotdFile = %2/motd.txt
 AdminInfo1 = Test server
-AdminEMail = test@%1
+AdminEMail = test@brindle.test
 [Limits]
 ConnectRetry = 3600
 MaxConnections = 0
@@ -202,45 +178,24 @@ MaxConnectionsIP = 0
 MaxJoins = 0
 MaxNickLength = 30
 MaxPenaltyTime = 0
-PingTimeout = %7
-PongTimeout = 60
 [Options]
 DNS = no
 Ident = no
 PAM = no
-OperCanUseMode = yes
-[Operator]
-Name = %5
-Password = %6
-)")
-      .arg(kServerName, kNetwork, QString::number(port), PathOf("motd.txt"), kOperatorName,
-           kOperatorPassword, QString::number(pingSeconds_));
-}
-
-QString IrcServer::InspircdConfiguration(quint16 port) const {
-  QString text = QString(R"(<path configdir="%4" datadir="%4" logdir="%4" runtimedir="%4">
-<server name="%1" description="Test server" network="%2">
-<admin name="Test server" nick="tester" email="test@%1">
-<bind address="127.0.0.1" port="%3" type="clients">
-<connect name="tests" allow="*" timeout="60" pingfreq="%7" maxchans="1000"
+)";
+  const char* inspircd = R"(<path configdir="%2" datadir="%2" logdir="%2" runtimedir="%2">
+<server name="irc.brindle.test" description="Test server" network="BrindleTest">
+<admin name="Test server" nick="tester" email="test@brindle.test">
+<bind address="127.0.0.1" port="%1" type="clients">
+<connect name="tests" allow="*" timeout="60" pingfreq="120" maxchans="1000"
          localmax="10000" globalmax="10000" maxconnwarn="no" resolvehostnames="no" useident="no"
          hardsendq="16M" softsendq="4M" recvq="4M" threshold="1000000" commandrate="1000000"
          fakelag="no">
-<class name="Everything" commands="*" usermodes="*" chanmodes="*" privs="*" snomasks="*">
-<type name="Operator" classes="Everything">
-<oper name="%5" password="%6" host="*@*" type="Operator">
-<files motd="%4/motd.txt">
+<files motd="%2/motd.txt">
 <options prefixquit="Quit: ">
-)")
-                     .arg(kServerName, kNetwork, QString::number(port), folder_.path(),
-                          kOperatorName, kOperatorPassword, QString::number(pingSeconds_));
-  for (const QString& nick : bans_.nicks) {
-    text += QString("<badnick nick=\"%1\" reason=\"Not wanted here\">\n").arg(nick);
-  }
-  for (const QString& user : bans_.users) {
-    text += QString("<badhost host=\"%1\" reason=\"Not wanted here\">\n").arg(user);
-  }
-  return text;
+)";
+  const QString form = kind_ == Kind::kNgircd ? ngircd : inspircd;
+  return form.arg(QString::number(port), folder_.path());
 }
 
 }  // namespace brindle::test

@@ -7,7 +7,6 @@
 #include "wait.h"
 
 namespace brindle::test {
-
 namespace {
 
 // True when `text` is one of the numerics in `numbers`, which are separated by blanks.
@@ -30,18 +29,16 @@ void RawClient::Begin(quint16 port) {
   Send("USER " + nick_ + " 0 * :Test user " + nick_);
 }
 
-bool RawClient::WaitForWelcome(int timeoutMs) {
-  const auto answer = WaitForLine(
-      [](const std::string& text) {
-        return IsNumeric(text, "001 432 433 436 437 464 465") || text.starts_with("ERROR");
-      },
-      timeoutMs);
+bool RawClient::WaitForWelcome() {
+  const auto answer = WaitForLine([](const std::string& text) {
+    return IsNumeric(text, "001 432 433 436 437 464 465") || text.starts_with("ERROR");
+  });
   return answer && IsNumeric(answer->text, "001");
 }
 
-bool RawClient::Connect(quint16 port, int timeoutMs) {
+bool RawClient::Connect(quint16 port) {
   Begin(port);
-  return WaitForWelcome(timeoutMs);
+  return WaitForWelcome();
 }
 
 void RawClient::Send(std::string_view line) {
@@ -53,22 +50,13 @@ void RawClient::Say(std::string_view target, std::string_view text) {
   Send(std::string("PRIVMSG ").append(target).append(" :").append(text));
 }
 
-bool RawClient::Join(const std::string& room, int timeoutMs) {
+bool RawClient::Join(const std::string& room) {
   Send("JOIN " + room);
-  const auto answer = WaitForLine(
-      [&room](const std::string& text) {
-        return IsNumeric(text, "366 403 405 437 471 473 474 475 476") &&
-               text.find(" " + room + " ") != std::string::npos;
-      },
-      timeoutMs);
+  const auto answer = WaitForLine([&room](const std::string& text) {
+    return IsNumeric(text, "366 403 405 437 471 473 474 475 476") &&
+           text.find(" " + room + " ") != std::string::npos;
+  });
   return answer && IsNumeric(answer->text, "366");
-}
-
-bool RawClient::BecomeOperator(const std::string& name, const std::string& password) {
-  Send("OPER " + name + " " + password);
-  const auto answer =
-      WaitForLine([](const std::string& text) { return IsNumeric(text, "381 464 491"); });
-  return answer && IsNumeric(answer->text, "381");
 }
 
 bool RawClient::HasReceived(std::string_view part) const {
@@ -77,35 +65,36 @@ bool RawClient::HasReceived(std::string_view part) const {
   });
 }
 
-std::optional<RawClient::Line> RawClient::WaitForLine(const Predicate& matches, int timeoutMs) {
+std::vector<RawClient::Line> RawClient::SaidBy(const std::string& nick) const {
+  constexpr std::string_view kCommand = " PRIVMSG ";
+  std::vector<Line> said;
+  for (const auto& [time, text] : lines_) {
+    const size_t at = text.find(kCommand);
+    if (at == std::string::npos || !text.starts_with(":" + nick + "!")) continue;
+    said.push_back({time, text.substr(at + kCommand.size())});
+  }
+  return said;
+}
+
+std::optional<RawClient::Line> RawClient::WaitForLine(const Predicate& matches) {
   std::optional<Line> found;
   WaitUntil(
       [&] {
         // Looked at before the search: a line that came with the close is still found.
         const bool ended = socket_.state() == QAbstractSocket::UnconnectedState;
-        found = NextMatch(matches);
+        while (!found && next_ < lines_.size()) {
+          const Line& line = lines_[next_++];
+          if (matches(line.text)) found = line;
+        }
         return found.has_value() || ended;
       },
-      timeoutMs);
+      kTimeoutMs);
   return found;
 }
 
-std::optional<RawClient::Line> RawClient::WaitForLine(const std::string& part, int timeoutMs) {
+std::optional<RawClient::Line> RawClient::WaitForLine(const std::string& part) {
   return WaitForLine(
-      [&part](const std::string& text) { return text.find(part) != std::string::npos; }, timeoutMs);
-}
-
-bool RawClient::WaitForClose(int timeoutMs) {
-  return WaitUntil([this] { return socket_.state() == QAbstractSocket::UnconnectedState; },
-                   timeoutMs);
-}
-
-std::optional<RawClient::Line> RawClient::NextMatch(const Predicate& matches) {
-  while (next_ < lines_.size()) {
-    const Line& line = lines_[next_++];
-    if (matches(line.text)) return line;
-  }
-  return std::nullopt;
+      [&part](const std::string& text) { return text.find(part) != std::string::npos; });
 }
 
 void RawClient::Receive() {

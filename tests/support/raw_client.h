@@ -29,23 +29,16 @@ class RawClient {
   void Begin(quint16 port);
   // True once the server has said welcome (001); false when it has refused, has closed or has not
   // answered in time.
-  bool WaitForWelcome(int timeoutMs = kTimeoutMs);
+  bool WaitForWelcome();
   // Both of the above.
-  bool Connect(quint16 port, int timeoutMs = kTimeoutMs);
-
-  const std::string& Nick() const { return nick_; }
-  // After a change of nick.
-  void SetNick(std::string nick) { nick_ = std::move(nick); }
-  bool IsConnected() const { return socket_.state() == QAbstractSocket::ConnectedState; }
+  bool Connect(quint16 port);
 
   // Sends one line; the line end is added.
   void Send(std::string_view line);
   // Says `text` in a room or to a nick.
   void Say(std::string_view target, std::string_view text);
   // Joins and waits for the end of the names (366); false when refused or too late.
-  bool Join(const std::string& room, int timeoutMs = kTimeoutMs);
-  // Makes the user an operator; false when refused or too late.
-  bool BecomeOperator(const std::string& name, const std::string& password);
+  bool Join(const std::string& room);
 
   // The present moment as the times of lines are measured.
   qint64 Now() const { return clock_.elapsed(); }
@@ -53,23 +46,17 @@ class RawClient {
   const std::vector<Line>& Lines() const { return lines_; }
   // True when some line received so far contains `part`.
   bool HasReceived(std::string_view part) const;
+  // What came so far of what `nick` has said, to whom first: "#room :text".
+  std::vector<Line> SaidBy(const std::string& nick) const;
 
   // The first line that matches among those after the last line returned by a wait, arriving
   // within the time. Lines in between are passed over for later waits.
-  std::optional<Line> WaitForLine(const Predicate& matches, int timeoutMs = kTimeoutMs);
+  std::optional<Line> WaitForLine(const Predicate& matches);
   // The same for a line that contains `part`.
-  std::optional<Line> WaitForLine(const std::string& part, int timeoutMs = kTimeoutMs);
-  // Later waits ignore everything received until now.
-  void SkipReceived() { next_ = lines_.size(); }
-
-  // Waits until the connection has ended, by either side.
-  bool WaitForClose(int timeoutMs = kTimeoutMs);
-  // Breaks the connection without a word.
-  void Abort() { socket_.abort(); }
+  std::optional<Line> WaitForLine(const std::string& part);
 
  private:
   void Receive();
-  std::optional<Line> NextMatch(const Predicate& matches);
 
   std::string nick_;
   QElapsedTimer clock_;

@@ -19,15 +19,11 @@ class ScriptedServer {
   static constexpr int kTimeoutMs = 10000;
 
   ScriptedServer() {
-    listener_.listen(QHostAddress::LocalHost);
+    if (!listener_.listen(QHostAddress::LocalHost)) qFatal("there is no port to be had");
     QObject::connect(&listener_, &QTcpServer::newConnection, &listener_, [this] { Accept(); });
   }
 
-  // 0 when there is no port to be had.
   quint16 Port() const { return listener_.serverPort(); }
-
-  // Every connection from now on is ended as soon as it is made.
-  void RefuseAll() { refusing_ = true; }
 
   // Sends at once, as a packet of its own.
   void Send(std::string_view bytes) {
@@ -42,13 +38,6 @@ class ScriptedServer {
     return std::exchange(received_, {});
   }
 
-  bool HasReceived(std::string_view end) const { return received_.ends_with(end); }
-
-  bool WaitForClose() {
-    return WaitUntil(
-        [this] { return peer_ == nullptr || peer_->state() == QTcpSocket::UnconnectedState; },
-        kTimeoutMs);
-  }
   // Ends the connection after what was sent.
   void Close() { peer_->disconnectFromHost(); }
 
@@ -57,7 +46,6 @@ class ScriptedServer {
     peer_.reset(listener_.nextPendingConnection());
     peer_->setParent(nullptr);
     peer_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    if (refusing_) return Close();
     QObject::connect(peer_.get(), &QTcpSocket::readyRead, peer_.get(),
                      [this] { received_ += peer_->readAll().toStdString(); });
   }
@@ -65,7 +53,6 @@ class ScriptedServer {
   QTcpServer listener_;
   std::unique_ptr<QTcpSocket> peer_;
   std::string received_;
-  bool refusing_ = false;
 };
 
 }  // namespace brindle::test

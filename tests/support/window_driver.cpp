@@ -1,11 +1,8 @@
 #include "window_driver.h"
 
 #include <QComboBox>
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
-#include <QPushButton>
 #include <QStyleOptionViewItem>
 #include <QTabBar>
 #include <QTabWidget>
@@ -13,36 +10,17 @@
 #include <memory>
 #include <utility>
 
-#include "ui/qt_text.h"
 #include "wait.h"
 
 namespace brindle::test {
 namespace {
 
-constexpr int kTickMs = 10;
-
-QStringList ItemsOf(const QAbstractItemModel& model) {
-  QStringList items;
-  for (int row = 0; row < model.rowCount(); ++row) items << model.index(row, 0).data().toString();
-  return items;
+QLineEdit* LineOf(QWidget& field) {
+  auto* box = qobject_cast<QComboBox*>(&field);
+  return box != nullptr ? box->lineEdit() : qobject_cast<QLineEdit*>(&field);
 }
 
 }  // namespace
-
-std::string Transcript(const ChatTextView& view) {
-  const ChatLog& log = view.Log();
-  std::string transcript;
-  for (size_t line = 0; line < log.LineCount(); ++line) {
-    if (line > 0) transcript += '\n';
-    size_t begin = 0;
-    for (const LogRun& run : log.Runs(line)) {
-      transcript += "{" + ToQColor(run.colour).name().toStdString() + "}";
-      transcript += log.Line(line).substr(begin, run.length);
-      begin += run.length;
-    }
-  }
-  return transcript;
-}
 
 WindowDriver::WindowDriver(const std::vector<std::string>& rooms)
     : WindowDriver(std::make_shared<DataFolder>(
@@ -59,15 +37,12 @@ WindowDriver::WindowDriver(std::shared_ptr<const DataFolder> folder)
 }
 
 void WindowDriver::ShowTab(Tab tab) {
-  const auto& tabs = Find<QTabWidget>("tabMain");
-  const QRect where = tabs.tabBar()->tabRect(static_cast<int>(tab));
-  QTest::mouseClick(tabs.tabBar(), Qt::LeftButton, {}, where.center());
+  QTabBar* bar = Find<QTabWidget>("tabMain").tabBar();
+  QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(static_cast<int>(tab)).center());
 }
 
 void WindowDriver::Type(const char* field, const QString& text) {
-  auto& widget = Find<QWidget>(field);
-  auto* box = qobject_cast<QComboBox*>(&widget);
-  QLineEdit* line = box != nullptr ? box->lineEdit() : qobject_cast<QLineEdit*>(&widget);
+  QLineEdit* line = LineOf(Find<QWidget>(field));
   QTest::keySequence(line, QKeySequence::SelectAll);
   QTest::keyClick(line, Qt::Key_Delete);
   for (const QChar letter : text) {
@@ -76,6 +51,10 @@ void WindowDriver::Type(const char* field, const QString& text) {
         letter.unicode() < 128 ? QTest::asciiToKey(letter.toLatin1()) : Qt::Key_unknown;
     QTest::sendKeyEvent(QTest::Click, line, key, QString(letter), {});
   }
+}
+
+void WindowDriver::Press(const char* field, Qt::Key key) {
+  QTest::keyClick(LineOf(Find<QWidget>(field)), key);
 }
 
 void WindowDriver::Click(const char* button) {
@@ -94,9 +73,7 @@ void WindowDriver::Connect(const QString& nick, const QString& alternate, quint1
 }
 
 bool WindowDriver::Register(const QString& nick, quint16 port) {
-  const auto greetings = [this] {
-    return Find<ChatTextView>("txtStatus").PlainText().count("You are now connected.");
-  };
+  const auto greetings = [this] { return Plain("txtStatus").count("You are now connected."); };
   const auto before = greetings();
   Connect(nick, "", port);
   return WaitUntil([&] { return greetings() > before; }, kTimeoutMs);
@@ -111,12 +88,15 @@ void WindowDriver::AskToJoin(int row) {
 
 bool WindowDriver::Join(int row) {
   // The names end with a rule across the room view.
-  const auto rules = [this] {
-    return Find<ChatTextView>("txtChannel").PlainText().count("\n-----");
-  };
+  const auto rules = [this] { return Plain("txtChannel").count("\n-----"); };
   const auto before = rules();
   AskToJoin(row);
   return WaitUntil([&] { return rules() > before; }, kTimeoutMs);
+}
+
+void WindowDriver::Leave() {
+  ShowTab(Tab::kConnection);
+  Click("cmdConnect");
 }
 
 void WindowDriver::LoadList(const QString& path) {
@@ -154,37 +134,31 @@ std::string WindowDriver::TitleHeader() {
   return model.headerData(1, Qt::Horizontal).toString().toStdString();
 }
 
-bool WindowDriver::WhosHere(const std::string& nicks) {
-  return WaitUntil([&] { return Nicks() == nicks; }, kTimeoutMs);
+std::string WindowDriver::Text(const char* name) {
+  const auto& widget = Find<QWidget>(name);
+  const QVariant text = widget.property("text");
+  return (text.isValid() ? text : widget.property("currentText")).toString().toStdString();
 }
 
-std::string WindowDriver::Nicks() {
-  return ItemsOf(*Find<QListView>("lstWho").model()).join(' ').toStdString();
+bool WindowDriver::Tells(const char* name, const std::string& part) {
+  return WaitUntil([&] { return Text(name).find(part) != std::string::npos; }, kTimeoutMs);
 }
 
-std::string WindowDriver::Who() { return Text("lblWhoshere") + " " + Nicks(); }
-
-std::string WindowDriver::SortedWho() {
-  QStringList nicks = ItemsOf(*Find<QListView>("lstWho").model());
-  nicks.sort();
-  return Text("lblWhoshere") + " " + nicks.join(' ').toStdString();
-}
-
-std::string WindowDriver::ConnectButton() {
-  const auto& button = Find<QPushButton>("cmdConnect");
-  return button.text().toStdString() + (button.isEnabled() ? "" : " (disabled)");
-}
-
-std::string WindowDriver::Text(const char* label) {
-  return Find<QLabel>(label).text().toStdString();
+std::string WindowDriver::Items(const char* name) {
+  auto& widget = Find<QWidget>(name);
+  auto* box = qobject_cast<QComboBox*>(&widget);
+  const auto* view = qobject_cast<QAbstractItemView*>(&widget);
+  const QAbstractItemModel& model = box != nullptr ? *box->model() : *view->model();
+  QStringList items;
+  for (int row = 0; row < model.rowCount(); ++row) items << model.index(row, 0).data().toString();
+  return items.join(' ').toStdString();
 }
 
 bool WindowDriver::Shows(const char* view, const QString& part) {
-  return WaitUntil([&] { return Find<ChatTextView>(view).PlainText().contains(part); }, kTimeoutMs);
+  return WaitUntil([&] { return Plain(view).contains(part); }, kTimeoutMs);
 }
 
 Once::Once(std::function<bool()> condition, std::function<void()> action) {
-  timer_.setInterval(1);
   QObject::connect(&timer_, &QTimer::timeout, &timer_,
                    [this, condition = std::move(condition), action = std::move(action)] {
                      if (hasRun_ || !condition()) return;
@@ -192,10 +166,11 @@ Once::Once(std::function<bool()> condition, std::function<void()> action) {
                      timer_.stop();
                      action();
                    });
-  timer_.start();
+  timer_.start(1);
 }
 
 void LetTicksPass(int count) {
+  constexpr int kTickMs = 10;
   int ticks = 0;
   QTimer timer;
   QObject::connect(&timer, &QTimer::timeout, &timer, [&ticks] { ++ticks; });

@@ -1,11 +1,11 @@
 #pragma once
 // Drives the program's window as a user does: fields are typed into, buttons and rows are clicked,
-// menu items chosen, all found by object name. What the user reads comes back as plain text with
-// its colours marked, so that whole transcripts can be compared.
+// menu items chosen, all found by object name. What the user reads comes back as plain text.
 
 #include <QAbstractButton>
 #include <QString>
 #include <QTableView>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -16,10 +16,6 @@
 #include "support/fake_dialogs.h"
 
 namespace brindle::test {
-
-// The whole text of a view, one line per line of text; each run of one colour begins with the
-// colour in braces: "{#ff0000}red{#000000}black".
-std::string Transcript(const ChatTextView& view);
 
 class WindowDriver {
  public:
@@ -48,6 +44,8 @@ class WindowDriver {
   void ShowTab(Tab tab);
   // Replaces the text of a field, or of the editable part of a box, key by key.
   void Type(const char* field, const QString& text);
+  // Presses a key in a field.
+  void Press(const char* field, Qt::Key key);
   // Clicks a button with the mouse; returns when the click has had its whole effect.
   void Click(const char* button);
   // Chooses the menu item called `item`.
@@ -61,6 +59,8 @@ class WindowDriver {
   void AskToJoin(int row);
   // The same, and waits until the names have come.
   bool Join(int row);
+  // Clicks Disconnect; waits for nothing.
+  void Leave();
 
   // Loads a list file through the menu.
   void LoadList(const QString& path);
@@ -71,23 +71,20 @@ class WindowDriver {
   // The second header of the mail list.
   std::string TitleHeader();
 
-  std::string Status() { return Transcript(Find<ChatTextView>("txtStatus")); }
-  std::string Room() { return Transcript(Find<ChatTextView>("txtChannel")); }
-  // Waits until the view shows `part`; the text is looked at without its colours.
+  std::string Status() { return Plain("txtStatus").toStdString(); }
+  std::string Room() { return Plain("txtChannel").toStdString(); }
+  // Wait until the view shows `part`.
   bool ShowsInStatus(const QString& part) { return Shows("txtStatus", part); }
   bool ShowsInRoom(const QString& part) { return Shows("txtChannel", part); }
-  // Waits until the who's-here list reads `nicks`, joined with blanks.
-  bool WhosHere(const std::string& nicks);
-  std::string Nicks();
-  // Who's here now, after the label above: "Who's here (2) @Anna Wanda".
-  std::string Who();
-  // The same in the order of the alphabet: a server may name the nicks in any order.
-  std::string SortedWho();
-  // Caption and state of the Connect button: "Connect", or "Connect (disabled)".
-  std::string ConnectButton();
-  std::string Text(const char* label);
+  // The text of a label, a button, a field or a box.
+  std::string Text(const char* name);
+  // Waits until that contains `part`.
+  bool Tells(const char* name, const std::string& part);
+  // The rows of a list or a box, joined with blanks.
+  std::string Items(const char* name);
 
  private:
+  QString Plain(const char* view) { return Find<ChatTextView>(view).PlainText(); }
   bool Shows(const char* view, const QString& part);
 
   std::shared_ptr<const DataFolder> folder_;

@@ -1,0 +1,73 @@
+#pragma once
+// What the session tests share: the window in a session with a real IRC server or a scripted one.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/irc_server.h"
+#include "support/raw_client.h"
+#include "support/scripted_server.h"
+#include "support/wait.h"
+#include "support/window_driver.h"
+
+namespace brindle::test {
+
+using Texts = std::vector<std::string>;
+
+constexpr const char* kRoom = "#mailroom";
+constexpr const char* kHint = "barStatusPanel2";
+constexpr const char* kGone = "\nDisconnected...";
+
+// Across a view.
+inline const std::string kRule = "\n" + std::string(70, '-');
+
+// A view's text begins with the line break of its first line.
+inline std::string Joined(const Texts& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += "\n" + line;
+  return text;
+}
+
+inline int Count(const std::string& text, const std::string& part) {
+  return static_cast<int>(QString::fromStdString(text).count(QString::fromStdString(part)));
+}
+
+// Wanda at the window and a bot, in one room of a real server.
+struct Meeting {
+  void Begin(quint16 port) {
+    bot.Begin(port);
+    ASSERT_TRUE(window.Register("Wanda", port));
+    ASSERT_TRUE(bot.WaitForWelcome());
+    ASSERT_TRUE(bot.Join(kRoom));
+    ASSERT_TRUE(window.Join(0));
+  }
+  // What Wanda said, as the bot has received it, once it is so many lines.
+  Texts Said(size_t lines) {
+    WaitUntil([&] { return bot.SaidBy("Wanda").size() >= lines; }, WindowDriver::kTimeoutMs);
+    Texts said;
+    for (const RawClient::Line& line : bot.SaidBy("Wanda")) said.push_back(line.text);
+    return said;
+  }
+
+  WindowDriver window{{kRoom, "#second"}};
+  RawClient bot{"MailBot"};
+};
+
+// "me" at the window, registered with a server that only says what it is told.
+struct ScriptedSession {
+  ScriptedSession() { Register(); }
+  void Register() {
+    window.Connect("me", "", server.Port());
+    EXPECT_EQ(server.TakeReceivedUpTo("_0.5.85\r\n"),
+              "NICK me\r\nUSER plenty of excellent qel_0.5.85\r\n");
+    server.Send(":s 001 me :hi\r\n");
+    EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Connected"));
+  }
+
+  ScriptedServer server;
+  WindowDriver window{{kRoom}};
+};
+
+}  // namespace brindle::test
