@@ -5,14 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "base/observed_list.h"
 #include "irc/irc_line.h"
+#include "irc/nick_list.h"
 
 namespace brindle {
 
 class WhoList {
  public:
-  const ObservedList<std::string>& Nicks() const { return nicks_; }
+  const NickList& Nicks() const { return nicks_; }
 
   // Adds every nick of a names reply (numeric 353), after clearing the list when `clearFirst`.
   void AddNames(const IrcLine& reply, bool clearFirst);
@@ -35,7 +35,7 @@ class WhoList {
   std::string Caption() const;
 
  private:
-  ObservedList<std::string> nicks_;
+  NickList nicks_;
 };
 
 }  // namespace brindle
