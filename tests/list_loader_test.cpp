@@ -17,24 +17,22 @@ namespace brindle {
 namespace {
 
 TEST(ListReader, ReadsHandleAndMails) {
-  using std::string_view_literals::operator""sv;
+  using namespace std::string_literals;
   const std::string eleven(11, '\n');
+  const std::string utf8 = "\xEF\xBB\xBF";
+  const std::string little = "\xFF\xFE";
+  const std::string big = "\xFE\xFF";
   const struct {
     std::string bytes;
-    std::string_view read;  // "to handle; ", when one is named, and the mails
+    std::string read;  // "to handle; ", when one is named, and the mails
   } table[] = {
       {"", ""},
-      {"12. Some Title Here", "12=Some Title Here"},
-      {"(12) Some Title\n", "12=Some Title"},
-      {"[3]   Title ", "3=Title"},
-      {"1.2 Title", "12=Title"},
-      {"007 a  b", "007=a  b"},
-      {"5\n6 \n7  ", "5=|6=|7="},
-      {"-4 x\n+4 y\n4- z", "-4=x|+4=y"},
+      {"12. Some Title Here\n(12) Some Title\n[3]   Title \n1.2 Title\n007 a  b\n5\n6 \n7  ",
+       "12=Some Title Here|12=Some Title|3=Title|12=Title|007=a  b|5=|6=|7="},
+      {"-4 x\n+4 y\n4- z\n1 tab\there", "-4=x|+4=y|1=tab\there"},
       {"\n\n<br>\n 1 indented\n() none\n1a no\n<b>2 no\n3\tno\n", ""},
-      {"1 tab\there", "1=tab\there"},
       {"1 a\r\n2 b\n3 c\r4 d\r\r\n5 e", "1=a|2=b|3=c|4=d|5=e"},
-      {std::string("1 a\0b\n\0\n"sv), "1=a\0b"sv},
+      {"1 a\0b\n\0\n"s, "1=a\0b"s},
       {"ballistic mail server : x\n5\tMy Title\n5 My Title\n 6 \ta\tb\t\n7\n",
        "5=My Title| 6 =a b|7="},
       {"1\ta Ballistic mail server : \n2 b", "2=b"},
@@ -44,8 +42,7 @@ TEST(ListReader, ReadsHandleAndMails) {
       {"!handle send list", "to handle; "},
       {"!handle SEND ", "to handle; "},
       {"!handle send", ""},
-      {"send handle x", ""},
-      {"!handle  send x", ""},
+      {"send handle x\n!handle  send x", ""},
       {"!one send x\n!two Send y\n", "to two; "},
       {eleven + "!handle send 1", "to handle; "},
       {eleven + "\n!handle send 1", ""},
@@ -56,26 +53,15 @@ TEST(ListReader, ReadsHandleAndMails) {
       {"ballistic mail server : \n!handle send x", "to handle; "},
 
       // The encoding is decided for the whole file.
-      {"\xEF\xBB\xBF"
-       "1 \u00E9",
-       "1=\u00E9"},
-      {"\xEF\xBB\xBF"
-       "1 \xFF!",
-       "1=\uFFFD!"},
+      {utf8 + "1 \u00E9", "1=\u00E9"},
+      {utf8 + "1 \xFF!", "1=\uFFFD!"},
       {"1 \u00E9\n2 ok", "1=\u00E9|2=ok"},
       {"1 \u00E9\n2 \x80", "1=\u00C3\u00A9|2=\u20AC"},
       {"1 cut \xE2\x82", "1=cut \u00E2\u201A"},
-      {std::string("\xFF\xFE"
-                   "1\0 \0\xE9\0\r\0\n\0"
-                   "2\0 \0\x3D\xD8\x00\xDE"sv),
-       "1=\u00E9|2=\U0001F600"},
-      {std::string("\xFE\xFF"
-                   "\0001\0 \xD8\x3D\0\n\0002\0 \xD8\x3D"sv),
-       "1=\uFFFD|2=\uFFFD"},
-      {std::string("\xFF\xFE"
-                   "1\0 \0x\0y"sv),
-       "1=x"},
-      {"\xFF\xFE", ""},
+      {little + "1\0 \0\xE9\0\r\0\n\0002\0 \0\x3D\xD8\x00\xDE"s, "1=\u00E9|2=\U0001F600"},
+      {big + "\0001\0 \xD8\x3D\0\n\0002\0 \xD8\x3D"s, "1=\uFFFD|2=\uFFFD"},
+      {little + "1\0 \0x\0y"s, "1=x"},
+      {little, ""},
       {"\xEF\xBB", ""},
   };
   for (const auto& row : table) {
@@ -203,17 +189,11 @@ TEST_F(ListLoaderTest, TheListThatCameLaterWins) {
   EXPECT_GT(list_.Size(), 600000U);
 }
 
-TEST_F(ListLoaderTest, SurvivesOneEndlessLineAndAnyBytes) {
+TEST_F(ListLoaderTest, TakesOneEndlessLine) {
   constexpr size_t kLong = size_t{100} << 20U;
   Load(Write(u8"line.txt", "1 " + std::string(kLong, 'x')));
   ASSERT_EQ(list_.Size(), 1U);
   EXPECT_EQ(list_.Title(0).size(), kLong);
-  Load(Write(u8"line.txt", std::string(kLong / 10, '\r')));
-  EXPECT_EQ(list_.Size(), 0U);
-  std::string noise(size_t{1} << 18U, '\0');
-  std::mt19937 random(4);
-  for (char& c : noise) c = static_cast<char>(random());
-  EXPECT_EQ(WrongWithReading(noise), "");
 }
 
 }  // namespace

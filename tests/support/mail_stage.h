@@ -51,6 +51,7 @@ class MailStage : public Dialogs,
                   public ResultsView,
                   public ListView {
  public:
+  void Note(const std::string& words) { journal_ += (journal_.empty() ? "" : "; ") + words; }
   // What was written since the last time, joined by "; "; "/" stands for a line break.
   std::string Taken() { return std::exchange(journal_, ""); }
 
@@ -97,7 +98,6 @@ class MailStage : public Dialogs,
   std::function<void()> onEvents;     // once
 
  private:
-  void Note(const std::string& words) { journal_ += (journal_.empty() ? "" : "; ") + words; }
   void Box(Icon icon, const std::string& text) {
     Note(std::string(1, "i!x"[static_cast<int>(icon)]) + " " +
          JoinFrom(Split(text, kCrLf), 0, "/"));
