@@ -28,7 +28,8 @@ inline std::string WrongWithReceiving(std::string_view bytes) {
     const std::string_view line = words.substr(2);
     if (line.size() > kLongestLine) return "a line too long for the server";
     bool known = false;
-    for (const char* start : {"PONG :", "WHOIS ", "PART ", "NICK "}) known |= line.starts_with(start);
+    for (const char* start : {"PONG :", "WHOIS ", "PART ", "NICK "})
+      known |= line.starts_with(start);
     if (!known) return "sent: " + std::string(line);
   }
   for (const std::string& nick : stage.who.Nicks().Items()) {

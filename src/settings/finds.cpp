@@ -24,10 +24,9 @@ void Finds::Save() {
 
 void Finds::Remember(const std::string& text) {
   const std::vector<Find>& known = items_.Items();
-  const auto same =
-      std::find_if(known.begin(), known.end(), [wanted = MatchKey(text)](const Find& find) {
-        return MatchKey(find.text) == wanted;
-      });
+  const auto same = std::find_if(
+      known.begin(), known.end(),
+      [wanted = MatchKey(text)](const Find& find) { return MatchKey(find.text) == wanted; });
   if (same != known.end()) items_.RemoveAt(static_cast<size_t>(same - known.begin()));
   items_.Add({text, Today()});
 }
