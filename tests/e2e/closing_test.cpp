@@ -1,7 +1,11 @@
-// Windows are closed in the middle of something and in every order; the program comes to its end.
+// How the program ends: by a signal, in the middle of something, with any windows open; and what it
+// is as a process of its own, with its command line, its folder and the lock on that.
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QLabel>
+#include <QDir>
 #include <QMenu>
 #include <QPointer>
 #include <QTest>
@@ -10,145 +14,224 @@
 
 #include "meeting.h"
 #include "platform/end_signals.h"
+#include "support/child_process.h"
 
 namespace brindle::test {
 namespace {
 
-std::string ListOf(int mails, size_t titleLength) {
-  const std::string title(titleLength, 'm');
+void LoadMails(WindowDriver& window) {
   std::string text = "!MailBot send x y\r\n";
-  for (int i = 1; i <= mails; ++i) text += std::to_string(i) + ". " + title + "\r\n";
-  return text;
+  for (int i = 1; i <= 100; ++i) text += std::to_string(i) + ". mail\r\n";
+  window.Folder().Write("mails.txt", text);
+  window.LoadList(window.Folder().File("mails.txt"));
 }
 
-// Runs the program's own loop, as its entry does: `start` begins something, and the program is
-// ended once `underWay` holds. True when the loop has then come to its end by itself.
-bool Ends(FrmMain& window, std::function<void()> start, std::function<bool()> underWay,
-          std::function<void()> end) {
-  constexpr int kLongestMs = 20000;
-  const Once ending(std::move(underWay), std::move(end));
-  QTimer::singleShot(0, &window, std::move(start));
-  QTimer::singleShot(kLongestMs, &window, [] { QApplication::exit(1); });
-  return QApplication::exec() == 0 && ending.HasRun();
-}
-
-void ExpectSaved(const DataFolder& folder) {
-  EXPECT_TRUE(folder.Content("channels.txt").ends_with(" \r\n#mailroom\r\n"));
-  EXPECT_NE(folder.Content("brindle.ini").find("preferred=me\r\n"), std::string::npos);
-}
-
-TEST(ClosingTest, BySignalInARunOfRequests) {
+TEST(ClosingTest, ASignalInARunOfRequests) {
   ScriptedSession session;
   auto& [server, window] = session;
+  FrmMain& main = window.App().Window();
   server.Send(":me!u@h JOIN #room\r\n");
   ASSERT_TRUE(window.ShowsInRoom("Now talking in #room"));
-  window.Folder().Write("mails.txt", ListOf(100, 5));
-  window.LoadList(window.Folder().File("mails.txt"));
+  LoadMails(window);
   for (int row = 0; row < 20; row += 2) window.ClickCheckBox(row);
   window.Type("txtListAOLSN", "JaneD");
   // As the program's entry does.
-  OnEndSignal([&window = window] {
-    window.App().Window().close();
+  OnEndSignal([&main] {
+    main.close();
     QApplication::quit();
   });
-  EXPECT_TRUE(Ends(
-      window.App().Window(), [&] { window.Click("cmdRequest"); },
-      [&] { return Count(window.Room(), "send JaneD") >= 2; }, [] { std::raise(SIGTERM); }));
-  std::signal(SIGTERM, SIG_DFL);
-  // What was not requested stays checked.
+  const Once ending([&window = window] { return Count(window.Room(), "send JaneD") >= 2; },
+                    [] { std::raise(SIGTERM); });
+  window.Click("cmdRequest");
+  QTimer::singleShot(20000, &main, [] { QApplication::exit(1); });
+  EXPECT_EQ(QApplication::exec(), 0);
+  for (const int number : {SIGTERM, SIGINT, SIGHUP}) std::signal(number, SIG_DFL);
   EXPECT_TRUE(window.Checked().ends_with("15 17 19")) << window.Checked();
   const std::string sent = server.TakeReceivedUpTo("QUIT\r\n");
   EXPECT_TRUE(sent.ends_with("QUIT\r\n")) << sent;
   EXPECT_EQ(sent.find("send JaneD 19"), std::string::npos) << sent;
-  ExpectSaved(window.Folder());
+  EXPECT_NE(window.Folder().Content("brindle.ini").find("preferred=me\r\n"), std::string::npos);
 }
 
-TEST(ClosingTest, DuringTheLoadingOfAList) {
-  constexpr int kMails = 48000;  // 48 MB: window events run several times while that is read
-  WindowDriver window({kRoom});
-  window.ShowTab(Tab::kConnection);
-  window.Type("txtConnectNick", "me");
-  window.Folder().Write("mails.txt", ListOf(kMails, 1000));
-  auto& busy = window.Find<QLabel>("lblLoadList");
-  EXPECT_TRUE(Ends(
-      window.App().Window(), [&] { window.LoadList(window.Folder().File("mails.txt")); },
-      [&] { return busy.isVisible(); }, [&] { window.App().Window().close(); }));
-  EXPECT_LT(window.App().Mails().Size(), static_cast<size_t>(kMails));
-  ExpectSaved(window.Folder());
+QPointer<QWidget> PopUp(QWidget& window, const char* button) {
+  QTest::mouseClick(window.findChild<QAbstractButton*>(button), Qt::LeftButton);
+  EXPECT_NE(QApplication::activePopupWidget(), nullptr) << button;
+  return QApplication::activePopupWidget();
 }
 
 // As the window manager closes a window.
-void CloseByManager(WindowDriver& window, const char* name) {
+void CloseByManager(WindowDriver& window, const std::string& name) {
   QWidget& main = window.App().Window();
-  QWidget& which = main.objectName() == name ? main : window.Find<QWidget>(name);
-  const QPointer<QWindow> handle = which.windowHandle();
-  if (handle != nullptr) handle->close();
+  const QWidget& which = name == "frmMain" ? main : window.Find<QWidget>(name.c_str());
+  if (which.windowHandle() != nullptr) which.windowHandle()->close();
   LetTicksPass(1);
+}
+
+void OpenEverything(WindowDriver& window) {
+  FrmMain& main = window.App().Window();
+  for (const auto& [tab, button] : {std::pair{Tab::kList, "cmdLoadList"},
+                                    {Tab::kList, "cmdSelect"},
+                                    {Tab::kInfo, "cmdCommands"}}) {
+    window.ShowTab(tab);
+    PopUp(main, button)->close();
+  }
+  for (ChatTextView* view : main.findChildren<ChatTextView*>()) {
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {1, 1}, view->mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(view, &event);
+    if (QWidget* menu = QApplication::activePopupWidget()) menu->close();
+  }
+  window.ShowTab(Tab::kList);
+  window.Click("cmdManualRequest");
+  window.Click("cmdFind");
+  window.Type("cmbSearch", "m");
+  window.Press("cmbSearch", Qt::Key_Return);
+  window.ClickCheckBox(1, "lstResults");
+  window.ShowTab(Tab::kConnection);
+  window.Click("cmdCheckForUpdate");
 }
 
 TEST(ClosingTest, EveryWindowAndMenuInSeveralOrders) {
   const std::vector<Texts> orders = {
       {"frmUpdater", "frmResults", "frmManualRequest", "frmMain"},
       {"frmUpdater", "frmManualRequest", "frmResults", "frmMain"},
-      {"frmUpdater", "frmResults", "frmMain"},
       {"frmUpdater", "frmMain"},
-      {"frmMain"},  // at a signal: a dialog blocks it otherwise
-      {},           // the program ends with all of them open
+      {"frmMain"},
+      {},  // the program ends with all of them open
   };
   for (const Texts& order : orders) {
     SCOPED_TRACE(testing::PrintToString(order));
-    auto window = std::make_unique<WindowDriver>(std::vector<std::string>{kRoom});
-    window->Folder().Write("mails.txt", ListOf(20, 5));
-    window->LoadList(window->Folder().File("mails.txt"));
-    const auto popUp = [&](QWidget& from, const char* button) {
-      QTest::mouseClick(from.findChild<QAbstractButton*>(button), Qt::LeftButton);
-      const QPointer<QWidget> menu = QApplication::activePopupWidget();
-      EXPECT_NE(menu, nullptr) << button;
-      return menu;
-    };
-    FrmMain& main = window->App().Window();
-    for (const auto& [tab, button] : {std::pair{Tab::kList, "cmdLoadList"},
-                                      {Tab::kList, "cmdSelect"},
-                                      {Tab::kInfo, "cmdCommands"}}) {
-      window->ShowTab(tab);
-      popUp(main, button)->close();
-    }
-    for (ChatTextView* view : main.findChildren<ChatTextView*>()) {
-      QContextMenuEvent event(QContextMenuEvent::Keyboard, {1, 1}, view->mapToGlobal(QPoint(1, 1)));
-      QApplication::sendEvent(view, &event);
-      if (QWidget* menu = QApplication::activePopupWidget()) menu->close();
-    }
-    window->ShowTab(Tab::kList);
-    window->Click("cmdManualRequest");
-    window->Click("cmdFind");
-    window->Type("cmbSearch", "m");
-    window->Press("cmbSearch", Qt::Key_Return);
-    const QPointer<QWidget> search(&window->Find<QWidget>("frmResults"));
-    window->ClickCheckBox(1, "lstResults");
+    auto window = std::make_unique<WindowDriver>();
+    LoadMails(*window);
     window->Boxes().questionAnswers.assign(9, true);
-    window->ShowTab(Tab::kConnection);
-    window->Click("cmdCheckForUpdate");
-    if (order.size() > 2) {
-      // An item chosen when the search is gone works on nothing.
-      CloseByManager(*window, "frmUpdater");
-      const QPointer<QWidget> menu = popUp(*search, "cmdSelect");
-      CloseByManager(*window, "frmResults");
-      EXPECT_TRUE(WaitUntil([&] { return search.isNull(); }, 5000));
+    OpenEverything(*window);
+    QPointer<QWidget> menu;
+    for (const std::string& name : order) {
+      const bool isSearch = name == "frmResults";
+      if (isSearch) menu = PopUp(window->Find<QWidget>("frmResults"), "cmdSelect");
+      CloseByManager(*window, name);
+      if (!isSearch) continue;
+      // An item that is chosen when the search is gone works on nothing.
+      EXPECT_EQ(window->App().Window().findChild<QWidget*>("frmResults"), nullptr);
       for (const char* item : {"mnuSelectAll", "mnuSelectBetween", "mnuSelectNone"}) {
         window->Choose(item);
       }
       EXPECT_EQ(window->Checked(), "");
       menu->close();
-      window->ShowTab(Tab::kList);
-      window->Click("cmdFind");
-      window->ShowTab(Tab::kConnection);
-      window->Click("cmdCheckForUpdate");
     }
-    for (const std::string& name : order) CloseByManager(*window, name.c_str());
-    EXPECT_EQ(main.isVisible(), order.empty());
+    EXPECT_EQ(window->App().Window().isVisible(), order.empty());
     window.reset();
     LetTicksPass(2);
     EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
+  }
+}
+
+class ProcessTest : public testing::Test {
+ protected:
+  // Without a display, or on one that nobody sees and that is not small enough to be told about.
+  void Start(const QStringList& arguments, const char* platform,
+             const QString& program = BRINDLE_PROGRAM) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"}) environment.remove(name);
+    environment.insert("QT_QPA_PLATFORM", platform);
+    environment.insert("XDG_CONFIG_HOME", folder_.File("user"));
+    process_.setProcessEnvironment(environment);
+    process_.start(program, arguments);
+    ASSERT_TRUE(process_.waitForStarted());
+  }
+  // The exit code; -1 when it crashed or did not end.
+  int ExitCode() {
+    const bool ended = process_.waitForFinished(WindowDriver::kTimeoutMs);
+    return ended && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
+  }
+  // True once a signal ends the process as a click does, which is when its window is open.
+  bool IsOpen() const {
+    return WaitUntil(
+        [this] {
+          QFile status(QString("/proc/%1/status").arg(process_.processId()));
+          const QByteArray all = status.open(QIODevice::ReadOnly) ? status.readAll() : "";
+          const QByteArray caught = all.mid(all.indexOf("SigCgt:") + 7).trimmed().left(16);
+          return ((caught.toULongLong(nullptr, 16) >> (SIGTERM - 1)) & 1) == 1;
+        },
+        WindowDriver::kTimeoutMs);
+  }
+  // The files in a folder below that of the test.
+  QString Files(const char* below) const {
+    return QDir(folder_.File(below)).entryList(QDir::Files | QDir::Hidden).join(' ');
+  }
+
+  DataFolder folder_;
+  QProcess process_;
+};
+
+TEST_F(ProcessTest, AnswersTheCommandLine) {
+  const struct {
+    QStringList arguments;
+    const char* platform;
+    int code;
+    const char* said;  // on the one stream or the other, by the code
+  } table[] = {
+      {{"--data-dir", "x", "-h"}, "none", 0, "Usage: brindle [--data-dir DIR]\n"},
+      {{"--version"}, "none", 0, "Brindle v0.5.85\n"},
+      {{"--data-dir=x", "--data-dirs", "y"}, "none", 2, "Unknown option '--data-dirs'.\n"},
+      {{"--data-dir"}, "minimal", 2, "Usage: "},
+      {{"word"}, "minimal", 2, "Usage: "},
+      {{"--data-dir", folder_.File("brindle.ini/x")}, "minimal", 1, "Cannot make the folder "},
+  };
+  for (const auto& row : table) {
+    Start(row.arguments, row.platform);
+    EXPECT_EQ(ExitCode(), row.code) << row.arguments.join(' ').toStdString();
+    const QByteArray output = process_.readAllStandardOutput();
+    const QByteArray error = process_.readAllStandardError();
+    EXPECT_TRUE((row.code == 0 ? output : error).contains(row.said)) << (output + error).data();
+    EXPECT_TRUE((row.code == 0 ? error : output).isEmpty()) << (output + error).data();
+  }
+}
+
+TEST_F(ProcessTest, LocksItsFolderAndSavesAtASignal) {
+  const QStringList arguments = {"--data-dir", folder_.File("new/folder")};
+  for (const bool kill : {false, true}) {
+    Start(arguments, "minimal");
+    ASSERT_TRUE(IsOpen());
+    const QString locked = Files("new/folder");
+    EXPECT_TRUE(locked.contains("brindle.lock"));
+    FakeDialogs refused;
+    EXPECT_FALSE(Program(arguments[1].toStdString(), refused).Open());
+    EXPECT_EQ(
+        refused.notices,
+        (std::vector<FakeDialogs::Shown>{{Icon::kExclamation, "Brindle is already running."}}));
+    EXPECT_EQ(Files("new/folder"), locked);
+    // Without a chance to tidy up: what it leaves must not lock the user out.
+    if (kill)
+      process_.kill();
+    else
+      process_.terminate();
+    EXPECT_EQ(ExitCode(), kill ? -1 : 0);
+    EXPECT_EQ(Files("new/folder"), kill ? "brindle.ini brindle.lock channels.txt irc_servers.txt"
+                                        : "brindle.ini channels.txt irc_servers.txt");
+  }
+  FakeDialogs welcome;
+  EXPECT_TRUE(Program(arguments[1].toStdString(), welcome).Open());
+}
+
+TEST_F(ProcessTest, KeepsItsFilesBesideItselfOrInTheUsersFolder) {
+  const QString program = folder_.File("program/brindle");
+  ASSERT_TRUE(QDir(folder_.Path()).mkpath("program") && QDir(folder_.Path()).mkpath("user"));
+  ASSERT_TRUE(QFile::copy(BRINDLE_PROGRAM, program));
+  for (const char* open : {".", "user"}) ::chmod(qPrintable(folder_.File(open)), 0777);
+  // Rights do not hold an administrator back: then it is somebody else's process.
+  process_.setChildProcessModifier([] {
+    constexpr uid_t kNobody = 65534;
+    if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);
+    EndWithParent();
+  });
+  for (const bool writable : {false, true}) {
+    ::chmod(qPrintable(folder_.File("program")), writable ? 0777 : 0555);
+    Start({}, "minimal", program);
+    ASSERT_TRUE(IsOpen()) << process_.readAllStandardError().toStdString();
+    EXPECT_EQ(Files("program").contains("brindle.lock"), writable);
+    EXPECT_EQ(Files("user/Brindle").contains("brindle.lock"), !writable);
+    process_.terminate();
+    EXPECT_EQ(ExitCode(), 0);
   }
 }
 

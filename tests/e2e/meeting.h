@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
 #include "support/irc_server.h"
 #include "support/raw_client.h"
 #include "support/scripted_server.h"
@@ -17,21 +14,30 @@ namespace brindle::test {
 using Texts = std::vector<std::string>;
 
 constexpr const char* kRoom = "#mailroom";
+inline const std::string kTo = "#mailroom :";
 constexpr const char* kHint = "barStatusPanel2";
-constexpr const char* kGone = "\nDisconnected...";
-
 // Across a view.
 inline const std::string kRule = "\n" + std::string(70, '-');
 
-// A view's text begins with the line break of its first line.
-inline std::string Joined(const Texts& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += "\n" + line;
-  return text;
+constexpr const char* kGone = "\nDisconnected...";
+
+inline int Count(const std::string& text, const char* part) {
+  return static_cast<int>(QString::fromStdString(text).count(part));
 }
 
-inline int Count(const std::string& text, const std::string& part) {
-  return static_cast<int>(QString::fromStdString(text).count(QString::fromStdString(part)));
+// Waits until a session or an attempt has ended, as the `times`th one, and all of the window shows
+// it, once; `trouble` is a part of what stands beside the button.
+inline bool HasEnded(WindowDriver& window, const std::string& trouble, int times) {
+  const auto told = [&] {
+    return Count(window.Room(), kGone) == times && Count(window.Status(), kGone) == times;
+  };
+  if (!WaitUntil(told, 5000) || !window.Tells("lblConnectTrouble", trouble)) return false;
+  LetTicksPass(3);  // what comes too much would have time to show
+  return told() && window.Text("cmdConnect") == "Connect" &&
+         window.Find<QWidget>("cmdConnect").isEnabled() &&
+         window.Find<QWidget>("txtConnectNick").isEnabled() &&
+         window.Text("barStatusPanel1") == "Status - Disconnected" &&
+         window.App().CurrentSession().currentRoom.empty();
 }
 
 // Wanda at the window and a bot, in one room of a real server.
@@ -39,9 +45,7 @@ struct Meeting {
   void Begin(quint16 port) {
     bot.Begin(port);
     ASSERT_TRUE(window.Register("Wanda", port));
-    ASSERT_TRUE(bot.WaitForWelcome());
-    ASSERT_TRUE(bot.Join(kRoom));
-    ASSERT_TRUE(window.Join(0));
+    ASSERT_TRUE(bot.WaitForWelcome() && bot.Join(kRoom) && window.Join(0));
   }
   // What Wanda said, as the bot has received it, once it is so many lines.
   Texts Said(size_t lines) {
@@ -50,7 +54,6 @@ struct Meeting {
     for (const RawClient::Line& line : bot.SaidBy("Wanda")) said.push_back(line.text);
     return said;
   }
-
   WindowDriver window{{kRoom, "#second"}};
   RawClient bot{"MailBot"};
 };
@@ -65,7 +68,6 @@ struct ScriptedSession {
     server.Send(":s 001 me :hi\r\n");
     EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Connected"));
   }
-
   ScriptedServer server;
   WindowDriver window{{kRoom}};
 };

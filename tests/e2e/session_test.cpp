@@ -1,6 +1,6 @@
-// Whole sessions with both kinds of real servers: what the user does, and what the views then show.
-#include <QListView>
-#include <algorithm>
+// Whole sessions: with both kinds of real servers, and with one that does what it should not; what
+// the user does, what the views then show, and there every byte that is sent.
+#include <array>
 
 #include "meeting.h"
 
@@ -12,24 +12,10 @@ using std::string_literals::operator""s;
 class SessionTest : public testing::TestWithParam<IrcServer::Kind> {
  protected:
   void SetUp() override { ASSERT_TRUE(server_.Start()) << server_.Error().toStdString(); }
-
-  // `why` is what the user reads beside the button.
-  void ExpectEnded(const std::string& why, int times) {
-    EXPECT_TRUE(WaitUntil([&] { return Count(window_.Room(), kGone) == times; }, 5000));
-    EXPECT_TRUE(window_.Tells("lblConnectTrouble", why)) << window_.Text("lblConnectTrouble");
-    LetTicksPass(3);  // what comes too much would have time to show
-    EXPECT_EQ(Count(window_.Room(), kGone), times);
-    EXPECT_EQ(Count(window_.Status(), kGone), times);
-    EXPECT_EQ(window_.Text("cmdConnect"), "Connect");
-    EXPECT_EQ(window_.Text("barStatusPanel1"), "Status - Disconnected");
-    EXPECT_EQ(window_.App().Window().windowTitle(), "Brindle v0.5.85");
-    EXPECT_TRUE(window_.Find<QWidget>("txtConnectNick").isEnabled());
-    EXPECT_EQ(window_.App().CurrentSession().currentRoom, "");
-  }
-  // A server may name the nicks in any order.
-  bool IsHere(const std::string& nicks, const std::string& orNicks) {
+  // Anna and Wanda; a server may name them in any order.
+  bool AreTwo() {
     const auto here = [&] { return window_.Items("lstWho"); };
-    return WaitUntil([&] { return here() == nicks || here() == orNicks; }, 5000);
+    return WaitUntil([&] { return here() == "@Anna Wanda" || here() == "Wanda @Anna"; }, 5000);
   }
 
   IrcServer server_{GetParam()};
@@ -40,108 +26,148 @@ class SessionTest : public testing::TestWithParam<IrcServer::Kind> {
 
 TEST_P(SessionTest, TellsAllThatHappens) {
   anna_.Begin(server_.Port());
-  bert_.Begin(server_.Port());
-  ASSERT_TRUE(anna_.WaitForWelcome() && bert_.WaitForWelcome());
+  ASSERT_TRUE(bert_.Connect(server_.Port()) && anna_.WaitForWelcome());
   ASSERT_TRUE(anna_.Join(kRoom) && anna_.Join("#second"));
-  anna_.Send("TOPIC #mailroom :Mails: ask the bots");
-  ASSERT_TRUE(anna_.WaitForLine("TOPIC #mailroom"));
   window_.Connect("Anna", "Wanda", server_.Port());
   ASSERT_TRUE(window_.ShowsInStatus("You are now connected."));
-  EXPECT_TRUE(
-      window_.App().Window().windowTitle().startsWith("Brindle v0.5.85 [NICK : Wanda] [CONN"));
-  ASSERT_TRUE(window_.Join(0));
-  EXPECT_TRUE(IsHere("@Anna Wanda", "Wanda @Anna")) << window_.Items("lstWho");
-
+  EXPECT_TRUE(window_.ShowsInStatus("already in use") && window_.ShowsInStatus("Be kind to the"));
+  EXPECT_TRUE(window_.App().Window().windowTitle().contains(" [NICK : Wanda] [CONNECTED : "));
+  ASSERT_TRUE(window_.Join(0) && AreTwo());
   ASSERT_TRUE(bert_.Join(kRoom));
-  bert_.Say(kRoom, "hello: \0034,1red\003 and \002plain\002 gr\xC3\xBC\xC3\x9F");
-  bert_.Say(kRoom, "gr\xFC\xDF\001");
-  bert_.Say(kRoom, "\001ACTION waves: a hand\001");
+  bert_.Say(kRoom, "hello: \0034,1red\003 gr\xC3\xBC\xC3\x9F");
+  bert_.Say(kRoom, "\001ACTION gr\xFC\xDFt\001");
   bert_.Send("NOTICE #mailroom :to the room");
   bert_.Say("Wanda", "psst: hey");
   bert_.Send("NICK Bertram");
   bert_.Send("PART #mailroom :bye");
   ASSERT_TRUE(bert_.Join(kRoom));
-  anna_.Send("KICK #mailroom Bertram :out: you go");
-  ASSERT_TRUE(bert_.WaitForLine("KICK #mailroom Bertram"));
-  ASSERT_TRUE(bert_.Join(kRoom));
+  anna_.Send("KICK #mailroom Bertram :out");
+  ASSERT_TRUE(bert_.WaitForLine("KICK #mailroom Bertram") && bert_.Join(kRoom));
   bert_.Send("QUIT :gone");
-  ASSERT_TRUE(window_.ShowsInRoom("Bertram has quit."));
-  EXPECT_TRUE(IsHere("@Anna Wanda", "Wanda @Anna")) << window_.Items("lstWho");
-
+  ASSERT_TRUE(window_.ShowsInRoom("Bertram has quit.") && AreTwo());
   anna_.Send("KICK #mailroom Wanda :go");
   ASSERT_TRUE(window_.Tells(kHint, "You are no longer in #mailroom: kicked by Anna: go"));
-  anna_.Send("MODE #mailroom +b Wanda!*@*");
-  ASSERT_TRUE(anna_.WaitForLine("MODE #mailroom +b"));
-  window_.AskToJoin(0);
-  ASSERT_TRUE(window_.Tells(kHint, "#mailroom - Can't join, you are banned from this room."));
-  anna_.Send("MODE #mailroom -b Wanda!*@*");
-  ASSERT_TRUE(anna_.WaitForLine("MODE #mailroom -b"));
   ASSERT_TRUE(window_.Join(0) && window_.Join(1));
-  ASSERT_TRUE(window_.ShowsInRoom("Wanda has left #mailroom"));
-  EXPECT_TRUE(IsHere("@Anna Wanda", "Wanda @Anna")) << window_.Items("lstWho");
+  ASSERT_TRUE(window_.ShowsInRoom("Wanda has left #mailroom") && AreTwo());
   window_.Leave();
   EXPECT_TRUE(anna_.WaitForLine("PRIVMSG #second :\0031I was using \0034Brindle v0.5.85"));
   EXPECT_TRUE(anna_.WaitForLine(" QUIT "));
-  ExpectEnded("", 1);
-
-  const std::string rule = kRule.substr(1);
-  std::string room = window_.Room();
+  EXPECT_TRUE(HasEnded(window_, "", 1));
+  EXPECT_EQ(window_.App().Window().windowTitle(), "Brindle v0.5.85");
   const std::string statistics = "\n-irc.brindle.test- Connection statistics";  // ngIRCd's alone
-  if (room.find(statistics) != room.npos) room = room.substr(0, room.find(statistics)) + kGone;
-  EXPECT_EQ(room, Joined({"* Now talking in #mailroom",
-                          "* Topic is 'Mails: ask the bots'",
-                          rule,
-                          "* Bert has joined #mailroom",
-                          "<Bert> hello: red and plain gr\u00FC\u00DF",
-                          "<Bert> gr\u00FC\u00DF",
-                          "* Bert waves: a hand",
-                          "-Bert- to the room",
-                          "Bert tells you, 'psst: hey'",
-                          "(To reply type /msg Bert text)",
-                          "* Bert is now known as Bertram.",
-                          "* Bertram has left #mailroom",
-                          "* Bertram has joined #mailroom",
-                          "* Anna says out: you go, then kicks Bertram from the channel.",
-                          "* Bertram has joined #mailroom",
-                          "* Bertram has quit.",
-                          "* Anna says go, then kicks Wanda from the channel.",
-                          "#mailroom - Can't join, you are banned from this room.",
-                          "* Now talking in #mailroom",
-                          "* Topic is 'Mails: ask the bots'",
-                          rule,
-                          "* Parted",
-                          "* Now talking in #second",
-                          rule,
-                          "* Wanda has left #mailroom"}) +
-                      kGone);
-  const std::string status = window_.Status();
-  size_t at = 0;
-  for (const std::string& part : {"\n* Connecting to 127.0.0.1"s, "already in use"s, "Welcome"s,
-                                  "Be kind to the bots,"s, "\nYou are now connected."s, kRule,
-                                  "\n#mailroom - Can't join"s, kRule, kRule, std::string(kGone)}) {
-    at = status.find(part, at);
-    ASSERT_NE(at, std::string::npos) << part << " is missing in" << status;
-  }
+  const std::string room = window_.Room() + statistics;
+  EXPECT_EQ(room.substr(0, std::min(room.find(statistics), room.find(kGone))),
+            "\n* Now talking in #mailroom" + kRule +
+                "\n* Bert has joined #mailroom\n<Bert> hello: red gr\u00FC\u00DF"
+                "\n* Bert gr\u00FC\u00DFt\n-Bert- to the room\nBert tells you, 'psst: hey'"
+                "\n(To reply type /msg Bert text)\n* Bert is now known as Bertram."
+                "\n* Bertram has left #mailroom\n* Bertram has joined #mailroom"
+                "\n* Anna says out, then kicks Bertram from the channel."
+                "\n* Bertram has joined #mailroom\n* Bertram has quit."
+                "\n* Anna says go, then kicks Wanda from the channel."
+                "\n* Now talking in #mailroom" +
+                kRule + "\n* Parted\n* Now talking in #second" + kRule +
+                "\n* Wanda has left #mailroom");
 }
 
 TEST_P(SessionTest, SeesTheServerEndAndRefuse) {
+  const bool isNgircd = GetParam() == IrcServer::Kind::kNgircd;
   ASSERT_TRUE(window_.Register("Wanda", server_.Port()) && window_.Join(0));
   ASSERT_TRUE(server_.Stop());
-  ExpectEnded(GetParam() == IrcServer::Kind::kNgircd ? "Server going down" : "Closing link", 1);
+  EXPECT_TRUE(HasEnded(window_, isNgircd ? "Server going down" : "Closing link", 1));
   ASSERT_TRUE(server_.Start());
   ASSERT_TRUE(window_.Register("Wanda", server_.Port()) && window_.Join(0));
-  EXPECT_EQ(window_.Items("lstWho"), "@Wanda");
   server_.Kill();
-  ExpectEnded("The server closed the connection.", 2);
+  EXPECT_TRUE(HasEnded(window_, "The server closed the connection.", 2));
   window_.Connect("Wanda", "", server_.Port());
-  ExpectEnded("Connection refused", 3);
+  EXPECT_TRUE(HasEnded(window_, "Connection refused", 3));
 }
 
 INSTANTIATE_TEST_SUITE_P(Servers, SessionTest,
                          testing::Values(IrcServer::Kind::kNgircd, IrcServer::Kind::kInspircd),
                          [](const auto& server) {
-                           return server.param == IrcServer::Kind::kNgircd ? "ngIRCd" : "InspIRCd";
+                           return server.index == 0 ? "ngIRCd" : "InspIRCd";
                          });
+
+// What is added to the status view and to the room view, and the bytes that are sent.
+using Effect = std::array<std::string, 3>;
+
+struct HostileTest : testing::Test, ScriptedSession {
+  // Sends each packet a while after the one before, and waits until all that they can lead to has
+  // happened: lines are handled and shown in their order, so a last PING and text mark the end.
+  Effect EffectOf(const Texts& packets) {
+    const std::string mark = std::to_string(++marks) + " mark";
+    for (const std::string& packet : packets) {
+      server.Send(packet);
+      LetTicksPass(packets.size() > 1 ? 2 : 0);
+    }
+    server.Send("PING :" + mark + "\r\n:s 372 me :" + mark + "\r\n");
+    Effect all;
+    all[2] = server.TakeReceivedUpTo("PONG :" + mark + "\r\n");
+    EXPECT_TRUE(window.ShowsInStatus(QString::fromStdString("\n" + mark)));
+    all[0] = window.Status().substr(std::exchange(status, window.Status().size()));
+    all[1] = window.Room().substr(std::exchange(room, window.Room().size()));
+    all[0] = all[0].substr(0, all[0].find("\n[SERVER PING]\n" + mark));
+    all[2] = all[2].substr(0, all[2].find("PONG :" + mark));
+    return all;
+  }
+  size_t status = 0, room = 0;
+  int marks = 0;
+};
+
+TEST_F(HostileTest, WhateverComesWeSendOnlyWhatWeMean) {
+  const std::string ping = "\n[SERVER PING]";
+  const std::string pong = "PONG :tok\r\n";
+  Texts bytes;
+  for (const char byte : ":s 372 me :gr\xC3\xBC\xC3\x9F\r\nPING :tok\r\n"s) bytes.push_back({byte});
+  const std::string big(100000, 'x');
+  const struct {
+    Texts packets;
+    Effect effect;
+  } table[] = {
+      {{""}, {"\n* Connecting to 127.0.0.1\nhi", "", ""}},
+      {bytes, {"\ngr\u00FC\u00DF" + ping, "", pong}},
+      {{":s 372 me :first ", "half\r\n"}, {"\nfirst half", "", ""}},
+      {{"PING :t", "ok\r", "\n"}, {ping, "", pong}},
+      {{":s 372 me :" + big, big, "\r\nPING :tok\r\n"}, {ping, "", pong}},
+      {{"PING :tok\rQUIT\r\n"}, {ping, "", pong}},
+      {{"PING :tok\nJOIN #x\r\n"}, {ping, "", pong}},
+      {{"PING :tok\0JOIN #x\r\n"s}, {ping, "", pong}},
+      {{":me!u@h JOIN #bad\nQUIT\r\n"}, {kRule, "\n* Now talking in #bad QUIT", ""}},
+      {{":me!u@h JOIN #r\rQUIT\r\n"},
+       {kRule, "\n* Parted\n* Now talking in #r QUIT", "PART #bad\r\n"}},
+      {{":e\nQUIT!u@h JOIN #r\rQUIT\r\n"}, {"", "\n* e QUIT has joined #r QUIT", "WHOIS e\r\n"}},
+      {{":s 372 me :a\0b\rc\nd\xE2\x80\xA8 <b>%n\r\n"s}, {"\nab c d  <b>%n", "", ""}},
+  };
+  for (const auto& row : table) {
+    EXPECT_EQ(EffectOf(row.packets), row.effect) << testing::PrintToString(row.packets[0]);
+  }
+  window.Type("txtInfoAOLSN", "JaneD");
+  window.Type("cmbServers", "bot");
+  window.Choose("mnuCommandsList");
+  window.Leave();
+  EXPECT_EQ(server.TakeReceivedUpTo("QUIT\r\n"), "PRIVMSG #r\r\nPRIVMSG #r\r\nQUIT\r\n");
+}
+
+TEST_F(HostileTest, TheEndIsToldOnce) {
+  const std::pair<const char*, const char*> table[] = {
+      {"ERROR :Closing Link: bye\r\n:s 372 me :more\r\n", "Closing Link: bye"},
+      {":s 372 me :half", "The server closed the connection."},
+  };
+  int ends = 0;
+  for (const auto& [lastWords, trouble] : table) {
+    if (ends > 0) Register();
+    server.Send(lastWords);
+    server.Close();
+    EXPECT_TRUE(HasEnded(window, trouble, ++ends)) << lastWords;
+  }
+  // The user's own end of an attempt is no trouble.
+  window.Connect("me", "", server.Port());
+  EXPECT_FALSE(window.Find<QWidget>("cmdConnect").isEnabled());
+  window.Click("cmdConnectCancel");
+  EXPECT_TRUE(HasEnded(window, "", ends + 1));
+  EXPECT_EQ(window.Text("lblConnectTrouble"), "");
+}
 
 }  // namespace
 }  // namespace brindle::test

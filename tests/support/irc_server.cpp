@@ -4,12 +4,10 @@
 #include <unistd.h>
 
 #include <QFile>
-#include <QFileInfo>
 #include <QHostAddress>
 #include <QRandomGenerator>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <utility>
 
 #include "child_process.h"
 #include "wait.h"
@@ -49,8 +47,6 @@ bool Accepts(quint16 port) {
 }
 
 }  // namespace
-
-bool IrcServer::IsInstalled(Kind kind) { return QFileInfo(ProgramOf(kind)).isExecutable(); }
 
 bool IrcServer::IsRunning() const {
   return process_ != nullptr && process_->state() == QProcess::Running;

@@ -15,8 +15,6 @@ class IrcServer {
  public:
   enum class Kind { kNgircd, kInspircd };
 
-  static bool IsInstalled(Kind kind);
-
   explicit IrcServer(Kind kind) : kind_(kind) {}
   // Kills a server that still runs.
   ~IrcServer() { Kill(); }

@@ -1,7 +1,6 @@
 #include "raw_client.h"
 
 #include <QHostAddress>
-#include <algorithm>
 #include <utility>
 
 #include "wait.h"
@@ -57,12 +56,6 @@ bool RawClient::Join(const std::string& room) {
            text.find(" " + room + " ") != std::string::npos;
   });
   return answer && IsNumeric(answer->text, "366");
-}
-
-bool RawClient::HasReceived(std::string_view part) const {
-  return std::any_of(lines_.begin(), lines_.end(), [part](const Line& line) {
-    return line.text.find(part) != std::string::npos;
-  });
 }
 
 std::vector<RawClient::Line> RawClient::SaidBy(const std::string& nick) const {

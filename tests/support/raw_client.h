@@ -44,8 +44,6 @@ class RawClient {
   qint64 Now() const { return clock_.elapsed(); }
   // Everything received so far.
   const std::vector<Line>& Lines() const { return lines_; }
-  // True when some line received so far contains `part`.
-  bool HasReceived(std::string_view part) const;
   // What came so far of what `nick` has said, to whom first: "#room :text".
   std::vector<Line> SaidBy(const std::string& nick) const;
 
