@@ -60,8 +60,7 @@ struct Meeting {
 
 // "me" at the window, registered with a server that only says what it is told.
 struct ScriptedSession {
-  ScriptedSession() { Register(); }
-  void Register() {
+  ScriptedSession() {
     window.Connect("me", "", server.Port());
     EXPECT_EQ(server.TakeReceivedUpTo("_0.5.85\r\n"),
               "NICK me\r\nUSER plenty of excellent qel_0.5.85\r\n");

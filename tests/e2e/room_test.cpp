@@ -70,7 +70,6 @@ TEST_F(RoomTest, ARunEndsWithItsReason) {
     std::string checked;
   } table[] = {
       {[](Meeting& m) { m.window.Click("cmdRequestStop"); }, "Stopped after", rest},
-      {[](Meeting& m) { m.window.App().Window().close(); }, "Stopped after", rest},
       {[](Meeting& m) { m.window.Leave(); }, "The session ended", all},
       {[](Meeting& m) { Load(m.window, "other.txt", "!O send x y\r\n1 A\r\n"); },
        "The list was replaced after", ""},
