@@ -175,7 +175,7 @@ TEST_F(ChatTextViewTest, WhatIsShiftedOnScreenEqualsWhatIsPaintedAnew) {
 }
 
 TEST_F(ChatTextViewTest, ShowsTextInItsColourOnTheBackColour) {
-  view_.SetBackColour({0, 0, 0});
+  view_.SetBackColour(Colour{0, 0, 0});
   view_.Append({{{255, 0, 0}, "\r\nWWWWWW"}, {{0, 255, 0}, "MMMMMM"}});
   Settle();
   const QImage image = view_.viewport()->grab().toImage();

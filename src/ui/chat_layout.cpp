@@ -6,6 +6,7 @@
 
 #include "base/utf8.h"
 #include "ui/qt_text.h"
+#include "ui/readable_colour.h"
 #include "ui/utf16_offsets.h"
 
 namespace brindle {
@@ -47,6 +48,12 @@ void ChatLayout::SetFont(const QFont& font) {
   ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
   rowHeight_ =
       std::max(1, static_cast<int>(std::ceil(std::max(metrics.height(), metrics.lineSpacing()))));
+  Forget();
+}
+
+void ChatLayout::SetBackground(Colour background) {
+  if (background == background_) return;
+  background_ = background;
   Forget();
 }
 
@@ -155,7 +162,7 @@ std::unique_ptr<ChatLayout::LaidOut> ChatLayout::MakeLayout(Segment segment, siz
       QTextLayout::FormatRange format;
       format.start = UnitOf(*laid, {segment.line, runBegin});
       format.length = UnitOf(*laid, {segment.line, runEnd}) - format.start;
-      format.format.setForeground(ToQColor(run.colour));
+      format.format.setForeground(ToQColor(ReadableOn(run.colour, background_)));
       formats.append(format);
     }
     runBegin = runEnd;

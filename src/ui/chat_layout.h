@@ -26,9 +26,11 @@ class ChatLayout {
   explicit ChatLayout(const ChatLog& log);
   ~ChatLayout();
 
-  // Both forget every layout when something changes.
+  // All forget every layout when something changes.
   void SetFont(const QFont& font);
   void SetWidth(int width);
+  // What the text is drawn on: colours that could not be read there are shifted as they are drawn.
+  void SetBackground(Colour background);
 
   int RowHeight() const { return rowHeight_; }
 
@@ -73,6 +75,7 @@ class ChatLayout {
 
   const ChatLog& log_;
   QFont font_;
+  Colour background_ = kWhite;
   int width_ = 1;
   int rowHeight_ = 1;
   int ascent_ = 1;

@@ -26,6 +26,7 @@ ChatTextView::ChatTextView(QWidget* parent)
   // Every pixel is painted, so what is on screen may be moved when scrolling.
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   layout_.SetFont(font());
+  layout_.SetBackground(FromQColor(palette().color(QPalette::Base)));
   layout_.SetWidth(kFirstWidth);
   findBar_->hide();
   connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, &ChatTextView::OnBarAction);
@@ -46,9 +47,9 @@ void ChatTextView::Append(const std::vector<ColouredRun>& runs) {
   if (QAccessible::isActive()) NotifyAppended(*this, before);
 }
 
-void ChatTextView::SetBackColour(Colour colour) {
-  QPalette changed = palette();
-  changed.setColor(QPalette::Base, ToQColor(colour));
+void ChatTextView::SetBackColour(std::optional<Colour> picked) {
+  QPalette changed;
+  if (picked) changed.setColor(QPalette::Base, ToQColor(*picked));
   setPalette(changed);
 }
 
@@ -92,6 +93,7 @@ void ChatTextView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) {
     LayOutAgain([this] { layout_.SetFont(font()); });
   } else if (event->type() == QEvent::PaletteChange) {
+    layout_.SetBackground(FromQColor(palette().color(QPalette::Base)));
     viewport()->update();
   }
 }

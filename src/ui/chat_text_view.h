@@ -31,7 +31,8 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   void Append(const std::vector<ColouredRun>& runs) override;
   size_t TextLength() const override { return log_.TextLength(); }
 
-  void SetBackColour(Colour colour);
+  // The palette's own where none was picked.
+  void SetBackColour(std::optional<Colour> picked);
 
   const ChatLog& Log() const { return log_; }
   // All lines, with a line feed between each two.

@@ -68,8 +68,7 @@ std::optional<Colour> QtDialogs::PickColour(Colour current) {
   const QColor picked =
       QColorDialog::getColor(ToQColor(current), QApplication::activeWindow(), "Color");
   if (!picked.isValid()) return std::nullopt;
-  const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
-  return Colour{byte(picked.red()), byte(picked.green()), byte(picked.blue())};
+  return FromQColor(picked);
 }
 
 QString ToQtFilter(const std::string& filter) {

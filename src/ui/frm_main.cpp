@@ -173,8 +173,18 @@ void FrmMain::PlaceRoomView() {
 }
 
 void FrmMain::ShowColours(const Options& options) {
-  ui_->txtChannel->SetBackColour(options.roomBackcolor);
-  ui_->pnlList->SetColours(options.listForecolor, options.listBackcolor);
+  // Colours that nobody picked are the palette's.
+  const Options first;
+  const bool roomPicked = options.roomBackcolor != first.roomBackcolor;
+  for (ChatTextView* view : {ui_->txtStatus, ui_->txtChannel}) {
+    view->SetBackColour(roomPicked ? std::optional(options.roomBackcolor) : std::nullopt);
+  }
+  if (options.listForecolor == first.listForecolor &&
+      options.listBackcolor == first.listBackcolor) {
+    ui_->pnlList->FollowPalette();
+  } else {
+    ui_->pnlList->SetColours(options.listForecolor, options.listBackcolor);
+  }
 }
 
 ChatTextView& FrmMain::StatusView() { return *ui_->txtStatus; }

@@ -70,6 +70,8 @@ void ListPanel::SetColours(Colour text, Colour background) {
   ui_->lstServerList->SetColours(ToQColor(text), ToQColor(background));
 }
 
+void ListPanel::FollowPalette() { ui_->lstServerList->setPalette(QPalette()); }
+
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
 
 void ListPanel::SetScreenName(const QString& name) { ui_->txtListAOLSN->setText(name); }

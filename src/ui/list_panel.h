@@ -32,6 +32,7 @@ class ListPanel : public QWidget, public ListView {
   SelectMenu& Select() { return mnuSelect_; }
 
   void SetColours(Colour text, Colour background);
+  void FollowPalette();
 
   QString ScreenName() const;
   void SetScreenName(const QString& name);

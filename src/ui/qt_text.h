@@ -15,4 +15,9 @@ inline QString ToQString(std::string_view text) {
 
 inline QColor ToQColor(Colour colour) { return {colour.red, colour.green, colour.blue}; }
 
+inline Colour FromQColor(const QColor& colour) {
+  const auto byte = [](int value) { return static_cast<std::uint8_t>(value); };
+  return {byte(colour.red()), byte(colour.green()), byte(colour.blue())};
+}
+
 }  // namespace brindle
