@@ -78,7 +78,8 @@ TEST(ListReader, AgreesWithTheSlowReadingOnRandomFiles) {
   const std::string common = "1~27.~(3)~[4]~ ~ ~\t~\n~\r\n~\r~text~send~!bot~SEND ~-~.~";
   const std::string rare = std::string(70, 'x') + "~\xE9~\x80~\xC3~\u00E9~\u20AC~\U0001F600~" +
                            std::string(1, '\0') + "~ballistic mail server : ~";
-  const auto pieces = Split(common + rare + "\xEF\xBB\xBF~\xFF\xFE~\xFE\xFF", "~");
+  const std::string all = common + rare + "\xEF\xBB\xBF~\xFF\xFE~\xFE\xFF";
+  const auto pieces = Split(all, "~");
   constexpr size_t kCommon = 16;
   constexpr size_t kMarks = 3;
   std::mt19937 random(3);
