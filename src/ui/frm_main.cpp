@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QWindow>
 
@@ -36,6 +37,7 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   ui_->splitSide->setSizes({1, 1});
   ui_->cmdSend->setIcon(MakeIcon(IconName::kSend));
   BuildStatusBar();
+  AddKeys();
 
   tmrProcess_.setObjectName("tmrProcess");
   tmrProcess_.setInterval(LinePump::kTickMilliseconds);
@@ -75,6 +77,32 @@ void FrmMain::BuildStatusBar() {
   ui_->barStatus->addWidget(hintPanel_, 1);
   ui_->barStatus->addPermanentWidget(lblBufferSizePeak_);
   ui_->barStatus->addPermanentWidget(lblRTBSizePeak_);
+}
+
+void FrmMain::AddKeys() {
+  const auto add = [this](const QKeySequence& keys, auto act) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, act);
+  };
+  for (int tab = 0; tab < ui_->tabMain->count(); ++tab) {
+    add(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + tab)),
+        [this, tab] { ShowTab(static_cast<Tab>(tab)); });
+  }
+  for (const int next : {Qt::Key_PageDown, Qt::Key_Tab}) {
+    add(QKeySequence(Qt::CTRL | static_cast<Qt::Key>(next)), [this] { StepTab(1); });
+  }
+  add(QKeySequence(Qt::CTRL | Qt::Key_PageUp), [this] { StepTab(-1); });
+  add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), [this] { StepTab(-1); });
+  add(QKeySequence(Qt::Key_F1), [this] { ShowTab(Tab::kHelp); });
+  add(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
+  add(QKeySequence::Open, [this] {
+    ShowTab(Tab::kList);
+    ui_->pnlList->LoadFromFile();
+  });
+}
+
+void FrmMain::StepTab(int step) {
+  const int tabs = ui_->tabMain->count();
+  ui_->tabMain->setCurrentIndex((ui_->tabMain->currentIndex() + step + tabs) % tabs);
 }
 
 void FrmMain::AttachPump(LinePump& pump, OutputQueue& queue) {

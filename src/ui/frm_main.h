@@ -77,6 +77,10 @@ class FrmMain : public QMainWindow, public WindowView {
 
  private:
   void BuildStatusBar();
+  // The keys that work wherever the focus is.
+  void AddKeys();
+  // The tab so many places on, past either end to the other.
+  void StepTab(int step);
   void ConnectOptions();
   void SetTopmost(bool topmost);
   void ShowColours(const Options& options);

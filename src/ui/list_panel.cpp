@@ -70,6 +70,10 @@ void ListPanel::SetColours(Colour text, Colour background) {
   ui_->lstServerList->SetColours(ToQColor(text), ToQColor(background));
 }
 
+void ListPanel::LoadFromFile() {
+  if (ui_->cmdLoadList->isEnabled()) mnuLoadList_.actions().first()->trigger();
+}
+
 void ListPanel::FollowPalette() { ui_->lstServerList->setPalette(QPalette()); }
 
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }

@@ -34,6 +34,9 @@ class ListPanel : public QWidget, public ListView {
   void SetColours(Colour text, Colour background);
   void FollowPalette();
 
+  // As by the menu item From File.
+  void LoadFromFile();
+
   QString ScreenName() const;
   void SetScreenName(const QString& name);
 
