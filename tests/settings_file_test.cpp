@@ -1,4 +1,5 @@
 #include "settings/settings_file.h"
+#include "settings/product_addresses.h"
 
 #include <gtest/gtest.h>
 
@@ -181,6 +182,18 @@ TEST(SettingsText, AnyValueReadsBackAndDisturbsNoOther) {
     // A second writing of the same changes nothing.
     ASSERT_EQ(WriteSettingText(after, section, key, value), after) << "seed " << seed;
   }
+}
+
+TEST(ProductAddresses, NameTheWebSiteInBothForms) {
+  MemoryFiles files;
+  SettingsFile settings(files, "ini");
+  EXPECT_EQ(ReadProductAddresses(settings).webHost, "www.brindle.example");
+  settings.WriteSetting("product", "web", "https://mail.example:81/brindle/");
+  settings.WriteSetting("product", "update", "updates.example");
+  const ProductAddresses addresses = ReadProductAddresses(settings);
+  EXPECT_EQ(addresses.web, "https://mail.example:81/brindle/");
+  EXPECT_EQ(addresses.webHost, "mail.example:81");
+  EXPECT_EQ(addresses.update, "updates.example");
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs)
       chat_(*window_, {settings_, stored_.options, finds_},
             {files_, dialogs, clock_, events_, *sounds_}, ReadProductAddresses(settings_).web),
       mail_(*window_, chat_, {settings_, stored_.options, finds_},
-            {files_, dialogs, clock_, events_, *sounds_}, kWebHost),
+            {files_, dialogs, clock_, events_, *sounds_}, ReadProductAddresses(settings_).webHost),
       optionsPage_(stored_.options, settings_, window_->OptionsControls(), files_, finds_, *sounds_,
                    dialogs) {
   window_->OptionsControls().Attach(optionsPage_, stored_.options);

@@ -8,12 +8,10 @@
 namespace brindle {
 
 // The product's web site, as told to other users.
-inline constexpr const char* kWebHost = "www.brindle.example";
 inline constexpr const char* kWebAddress = "http://www.brindle.example";
 
-// Where newer versions are looked for, and the help page on the web.
+// Where newer versions are looked for.
 inline constexpr const char* kUpdateAddress = "https://update.brindle.example";
-inline constexpr const char* kHelpAddress = "http://www.brindle.example/help";
 
 // "0.5.85"
 inline std::string VersionNumber() {

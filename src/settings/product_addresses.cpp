@@ -4,10 +4,19 @@
 
 namespace brindle {
 
+namespace {
+
+std::string HostOf(const std::string& address) {
+  const size_t scheme = address.find("://");
+  const size_t begin = scheme == std::string::npos ? 0 : scheme + 3;
+  return address.substr(begin, address.find('/', begin) - begin);
+}
+
+}  // namespace
+
 ProductAddresses ReadProductAddresses(const SettingsFile& settings) {
-  return {settings.ReadSetting("product", "update", kUpdateAddress),
-          settings.ReadSetting("product", "web", kWebAddress),
-          settings.ReadSetting("product", "help", kHelpAddress)};
+  const std::string web = settings.ReadSetting("product", "web", kWebAddress);
+  return {settings.ReadSetting("product", "update", kUpdateAddress), web, HostOf(web)};
 }
 
 }  // namespace brindle

@@ -9,9 +9,9 @@
 namespace brindle {
 
 struct ProductAddresses {
-  std::string update;  // key "update": an http or https address, or a host for http
-  std::string web;     // key "web": what the help page's web link opens
-  std::string help;    // key "help"; the shipped help page needs no network
+  std::string update;   // key "update": an http or https address, or a host for http
+  std::string web;      // key "web": the web site, as links open it
+  std::string webHost;  // the same as people are told: without scheme and what is behind the host
 };
 
 ProductAddresses ReadProductAddresses(const SettingsFile& settings);
