@@ -50,6 +50,8 @@ TEST_F(StoredLists, ChannelsAreTheFieldsThatBeginWithANumberSign) {
   EXPECT_EQ(ChannelsFrom("\xEF\xBB\xBF#a\nmailroom\n #b\n#c,#d\r#e"),
             (Texts{"#a", "#c", "#d", "#e"}));
   EXPECT_EQ(ChannelsFrom("#caf\xE9\r\n#\u00E4\r\n"), (Texts{"#caf\u00E9", "#\u00E4"}));
+  EXPECT_EQ(ChannelsFrom("\xFF\xFE#\0a\0\n\0#\0\xE4\0"s), (Texts{"#a", "#\u00E4"}));
+  EXPECT_EQ(ChannelsFrom("\xFE\xFF\0#\0b"s), Texts{"#b"});
   EXPECT_EQ(ChannelsFrom(""), Texts{});
   EXPECT_EQ(ChannelsFrom("#a\0#b\r\n"s), (Texts{"#a", "#b"}));
 }

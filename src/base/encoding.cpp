@@ -112,6 +112,14 @@ std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order) {
   return text;
 }
 
+std::string Utf8FromMarked(std::string_view bytes) {
+  if (bytes.starts_with("\xFF\xFE")) {
+    return Utf8FromUtf16(bytes.substr(2), ByteOrder::kLittleEndian);
+  }
+  if (bytes.starts_with("\xFE\xFF")) return Utf8FromUtf16(bytes.substr(2), ByteOrder::kBigEndian);
+  return std::string(bytes);
+}
+
 std::string DecodeReceived(std::string_view line) {
   return IsValidUtf8(line) ? std::string(line) : Utf8FromWindows1252(line);
 }

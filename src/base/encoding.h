@@ -22,6 +22,9 @@ enum class ByteOrder { kLittleEndian, kBigEndian };
 // Reads `bytes` as UTF-16. A lone surrogate becomes U+FFFD; an odd last byte is dropped.
 std::string Utf8FromUtf16(std::string_view bytes, ByteOrder order);
 
+// The bytes of a text file, from UTF-16 when they begin with its byte-order mark, else as they are.
+std::string Utf8FromMarked(std::string_view bytes);
+
 // One received line: valid UTF-8 stays as it is, anything else is read as Windows-1252.
 std::string DecodeReceived(std::string_view line);
 

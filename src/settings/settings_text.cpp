@@ -71,14 +71,6 @@ bool CanBeKey(std::string_view name) {
          name.find('=') == std::string_view::npos;
 }
 
-std::string AsUtf8(std::string_view bytes) {
-  if (bytes.starts_with("\xFF\xFE")) {
-    return Utf8FromUtf16(bytes.substr(2), ByteOrder::kLittleEndian);
-  }
-  if (bytes.starts_with("\xFE\xFF")) return Utf8FromUtf16(bytes.substr(2), ByteOrder::kBigEndian);
-  return std::string(bytes);
-}
-
 // The line end at `at`, empty at the end of the text.
 std::string_view LineEndAt(std::string_view text, size_t at) {
   for (const std::string_view end : {kCrLf, std::string_view("\n"), std::string_view("\r")}) {
@@ -90,7 +82,7 @@ std::string_view LineEndAt(std::string_view text, size_t at) {
 }  // namespace
 
 SettingsText::SettingsText(std::string_view bytes) {
-  const std::string text = AsUtf8(bytes);
+  const std::string text = Utf8FromMarked(bytes);
   for (size_t begin = 0; begin < text.size();) {
     const size_t stop = std::min(text.find_first_of("\r\n", begin), text.size());
     lines_.push_back({text.substr(begin, stop - begin), LineEndAt(text, stop)});

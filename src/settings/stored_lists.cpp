@@ -25,8 +25,9 @@ constexpr const char* kFindsSection = "finds";
 constexpr long long kMostFinds = 32767;
 
 // The fields of a file in order: they end at commas and at line ends.
-std::vector<std::string> FieldsOf(std::string_view bytes) {
-  bytes = WithoutUtf8Mark(bytes);
+std::vector<std::string> FieldsOf(std::string_view file) {
+  const std::string text = Utf8FromMarked(file);
+  const std::string_view bytes = WithoutUtf8Mark(text);
   std::vector<std::string> fields;
   for (size_t begin = 0; begin < bytes.size();) {
     const size_t end = std::min(bytes.find_first_of(kFieldEnds, begin), bytes.size());
