@@ -171,6 +171,8 @@ TEST_F(UpdaterHttpTest, ALongDownloadShowsItsProgressAndGoesOnBehindAClosedWindo
     EXPECT_FALSE(desk->Window()->isVisible());
     desk->cmdCheckForUpdate_Click();
     EXPECT_EQ(Text("lblStatus"), "Downloading File....");
+    Click("cmdClose");
+    EXPECT_FALSE(desk->Window()->isVisible());
   });
   EXPECT_EQ(Clicked(kComplete), kComplete);
   EXPECT_EQ(QFileInfo(folder.filePath("update/brindle.exe")).size(), kSize);

@@ -50,7 +50,6 @@ void Updater::Form_Load() {
   if (busy_) return;
   downloadFileName_ = kListFile;
   caption_ = UpdateCaption::kUpdateCheck;
-  announcedSha256_.clear();
   view_.SetUpdateButton(caption_, true);
   view_.SetStatus(kReady);
   view_.SetNews("");
