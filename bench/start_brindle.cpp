@@ -5,6 +5,7 @@
 
 #include "app/program.h"
 #include "first_paint.h"
+#include "ui/look.h"
 
 namespace {
 
@@ -21,7 +22,8 @@ class SilentDialogs : public brindle::Dialogs {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const QApplication application(argc, argv);
+  QApplication application(argc, argv);
+  brindle::ApplyLook(application, brindle::ThemeChoice::kSystem);
   const QTemporaryDir folder;
   SilentDialogs dialogs;
   brindle::Program program(folder.path().toStdString(), dialogs);

@@ -14,7 +14,9 @@
 #include "platform/end_signals.h"
 #include "platform/native.h"
 #include "settings/data_folder.h"
+#include "settings/options.h"
 #include "settings/product.h"
+#include "settings/settings_text.h"
 #include "ui/dialogs_qt.h"
 #include "ui/look.h"
 
@@ -69,6 +71,13 @@ std::string FolderFor(const QString& chosen) {
   return QDir::toNativeSeparators(folder).toStdString();
 }
 
+// Read before all else, so that the first window has the right colours from its beginning.
+brindle::ThemeChoice StoredTheme(const std::string& folder) {
+  const brindle::NativeFiles files;
+  const std::optional<std::string> bytes = files.Read(brindle::PathsIn(folder).settings);
+  return brindle::ReadOptions(brindle::SettingsText(bytes.value_or(""))).theme;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -88,7 +97,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Cannot make the folder %s.\n", folder.c_str());
     return 1;
   }
-  brindle::ApplyLook(application, brindle::ThemeChoice::kSystem);
+  brindle::ApplyLook(application, StoredTheme(folder));
   brindle::WatchDesktopScheme(application, &brindle::SetDesktopScheme);
   brindle::QtDialogs dialogs;
   brindle::Program program(folder, dialogs);

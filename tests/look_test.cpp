@@ -29,11 +29,6 @@ const Use kUses[] = {
     {{&L::outline, &L::accent, &L::accentFill}, kGrounds, 3},
 };
 
-Colour Plain(const QColor& colour) {
-  const QRgb rgb = colour.rgb();
-  return {std::uint8_t(qRed(rgb)), std::uint8_t(qGreen(rgb)), std::uint8_t(qBlue(rgb))};
-}
-
 std::string Name(Colour colour) { return ToQColor(colour).name().toStdString(); }
 
 TEST(Look, EveryRoleStandsOutWhereItIsUsed) {
@@ -41,8 +36,8 @@ TEST(Look, EveryRoleStandsOutWhereItIsUsed) {
     for (const Use& use : kUses) {
       for (auto role : use.roles) {
         for (auto ground : use.grounds) {
-          EXPECT_GE(Contrast(Plain(look->*role), Plain(look->*ground)), use.least)
-              << Name(Plain(look->*role)) << " on " << Name(Plain(look->*ground));
+          EXPECT_GE(Contrast(FromQColor(look->*role), FromQColor(look->*ground)), use.least)
+              << Name(FromQColor(look->*role)) << " on " << Name(FromQColor(look->*ground));
         }
       }
     }
@@ -52,7 +47,7 @@ TEST(Look, EveryRoleStandsOutWhereItIsUsed) {
 TEST(Look, ChatColoursBecomeReadableAndKeepTheirHue) {
   std::vector<Colour> texts = {{255, 125, 0}, {70, 10, 90}, {250, 250, 210}, {120, 140, 127}};
   for (int i = 0; i < 16; ++i) texts.push_back(BasicColour(i));
-  for (Colour back : {kWhite, Plain(DarkColours().base), kPureRed, Colour{119, 119, 119}}) {
+  for (Colour back : {kWhite, FromQColor(DarkColours().base), kPureRed, Colour{119, 119, 119}}) {
     for (Colour text : texts) {
       const Colour shown = ReadableOn(text, back);
       SCOPED_TRACE(Name(text) + " as " + Name(shown) + " on " + Name(back));

@@ -25,6 +25,7 @@ class OptionsPageTest : public testing::Test, protected OptionsPageView {
   void SetSoundPath(SoundSlot slot, const std::string& path) override {
     log.push_back(std::to_string(static_cast<int>(slot)) + " " + path);
   }
+  void ShowTheme() override { log.push_back("theme"); }
   void ShowColour(ColourSlot slot, Colour colour) override {
     log.push_back(std::to_string(static_cast<int>(slot)) + " " + ColourText(colour));
   }
@@ -56,6 +57,7 @@ TEST_F(OptionsPageTest, SomeBoxesActAtOnce) {
       {kMiscOptions, 3, &Options::requestAccessCode, {}},
       {kMiscOptions, 4, &Options::stayOnTop, {"top on", "top off"}},
       {kChatOptions, 0, &Options::keepDigitsApart, {}},
+      {kThemeOptions, 0, &Options::readableChatColours, {"theme", "theme"}},
       {kFindOptions, 0, &Options::clearFindsOnExit, {}},
       {kFindOptions, 1, &Options::removeInactiveFinds, {"days on", "days off"}},
       {kListOptions, 0, &Options::channelOnListTab, {"room on", "room off"}},

@@ -58,23 +58,27 @@ TEST_F(OptionsTest, AreStoredUnderTheirCaptionsInOrder) {
             "Remove inactive finds after=0\r\n"
             "days=1\r\n"
             "[chat options]\r\n"
-            "Keep digits that stand apart from a colour mark=0\r\n");
+            "Keep digits that stand apart from a colour mark=0\r\n"
+            "[theme options]\r\n"
+            "Keep chat colours readable=1\r\n"
+            "theme=0\r\n");
 }
 
 TEST_F(OptionsTest, EveryBoxComesBackInTheOtherState) {
   Options turned;
-  for (const OptionGroup* group :
-       {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions, &kChatOptions}) {
+  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions,
+                                   &kChatOptions, &kThemeOptions}) {
     for (const OptionBox& box : group->boxes) turned.*box.state = !(turned.*box.state);
   }
   for (SoundOption& sound : turned.sounds) sound.on = false;
   turned.sounds[0].path = "/a b/c.wav";
   turned.sounds[6].path = "";
   turned.findDaysIndex = 29;
+  turned.theme = ThemeChoice::kDark;
   Save(turned);
   const Options loaded = Loaded();
-  for (const OptionGroup* group :
-       {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions, &kChatOptions}) {
+  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions,
+                                   &kChatOptions, &kThemeOptions}) {
     for (const OptionBox& box : group->boxes) {
       EXPECT_EQ(loaded.*box.state, turned.*box.state) << box.caption;
     }
@@ -84,6 +88,7 @@ TEST_F(OptionsTest, EveryBoxComesBackInTheOtherState) {
     EXPECT_EQ(loaded.sounds[slot].path, turned.sounds[slot].path) << slot;
   }
   EXPECT_EQ(loaded.FindDays(), 30);
+  EXPECT_EQ(loaded.theme, ThemeChoice::kDark);
 }
 
 TEST_F(OptionsTest, OddValuesAreReadLeniently) {
@@ -91,12 +96,14 @@ TEST_F(OptionsTest, OddValuesAreReadLeniently) {
       "[misc options]\nScan chat for servers=no\nMake window stay on top=-1\n"
       "[find options]\nREMOVE INACTIVE FINDS AFTER=1x\ndays=30\n"
       "[sound options]\nsound2=\nsound6=  \n"
+      "[theme options]\ntheme=3\n"
       "[list]\nforecolor=255\nbackcolor=white\n[room]\nforecolor=16777216\nbackcolor= 65280.5\n";
   const Options options = Loaded();
   EXPECT_FALSE(options.scanChatForServers);
   EXPECT_TRUE(options.stayOnTop);
   EXPECT_TRUE(options.removeInactiveFinds);
   EXPECT_EQ(options.FindDays(), 2);
+  EXPECT_EQ(options.theme, ThemeChoice::kSystem);
   EXPECT_EQ(options.sounds[2].path, "c:\\windows\\media\\notify.wav");
   EXPECT_EQ(options.sounds[6].path, "");
   EXPECT_EQ(options.listForecolor, kPureRed);

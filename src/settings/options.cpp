@@ -31,8 +31,13 @@ constexpr OptionBox kChatBoxes[] = {
     {"Keep digits that stand apart from a colour mark", &Options::keepDigitsApart},
 };
 
+constexpr OptionBox kThemeBoxes[] = {
+    {"Keep chat colours readable", &Options::readableChatColours},
+};
+
 constexpr long long kLargestColour = 0xFFFFFF;
 constexpr const char* kDaysKey = "days";
+constexpr const char* kThemeKey = "theme";
 
 std::string StateText(bool on) { return on ? "1" : "0"; }
 
@@ -86,6 +91,7 @@ const OptionGroup kListOptions = {"list options", kListBoxes};
 const OptionGroup kRoomOptions = {"room options", kRoomBoxes};
 const OptionGroup kFindOptions = {"find options", kFindBoxes};
 const OptionGroup kChatOptions = {"chat options", kChatBoxes};
+const OptionGroup kThemeOptions = {"theme options", kThemeBoxes};
 
 const std::array<const char*, kSoundSlots> kSoundCaptions = {
     "Play when someone joins channel", "Play when someone parts channel",
@@ -101,8 +107,8 @@ const std::array<ColourOption, 4> kColourOptions = {
 
 Options ReadOptions(const SettingsText& settings) {
   Options options;
-  for (const OptionGroup* group :
-       {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions, &kChatOptions}) {
+  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions,
+                                   &kChatOptions, &kThemeOptions}) {
     ReadGroup(settings, *group, options);
   }
   ReadSounds(settings, options);
@@ -110,6 +116,10 @@ Options ReadOptions(const SettingsText& settings) {
   const long long index =
       settings.ReadNumber(kFindOptions.section, kDaysKey, std::to_string(options.findDaysIndex));
   if (index >= 0 && index < kMostFindDays) options.findDaysIndex = static_cast<int>(index);
+  const long long theme = settings.ReadNumber(kThemeOptions.section, kThemeKey, "0");
+  if (theme >= 0 && theme <= static_cast<long long>(ThemeChoice::kDark)) {
+    options.theme = static_cast<ThemeChoice>(theme);
+  }
   ReadColours(settings, options);
   return options;
 }
@@ -127,6 +137,15 @@ void AppendOptions(const Options& options, std::vector<Setting>& settings) {
   AppendGroup(kFindOptions, options, settings);
   settings.push_back({kFindOptions.section, kDaysKey, std::to_string(options.findDaysIndex)});
   AppendGroup(kChatOptions, options, settings);
+  AppendGroup(kThemeOptions, options, settings);
+  settings.push_back(
+      {kThemeOptions.section, kThemeKey, std::to_string(static_cast<int>(options.theme))});
+}
+
+std::optional<Colour> PickedColour(const Options& options, ColourSlot slot) {
+  const auto colour = kColourOptions[static_cast<size_t>(slot)].colour;
+  if (options.*colour == Options().*colour) return std::nullopt;
+  return options.*colour;
 }
 
 void PickColour(ColourSlot slot, Colour colour, Options& options, SettingsFile& settings) {

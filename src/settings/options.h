@@ -4,6 +4,7 @@
 // that option afresh.
 
 #include <array>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -55,6 +56,9 @@ struct Options {
   bool enterRoomUponAdding = true;
   // chkOptionsChat
   bool keepDigitsApart = false;
+  // chkOptionsTheme and cmbOptionsTheme
+  bool readableChatColours = true;
+  ThemeChoice theme = ThemeChoice::kSystem;
   // chkOptionsSound and txtOptionsSound
   std::array<SoundOption, kSoundSlots> sounds = {{{true, ""},
                                                   {true, ""},
@@ -91,6 +95,7 @@ extern const OptionGroup kListOptions;
 extern const OptionGroup kRoomOptions;
 extern const OptionGroup kFindOptions;
 extern const OptionGroup kChatOptions;
+extern const OptionGroup kThemeOptions;
 
 // The captions of the sound boxes, by slot.
 inline constexpr const char* kSoundSection = "sound options";
@@ -110,6 +115,10 @@ Options ReadOptions(const SettingsText& settings);
 
 // Everything that is stored when the program ends, in order; the colours are not part of it.
 void AppendOptions(const Options& options, std::vector<Setting>& settings);
+
+// A colour that the user has picked. The one to start with is none: windows then take that of the
+// theme.
+std::optional<Colour> PickedColour(const Options& options, ColourSlot slot);
 
 // Sets one colour and stores it at once.
 void PickColour(ColourSlot slot, Colour colour, Options& options, SettingsFile& settings);

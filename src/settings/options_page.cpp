@@ -11,6 +11,7 @@ void OptionsPage::BoxClicked(const OptionGroup& group, size_t index, bool on) {
   if (box == &Options::stayOnTop) view_.SetTopmost(on);
   if (box == &Options::removeInactiveFinds) view_.EnableFindDays(on);
   if (box == &Options::channelOnListTab) view_.ShowRoomOnListTab(on);
+  if (box == &Options::readableChatColours) view_.ShowTheme();
 }
 
 void OptionsPage::cmdOptionsFinds_Click() {

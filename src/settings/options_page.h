@@ -25,6 +25,8 @@ class OptionsPageView {
   // The list tab shows the room too, or no longer.
   virtual void ShowRoomOnListTab(bool shown) = 0;
   virtual void SetSoundPath(SoundSlot slot, const std::string& path) = 0;
+  // The windows' colours, and how the chat treats its own.
+  virtual void ShowTheme() = 0;
   // A swatch, and what has that colour.
   virtual void ShowColour(ColourSlot slot, Colour colour) = 0;
 };
@@ -46,6 +48,10 @@ class OptionsPage {
   void chkOptionsSound_Click(SoundSlot slot, bool on) { Sound(slot).on = on; }
   void txtOptionsSound_Change(SoundSlot slot, const std::string& path) { Sound(slot).path = path; }
   void cmbOptionsFinds_Click(int index) { options_.findDaysIndex = index; }
+  void cmbOptionsTheme_Click(ThemeChoice theme) {
+    options_.theme = theme;
+    view_.ShowTheme();
+  }
 
   // "Clear finds now": asks, then forgets the remembered searches.
   void cmdOptionsFinds_Click();

@@ -51,16 +51,21 @@ void ChatLayout::SetFont(const QFont& font) {
   Forget();
 }
 
-void ChatLayout::SetBackground(Colour background) {
-  if (background == background_) return;
-  background_ = background;
-  Forget();
-}
-
 void ChatLayout::SetWidth(int width) {
   if (width == width_) return;
   width_ = width;
   Forget();
+}
+
+void ChatLayout::SetPaper(const ChatPaper& paper) {
+  if (paper == paper_) return;
+  paper_ = paper;
+  Forget();
+}
+
+Colour ChatLayout::Shown(Colour colour) const {
+  const Colour meant = colour == kBlack ? paper_.text : colour;
+  return paper_.ink == ChatInk::kReadable ? ReadableOn(meant, paper_.background) : meant;
 }
 
 void ChatLayout::Forget() {
@@ -162,7 +167,7 @@ std::unique_ptr<ChatLayout::LaidOut> ChatLayout::MakeLayout(Segment segment, siz
       QTextLayout::FormatRange format;
       format.start = UnitOf(*laid, {segment.line, runBegin});
       format.length = UnitOf(*laid, {segment.line, runEnd}) - format.start;
-      format.format.setForeground(ToQColor(ReadableOn(run.colour, background_)));
+      format.format.setForeground(ToQColor(Shown(run.colour)));
       formats.append(format);
     }
     runBegin = runEnd;

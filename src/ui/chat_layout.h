@@ -11,6 +11,7 @@
 #include <memory>
 #include <unordered_map>
 
+#include "base/colour.h"
 #include "irc/chat_log.h"
 
 namespace brindle {
@@ -21,16 +22,26 @@ struct Segment {
   friend auto operator<=>(const Segment&, const Segment&) = default;
 };
 
+// How the log's colours are shown: as they are, or shifted until they can be read.
+enum class ChatInk { kAsSent, kReadable };
+
+// What the colours stand on, and the colour of text that has none of its own, which is black.
+struct ChatPaper {
+  Colour background = kWhite;
+  Colour text = kBlack;
+  ChatInk ink = ChatInk::kAsSent;
+  friend bool operator==(const ChatPaper&, const ChatPaper&) = default;
+};
+
 class ChatLayout {
  public:
   explicit ChatLayout(const ChatLog& log);
   ~ChatLayout();
 
-  // All forget every layout when something changes.
+  // These forget every layout when something changes.
   void SetFont(const QFont& font);
   void SetWidth(int width);
-  // What the text is drawn on: colours that could not be read there are shifted as they are drawn.
-  void SetBackground(Colour background);
+  void SetPaper(const ChatPaper& paper);
 
   int RowHeight() const { return rowHeight_; }
 
@@ -72,10 +83,12 @@ class ChatLayout {
   int UnitOf(const LaidOut& laid, LogPosition position) const;
   LogPosition PositionOf(const LaidOut& laid, size_t line, int unit) const;
   void Forget();
+  // A run's colour on the paper.
+  Colour Shown(Colour colour) const;
 
   const ChatLog& log_;
   QFont font_;
-  Colour background_ = kWhite;
+  ChatPaper paper_;
   int width_ = 1;
   int rowHeight_ = 1;
   int ascent_ = 1;

@@ -26,7 +26,7 @@ ChatTextView::ChatTextView(QWidget* parent)
   // Every pixel is painted, so what is on screen may be moved when scrolling.
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   layout_.SetFont(font());
-  layout_.SetBackground(FromQColor(palette().color(QPalette::Base)));
+  ChangePaper();
   layout_.SetWidth(kFirstWidth);
   findBar_->hide();
   connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, &ChatTextView::OnBarAction);
@@ -47,10 +47,23 @@ void ChatTextView::Append(const std::vector<ColouredRun>& runs) {
   if (QAccessible::isActive()) NotifyAppended(*this, before);
 }
 
-void ChatTextView::SetBackColour(std::optional<Colour> picked) {
+void ChatTextView::SetBackColour(std::optional<Colour> colour) {
+  hasOwnBack_ = colour.has_value();
   QPalette changed;
-  if (picked) changed.setColor(QPalette::Base, ToQColor(*picked));
+  if (colour) changed.setColor(QPalette::Base, ToQColor(*colour));
   setPalette(changed);
+  ChangePaper();
+}
+
+void ChatTextView::SetInk(ChatInk ink) {
+  ink_ = ink;
+  ChangePaper();
+}
+
+void ChatTextView::ChangePaper() {
+  const Colour text = hasOwnBack_ ? kBlack : FromQColor(palette().color(QPalette::Text));
+  layout_.SetPaper({FromQColor(palette().color(QPalette::Base)), text, ink_});
+  viewport()->update();
 }
 
 QString ChatTextView::PlainText() const { return ToQString(log_.PlainText(log_.Everything())); }
@@ -93,8 +106,7 @@ void ChatTextView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) {
     LayOutAgain([this] { layout_.SetFont(font()); });
   } else if (event->type() == QEvent::PaletteChange) {
-    layout_.SetBackground(FromQColor(palette().color(QPalette::Base)));
-    viewport()->update();
+    ChangePaper();
   }
 }
 

@@ -31,8 +31,9 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   void Append(const std::vector<ColouredRun>& runs) override;
   size_t TextLength() const override { return log_.TextLength(); }
 
-  // The palette's own where none was picked.
-  void SetBackColour(std::optional<Colour> picked);
+  // Without a colour, the background and the uncoloured text are the theme's.
+  void SetBackColour(std::optional<Colour> colour);
+  void SetInk(ChatInk ink);
 
   const ChatLog& Log() const { return log_; }
   // All lines, with a line feed between each two.
@@ -82,6 +83,8 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
  private:
   // Takes what was appended since the last time onto the screen.
   void Settle();
+  // Takes up the colours of the palette.
+  void ChangePaper();
   // After a change of width or font: keeps the first row's text at the top.
   template <typename Change>
   void LayOutAgain(Change change);
@@ -136,6 +139,8 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   QElapsedTimer sinceDoubleClick_;
   QPoint doubleClickPoint_;
   int wheelRemainder_ = 0;
+  bool hasOwnBack_ = false;
+  ChatInk ink_ = ChatInk::kAsSent;
 };
 
 }  // namespace brindle

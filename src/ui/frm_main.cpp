@@ -201,18 +201,12 @@ void FrmMain::PlaceRoomView() {
 }
 
 void FrmMain::ShowColours(const Options& options) {
-  // Colours that nobody picked are the palette's.
-  const Options first;
-  const bool roomPicked = options.roomBackcolor != first.roomBackcolor;
   for (ChatTextView* view : {ui_->txtStatus, ui_->txtChannel}) {
-    view->SetBackColour(roomPicked ? std::optional(options.roomBackcolor) : std::nullopt);
+    view->SetBackColour(PickedColour(options, ColourSlot::kRoomBackcolor));
+    view->SetInk(options.readableChatColours ? ChatInk::kReadable : ChatInk::kAsSent);
   }
-  if (options.listForecolor == first.listForecolor &&
-      options.listBackcolor == first.listBackcolor) {
-    ui_->pnlList->FollowPalette();
-  } else {
-    ui_->pnlList->SetColours(options.listForecolor, options.listBackcolor);
-  }
+  ui_->pnlList->SetColours(PickedColour(options, ColourSlot::kListForecolor),
+                           PickedColour(options, ColourSlot::kListBackcolor));
 }
 
 ChatTextView& FrmMain::StatusView() { return *ui_->txtStatus; }

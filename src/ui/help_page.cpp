@@ -1,7 +1,9 @@
 #include "ui/help_page.h"
 
 #include <QDesktopServices>
+#include <QEvent>
 #include <QFile>
+#include <QScrollBar>
 
 #include "settings/product.h"
 #include "ui/qt_text.h"
@@ -25,9 +27,23 @@ HelpPage::HelpPage(QWidget* parent) : QTextBrowser(parent) {
   setUndoRedoEnabled(false);
   SetWebAddress(kWebAddress);
   open_ = [](const QUrl& address) { QDesktopServices::openUrl(address); };
+  Load();
+  connect(this, &QTextBrowser::anchorClicked, this, &HelpPage::Follow);
+}
+
+void HelpPage::Load() {
   QFile page(kPage);
   if (page.open(QIODevice::ReadOnly)) setHtml(QString::fromUtf8(page.readAll()));
-  connect(this, &QTextBrowser::anchorClicked, this, &HelpPage::Follow);
+}
+
+void HelpPage::changeEvent(QEvent* event) {
+  QTextBrowser::changeEvent(event);
+  // The links have taken their colour from the theme in which the page was read.
+  if (event->type() == QEvent::PaletteChange) {
+    const int place = verticalScrollBar()->value();
+    Load();
+    verticalScrollBar()->setValue(place);
+  }
 }
 
 void HelpPage::SetWebAddress(const std::string& address) {

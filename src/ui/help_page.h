@@ -24,7 +24,11 @@ class HelpPage : public QTextBrowser {
   // Loads nothing from anywhere.
   QVariant loadResource(int, const QUrl&) override { return {}; }
 
+ protected:
+  void changeEvent(QEvent* event) override;
+
  private:
+  void Load();
   void Follow(const QUrl& link);
 
   QUrl webAddress_;

@@ -102,6 +102,11 @@ constexpr Help kHelps[] = {
      "Display the time the chatline was received."},
     {"chkOptionsRoom", 1, "Room / Try to enter room upon adding it",
      "When checked this will attempt to join the channel just added."},
+    {"chkOptionsTheme", 0, "Theme / Keep chat colours readable",
+     "If checked, text in the chat that could hardly be read on its background is shown lighter or "
+     "darker. What you copy keeps its colour."},
+    {"cmbOptionsTheme", kAnyIndex, "Theme",
+     "Light or dark windows. Colours that you picked yourself stay as they are."},
     {"lblListBackcolor", kAnyIndex, "List / Backcolor", kListBackcolorText},
     {"picListBackcolor", kAnyIndex, "List / Backcolor", kListBackcolorText},
     {"lblListForecolor", kAnyIndex, "List / Forecolor", kListForecolorText},

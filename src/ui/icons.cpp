@@ -9,6 +9,8 @@
 #include <array>
 #include <memory>
 
+#include "ui/look_paint.h"
+
 // The drawings lie in a static library, which must name them to have them linked.
 static void KeepDrawings() { Q_INIT_RESOURCE(icons); }
 
@@ -98,7 +100,34 @@ class TintedIcon : public DrawnIcon {
   LookRole role_;
 };
 
+class Swatch : public QIconEngine {
+ public:
+  Swatch(const QColor& colour, QColor LookColours::*role) : colour_(colour), role_(role) {}
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap pixmap(size);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    paint(&painter, pixmap.rect(), mode, state);
+    return pixmap;
+  }
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
+    const QColor fill = role_ == nullptr ? colour_ : CurrentColours().*role_;
+    DrawBox(*painter, rect, {fill, CurrentColours().outline, 2});
+  }
+  QIconEngine* clone() const override { return new Swatch(*this); }
+  bool isNull() override { return false; }
+
+ private:
+  QColor colour_;
+  QColor LookColours::*role_;
+};
+
 }  // namespace
+
+QIcon SwatchIcon(const QColor& colour) { return QIcon(new Swatch(colour, nullptr)); }
+
+QIcon SwatchIcon(QColor LookColours::*role) { return QIcon(new Swatch({}, role)); }
 
 QIcon MakeIcon(IconName name, LookRole role) { return QIcon(new TintedIcon(name, role)); }
 

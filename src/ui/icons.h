@@ -46,6 +46,10 @@ QIcon MakeIcon(IconName name, LookRole role = LookRole::kText);
 // The program's own icon, in its own colours.
 QIcon ApplicationIcon();
 
+// A patch of one colour, as it is or as the palette has it.
+QIcon SwatchIcon(const QColor& colour);
+QIcon SwatchIcon(QColor LookColours::*role);
+
 // A label that shows one icon and follows the theme, as a state dot or above a hint.
 class IconLabel : public QLabel {
  public:

@@ -66,15 +66,13 @@ void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
           [this] { mnuSelect_.PopUpForMain(*ui_->cmdSelect); });
 }
 
-void ListPanel::SetColours(Colour text, Colour background) {
-  ui_->lstServerList->SetColours(ToQColor(text), ToQColor(background));
+void ListPanel::SetColours(std::optional<Colour> text, std::optional<Colour> background) {
+  ui_->lstServerList->SetColours(text, background);
 }
 
 void ListPanel::LoadFromFile() {
   if (ui_->cmdLoadList->isEnabled()) mnuLoadList_.actions().first()->trigger();
 }
-
-void ListPanel::FollowPalette() { ui_->lstServerList->setPalette(QPalette()); }
 
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
 

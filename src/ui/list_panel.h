@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 
+#include "base/colour.h"
 #include "mail/list_loader.h"
 #include "mail/list_selection.h"
 #include "mail/list_view.h"
@@ -31,8 +32,8 @@ class ListPanel : public QWidget, public ListView {
   // Serves the list of search results too.
   SelectMenu& Select() { return mnuSelect_; }
 
-  void SetColours(Colour text, Colour background);
-  void FollowPalette();
+  // Colours of rows, where they are not the theme's.
+  void SetColours(std::optional<Colour> text, std::optional<Colour> background);
 
   // As by the menu item From File.
   void LoadFromFile();

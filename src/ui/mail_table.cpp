@@ -6,10 +6,15 @@
 #include <algorithm>
 
 #include "ui/mail_list_model.h"
+#include "ui/qt_text.h"
+#include "ui/readable_colour.h"
 
 namespace brindle {
 namespace {
 
+// Of every second row on a background of the user's, in percent.
+constexpr int kTint = 103;
+constexpr int kHalfLight = 128;
 constexpr int kNumberColumnWidth = 110;
 constexpr int kRowPadding = 6;
 constexpr int kRowHeight = 26;
@@ -42,10 +47,17 @@ std::vector<RowRange> MailTable::HighlightedRows() const {
   return ranges;
 }
 
-void MailTable::SetColours(const QColor& text, const QColor& background) {
-  QPalette colours = palette();
-  colours.setColor(QPalette::Text, text);
-  colours.setColor(QPalette::Base, background);
+void MailTable::SetColours(std::optional<Colour> text, std::optional<Colour> background) {
+  QPalette colours;
+  if (background) {
+    const QColor base = ToQColor(*background);
+    colours.setColor(QPalette::Base, base);
+    colours.setColor(QPalette::AlternateBase,
+                     base.lightness() < kHalfLight ? base.lighter(kTint) : base.darker(kTint));
+    // The theme's text is made for the theme's background.
+    if (!text) text = ReadableOn(kBlack, *background);
+  }
+  if (text) colours.setColor(QPalette::Text, ToQColor(*text));
   setPalette(colours);
 }
 

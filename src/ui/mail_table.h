@@ -3,8 +3,10 @@
 // search window.
 
 #include <QTableView>
+#include <optional>
 #include <vector>
 
+#include "base/colour.h"
 #include "mail/list_selection.h"
 #include "mail/mail_list.h"
 
@@ -22,8 +24,8 @@ class MailTable : public QTableView {
   // The highlighted rows, in order.
   std::vector<RowRange> HighlightedRows() const;
 
-  // Colours of rows; invalid colours mean the desktop's own.
-  void SetColours(const QColor& text, const QColor& background);
+  // Colours of rows, where they are not the theme's.
+  void SetColours(std::optional<Colour> text, std::optional<Colour> background);
 
  signals:
   // The mouse was released; the table has already acted on it.

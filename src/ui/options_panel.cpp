@@ -7,6 +7,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "ui/icons.h"
+#include "ui/look.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
@@ -28,6 +30,7 @@ constexpr Swatch kSwatches[] = {
 
 constexpr int kSwatchWidth = 60;
 constexpr int kSwatchHeight = 22;
+constexpr int kSwatchEdge = 10;
 constexpr int kQuickHelpHeight = 90;
 
 QString Indexed(const char* control, size_t index) {
@@ -38,6 +41,7 @@ const char* ControlOf(const OptionGroup& group) {
   if (&group == &kMiscOptions) return "chkOptionsMisc";
   if (&group == &kListOptions) return "chkOptionsList";
   if (&group == &kRoomOptions) return "chkOptionsRoom";
+  if (&group == &kThemeOptions) return "chkOptionsTheme";
   return &group == &kFindOptions ? "chkOptionsFind" : "chkOptionsChat";
 }
 
@@ -55,6 +59,7 @@ OptionsPanel::OptionsPanel(QWidget* parent) : QWidget(parent) {
   auto* right = new QVBoxLayout;
   right->addWidget(BuildSounds());
   right->addWidget(BuildColours());
+  right->addWidget(BuildTheme());
   right->addWidget(BuildGroup("Chat", "chkOptionsChat", kChatOptions, {0}));
   right->addStretch();
   columns_->addLayout(left, 1);
@@ -173,6 +178,7 @@ QGroupBox* OptionsPanel::BuildColours() {
     button->setObjectName(swatch.button);
     button->setAccessibleName(swatch.text);
     button->setFixedSize(kSwatchWidth, kSwatchHeight);
+    button->setIconSize(button->size() - QSize(kSwatchEdge, kSwatchEdge));
     auto* label = new QLabel(swatch.text);
     label->setObjectName(swatch.label);
     connect(button, &QPushButton::clicked, this,
@@ -183,6 +189,21 @@ QGroupBox* OptionsPanel::BuildColours() {
     ++row;
   }
   grid->setColumnStretch(3, 1);
+  return frame;
+}
+
+QGroupBox* OptionsPanel::BuildTheme() {
+  QGroupBox* frame = BuildGroup("Theme", "chkOptionsTheme", kThemeOptions, {0});
+  cmbOptionsTheme_ = new QComboBox;
+  cmbOptionsTheme_->setObjectName("cmbOptionsTheme");
+  cmbOptionsTheme_->setAccessibleName("Theme");
+  cmbOptionsTheme_->addItems({"As the system", "Light", "Dark"});  // as ThemeChoice counts
+  connect(cmbOptionsTheme_, &QComboBox::currentIndexChanged, this,
+          [this](int index) { page_->cmbOptionsTheme_Click(static_cast<ThemeChoice>(index)); });
+  auto* row = new QHBoxLayout;
+  row->addWidget(cmbOptionsTheme_);
+  row->addStretch();
+  static_cast<QVBoxLayout*>(frame->layout())->insertLayout(0, row);
   return frame;
 }
 
@@ -198,6 +219,8 @@ void OptionsPanel::ShowAll() {
   ShowGroup(kRoomOptions);
   ShowGroup(kFindOptions);
   ShowGroup(kChatOptions);
+  ShowGroup(kThemeOptions);
+  cmbOptionsTheme_->setCurrentIndex(static_cast<int>(options_->theme));
   cmbOptionsFinds_->setCurrentIndex(options_->findDaysIndex);
   for (size_t slot = 0; slot < kColourOptions.size(); ++slot) {
     ShowColour(static_cast<ColourSlot>(slot), options_->*kColourOptions[slot].colour);
@@ -238,9 +261,17 @@ void OptionsPanel::SetSoundPath(SoundSlot slot, const std::string& path) {
   soundPaths_[static_cast<size_t>(slot)]->setText(ToQString(path));
 }
 
-void OptionsPanel::ShowColour(ColourSlot slot, Colour colour) {
-  swatches_[static_cast<size_t>(slot)]->setStyleSheet(
-      QString("background-color: %1; border: 1px solid gray;").arg(ToQColor(colour).name()));
+void OptionsPanel::ShowTheme() {
+  SetTheme(options_->theme);
+  emit ColoursChanged(*options_);
+}
+
+void OptionsPanel::ShowColour(ColourSlot slot, Colour) {
+  const bool isText = slot == ColourSlot::kListForecolor || slot == ColourSlot::kRoomForecolor;
+  const std::optional<Colour> picked = PickedColour(*options_, slot);
+  swatches_[static_cast<size_t>(slot)]->setIcon(
+      picked ? SwatchIcon(ToQColor(*picked))
+             : SwatchIcon(isText ? &LookColours::text : &LookColours::base));
   emit ColoursChanged(*options_);
 }
 

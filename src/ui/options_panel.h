@@ -38,6 +38,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void SetTopmost(bool topmost) override { emit TopmostChanged(topmost); }
   void ShowRoomOnListTab(bool shown) override { emit RoomOnListTabChanged(shown); }
   void SetSoundPath(SoundSlot slot, const std::string& path) override;
+  void ShowTheme() override;
   void ShowColour(ColourSlot slot, Colour colour) override;
 
  signals:
@@ -57,6 +58,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   QGroupBox* BuildSounds();
   QGroupBox* BuildFinds();
   QGroupBox* BuildColours();
+  QGroupBox* BuildTheme();
   QCheckBox* Box(const OptionGroup& group, size_t index) const;
   void ShowGroup(const OptionGroup& group);
   void ShowSounds();
@@ -66,6 +68,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   std::array<QCheckBox*, kSoundSlots> soundBoxes_{};
   std::array<QPushButton*, 4> swatches_{};
   QComboBox* cmbOptionsFinds_ = nullptr;
+  QComboBox* cmbOptionsTheme_ = nullptr;
   QLabel* lblQuickHelp_ = nullptr;
   OptionsPage* page_ = nullptr;
   const Options* options_ = nullptr;

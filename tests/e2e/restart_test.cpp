@@ -35,7 +35,8 @@ const std::string kSettings = File(
     "[list options]|View channel on list tab=1|Deselect selected after requested=0|"
     "[room options]|Include timestamp on chat lines=0|Try to enter room upon adding it=0|"
     "[find options]|Clear finds list on program exit=0|Remove inactive finds after=1|days=6|"
-    "[chat options]|Keep digits that stand apart from a colour mark=1|");
+    "[chat options]|Keep digits that stand apart from a colour mark=1|"
+    "[theme options]|Keep chat colours readable=0|theme=0|");
 
 void SetUpEverything(WindowDriver& window) {
   window.ShowTab(Tab::kOptions);
