@@ -7,7 +7,6 @@
 #include <QHostAddress>
 #include <QRandomGenerator>
 #include <QTcpServer>
-#include <QTcpSocket>
 
 #include "child_process.h"
 #include "wait.h"
@@ -15,15 +14,6 @@
 namespace brindle::test {
 
 namespace {
-
-constexpr int kReadyTimeoutMs = 15000;
-constexpr int kStopTimeoutMs = 5000;
-constexpr int kConnectTimeoutMs = 2000;
-constexpr int kAttempts = 5;
-
-QString ProgramOf(IrcServer::Kind kind) {
-  return kind == IrcServer::Kind::kNgircd ? "/usr/sbin/ngircd" : "/usr/sbin/inspircd";
-}
 
 // A port that was free a moment ago; 0 when none was found. It fits a signed number of 16 bits, as
 // the program's list of IRC servers wants it.
@@ -40,121 +30,79 @@ quint16 FreePort() {
   return 0;
 }
 
-bool Accepts(quint16 port) {
-  QTcpSocket probe;
-  probe.connectToHost(QHostAddress(QHostAddress::LocalHost), port);
-  return probe.waitForConnected(kConnectTimeoutMs);
+// Readable by everyone.
+void Write(const QString& path, const QString& text) {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 ||
+      !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther)) {
+    qFatal("cannot write %s", qPrintable(path));
+  }
 }
 
 }  // namespace
 
-bool IrcServer::IsRunning() const {
-  return process_ != nullptr && process_->state() == QProcess::Running;
-}
-
-bool IrcServer::Start() {
-  Kill();
-  error_.clear();
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    // Another process may take a free port before the server does: then the next one is tried. A
-    // port that the server had before is kept, since its users know it.
-    const quint16 port = port_ != 0 ? port_ : FreePort();
-    const Outcome outcome = StartOn(port);
-    if (outcome == Outcome::kReady) {
-      port_ = port;
-      return true;
-    }
-    Kill();
-    if (outcome == Outcome::kFailed) return false;
-  }
-  return false;
-}
-
-IrcServer::Outcome IrcServer::StartOn(quint16 port) {
-  // Whom a server started by root goes on as must still be able to read these.
-  const auto everyone = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup |
-                        QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
-  if (!folder_.isValid() || !QFile::setPermissions(folder_.path(), everyone) ||
-      !WriteFile("motd.txt", "Be kind to the bots,\nthey do their best.\n") ||
-      !WriteFile("server.conf", Configuration(port))) {
-    return Failed("cannot write the configuration to " + folder_.path());
-  }
-
-  process_ = std::make_unique<QProcess>();
-  process_->setStandardInputFile(QProcess::nullDevice());
-  process_->setProcessChannelMode(QProcess::MergedChannels);
-  process_->setStandardOutputFile(PathOf("log.txt"), QIODevice::Truncate);
+IrcServer::IrcServer(Kind kind) : kind_(kind) {
+  QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                            QFile::ReadOther | QFile::ExeOther);
+  Write(folder_.filePath("motd.txt"), "Be kind to the bots,\nthey do their best.\n");
+  const bool isNgircd = kind == Kind::kNgircd;
+  process_.setProgram(isNgircd ? "/usr/sbin/ngircd" : "/usr/sbin/inspircd");
+  QStringList arguments = {"--nodaemon"};
+  if (!isNgircd) arguments = {"--nofork", "--nolog", "--nopid"};
+  process_.setArguments(arguments << "--config" << folder_.filePath("server.conf"));
+  process_.setProcessChannelMode(QProcess::MergedChannels);
   // ngIRCd started by root would become another user itself, and outlive a test that crashes.
   const passwd* nobody = geteuid() == 0 ? getpwnam("nobody") : nullptr;
-  process_->setChildProcessModifier([nobody] {
+  process_.setChildProcessModifier([nobody] {
     if (nobody != nullptr && (setgid(nobody->pw_gid) != 0 || setuid(nobody->pw_uid) != 0)) _exit(1);
     EndWithParent();
   });
+}
 
-  QStringList arguments = {"--nodaemon"};
-  if (kind_ == Kind::kInspircd) arguments = {"--nofork", "--nolog", "--nopid"};
-  process_->start(ProgramOf(kind_), arguments << "--config" << PathOf("server.conf"));
-  if (!process_->waitForStarted()) return Failed(process_->errorString());
-  if (WaitUntilReady() != Outcome::kReady) return Outcome::kPortTaken;
-  if (!Accepts(port)) return Failed("it runs but does not accept connections");
-  return Outcome::kReady;
+bool IrcServer::Start() {
+  // Another process may take a free port before the server does: then the next one is tried. A port
+  // that the server had before is kept, since its users know it.
+  Outcome outcome = Outcome::kPortTaken;
+  for (int attempt = 0; attempt < 5 && outcome == Outcome::kPortTaken; ++attempt) {
+    Kill();
+    const quint16 port = port_ != 0 ? port_ : FreePort();
+    outcome = StartOn(port);
+    if (outcome == Outcome::kReady) port_ = port;
+  }
+  return outcome == Outcome::kReady;
 }
 
 // The server's own words decide: a connection alone could have reached another process that took
 // the port first.
-IrcServer::Outcome IrcServer::WaitUntilReady() {
-  const QString ready = kind_ == Kind::kNgircd ? " ready.\n" : "is now running as";
-  QString log;
+IrcServer::Outcome IrcServer::StartOn(quint16 port) {
+  Write(folder_.filePath("server.conf"), Configuration(port));
+  log_.clear();
+  process_.start();
+  const char* ready = kind_ == Kind::kNgircd ? " ready.\n" : "is now running as";
   WaitUntil(
       [&] {
-        const bool ended = !IsRunning();
-        log = Log();
-        return ended || log.contains(ready);
+        const bool ended = process_.state() == QProcess::NotRunning;
+        log_ += process_.readAll();
+        return ended || log_.contains(ready);
       },
-      kReadyTimeoutMs);
-  if (log.contains("Address already in use")) {
-    error_ = "the port was taken";
-    return Outcome::kPortTaken;
-  }
-  if (!IsRunning() || !log.contains(ready)) return Failed("it did not become ready");
-  return Outcome::kReady;
+      kTimeoutMs);
+  if (log_.contains("Address already in use")) return Outcome::kPortTaken;
+  const bool runs = process_.state() == QProcess::Running && log_.contains(ready);
+  return runs ? Outcome::kReady : Outcome::kFailed;
 }
 
-IrcServer::Outcome IrcServer::Failed(const QString& why) {
-  error_ = ProgramOf(kind_) + ": " + why + "\n" + Log();
-  return Outcome::kFailed;
+QString IrcServer::Error() const {
+  return process_.program() + ": " + process_.errorString() + "\n" + log_;
 }
 
 bool IrcServer::Stop() {
-  if (!IsRunning()) return true;
-  process_->terminate();
-  const bool ended = WaitUntil([this] { return !IsRunning(); }, kStopTimeoutMs);
-  Kill();
-  return ended;
+  process_.terminate();
+  return WaitUntil([this] { return process_.state() == QProcess::NotRunning; }, kTimeoutMs);
 }
 
 void IrcServer::Kill() {
-  if (process_ == nullptr) return;
-  if (process_->state() != QProcess::NotRunning) {
-    process_->kill();
-    process_->waitForFinished(kStopTimeoutMs);
-  }
-  process_.reset();
-}
-
-QString IrcServer::Log() const {
-  QFile file(PathOf("log.txt"));
-  if (!file.open(QIODevice::ReadOnly)) return {};
-  return QString::fromUtf8(file.readAll());
-}
-
-bool IrcServer::WriteFile(const QString& name, const QString& text) {
-  QFile file(PathOf(name));
-  const QByteArray bytes = text.toUtf8();
-  return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-         file.write(bytes) == bytes.size() && file.flush() &&
-         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
-                             QFile::ReadOther);
+  process_.kill();
+  process_.waitForFinished(kTimeoutMs);
 }
 
 QString IrcServer::Configuration(quint16 port) const {

@@ -4,8 +4,6 @@
 
 #include <QElapsedTimer>
 #include <QTcpSocket>
-#include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,18 +16,13 @@ class RawClient {
     qint64 time;       // milliseconds since the client was made
     std::string text;  // as received, without the line end
   };
-  using Predicate = std::function<bool(const std::string& text)>;
 
-  static constexpr int kTimeoutMs = 10000;
-
-  explicit RawClient(std::string nick);
+  explicit RawClient(const char* nick);
 
   // Connects and asks to be registered, without waiting for either; several clients can so be
   // registered at the same time.
   void Begin(quint16 port);
-  // True once the server has said welcome (001); false when it has refused, has closed or has not
-  // answered in time.
-  bool WaitForWelcome();
+  bool WaitForWelcome() { return WaitForLine(" 001 "); }
   // Both of the above.
   bool Connect(quint16 port);
 
@@ -37,26 +30,20 @@ class RawClient {
   void Send(std::string_view line);
   // Says `text` in a room or to a nick.
   void Say(std::string_view target, std::string_view text);
-  // Joins and waits for the end of the names (366); false when refused or too late.
+  // Joins and waits for the end of the names.
   bool Join(const std::string& room);
 
   // The present moment as the times of lines are measured.
   qint64 Now() const { return clock_.elapsed(); }
-  // Everything received so far.
-  const std::vector<Line>& Lines() const { return lines_; }
   // What came so far of what `nick` has said, to whom first: "#room :text".
   std::vector<Line> SaidBy(const std::string& nick) const;
-
-  // The first line that matches among those after the last line returned by a wait, arriving
-  // within the time. Lines in between are passed over for later waits.
-  std::optional<Line> WaitForLine(const Predicate& matches);
-  // The same for a line that contains `part`.
-  std::optional<Line> WaitForLine(const std::string& part);
+  // Waits for a line that contains `part` and comes after the last one that was waited for.
+  bool WaitForLine(const std::string& part);
 
  private:
   void Receive();
 
-  std::string nick_;
+  const std::string nick_;
   QElapsedTimer clock_;
   std::vector<Line> lines_;
   size_t next_ = 0;  // where the next wait starts to look

@@ -16,8 +16,6 @@ namespace brindle::test {
 
 class ScriptedServer {
  public:
-  static constexpr int kTimeoutMs = 10000;
-
   ScriptedServer() {
     if (!listener_.listen(QHostAddress::LocalHost)) qFatal("there is no port to be had");
     QObject::connect(&listener_, &QTcpServer::newConnection, &listener_, [this] { Accept(); });
@@ -34,7 +32,7 @@ class ScriptedServer {
   // Waits until what was received since the last call ends in `end`, and returns all of it; what
   // there is when the time has run out.
   std::string TakeReceivedUpTo(std::string_view end) {
-    WaitUntil([&] { return received_.ends_with(end); }, kTimeoutMs);
+    WaitUntil([&] { return received_.ends_with(end); });
     return std::exchange(received_, {});
   }
 

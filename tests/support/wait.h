@@ -9,11 +9,13 @@
 
 namespace brindle::test {
 
+constexpr int kTimeoutMs = 10000;  // as patient as a busy machine needs
+
 // Lets events run until `condition` holds; false when it still does not after `timeoutMs`
 // milliseconds. The condition is looked at after every batch of events, at least every few
 // milliseconds. REQUIRES: a QCoreApplication exists.
 template <typename Condition>
-bool WaitUntil(Condition condition, int timeoutMs) {
+bool WaitUntil(Condition condition, int timeoutMs = kTimeoutMs) {
   QElapsedTimer waited;
   waited.start();
   QTimer waker;
