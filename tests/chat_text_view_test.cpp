@@ -5,20 +5,19 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
-#include <QElapsedTimer>
-#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QtTest/QTest>
+#include <ctime>
 
+#include "base/utf8.h"
 #include "support/wait.h"
 
 namespace brindle {
 namespace {
 
-constexpr Colour kBlue{0, 0, 255};
 constexpr int kPatience = 5000;
 
 class ChatTextViewTest : public testing::Test {
@@ -28,48 +27,60 @@ class ChatTextViewTest : public testing::Test {
     view_.show();
     view_.activateWindow();
     view_.setFocus();
-    Settle();
   }
+  // No later window gets the mouse while a button seems to be down in this one.
+  ~ChatTextViewTest() override { QTest::mouseRelease(view_.viewport(), Qt::LeftButton); }
 
-  void Add(const std::string& line, Colour colour = kBlack) {
-    view_.Append({{colour, "\r\n" + line}});
-  }
+  void Add(const std::string& line) { view_.Append({{kBlack, "\r\n" + line}}); }
   void AddLines(int count) {
-    for (int i = 0; i < count; ++i) Add("line " + std::to_string(next_++));
+    for (int i = 0; i < count; ++i) Add("line " + std::to_string(next_++) + " long enough for two");
     Settle();
   }
   // One event leads to the next: appended text to a scroll bar, that to another width and paint.
   void Settle() {
     for (int i = 0; i < 6; ++i) QCoreApplication::processEvents();
   }
+  static void Key(QWidget& widget, const QString& keys) {
+    const QKeyCombination key = QKeySequence(keys)[0];
+    QTest::keyClick(&widget, key.key(), key.keyboardModifiers());
+  }
+  // Keys, or what the left button does at a line and a byte: "press 1 7".
+  void Do(const QString& act) {
+    const QStringList words = act.split(' ');
+    if (words.size() < 3) return Key(view_, act);
+    QWidget* on = view_.viewport();
+    const QPoint at = LeftOf({words[1].toUInt(), words[2].toUInt()});
+    if (words[0] == "move") return QTest::mouseMove(on, at);
+    if (words[0] == "press") return QTest::mousePress(on, Qt::LeftButton, {}, at);
+    if (words[0] == "double") return QTest::mouseDClick(on, Qt::LeftButton, {}, at);
+    const bool extends = words[0] == "extend";
+    QTest::mouseClick(on, Qt::LeftButton, extends ? Qt::ShiftModifier : Qt::NoModifier, at);
+  }
 
   QScrollBar& Bar() { return *view_.verticalScrollBar(); }
-  bool AtEnd() { return view_.IsFollowing() && Bar().value() == Bar().maximum(); }
-  QPoint Middle(LogPosition position) { return view_.RectOf(position).center(); }
+  LogPosition Top() { return view_.PositionAt({0, 0}); }
   QPoint LeftOf(LogPosition position) {
     const QRect rect = view_.RectOf(position);
     return {rect.left(), rect.center().y()};
   }
-  // The first text in sight.
-  LogPosition Top() { return view_.PositionAt({0, 0}); }
-  QRect LastRect() {
+  bool IsInSight(LogPosition position) {
+    return view_.viewport()->rect().contains(view_.RectOf(position));
+  }
+  // At the end, with the last row at the bottom edge.
+  bool AtEnd() {
     const LogPosition end = view_.Log().End();
-    return view_.RectOf({end.line, end.byte - 1});
+    return view_.IsFollowing() && Bar().value() == Bar().maximum() &&
+           view_.RectOf({end.line, end.byte - 1}).bottom() == view_.viewport()->rect().bottom();
   }
   // What is on screen must be what painting everything anew gives.
-  void ExpectScreenIsCurrent() {
-    Settle();
-    const QImage shown = Screen();
+  bool ScreenIsCurrent() {
+    const auto grab = [this] {
+      Settle();
+      return view_.screen()->grabWindow(view_.winId()).toImage();
+    };
+    const QImage shown = grab();
     view_.viewport()->update();
-    Settle();
-    const QImage painted = Screen();
-    EXPECT_FALSE(painted.isNull());
-    EXPECT_TRUE(shown == painted);
-  }
-  // The window's own pixels, not painted anew.
-  QImage Screen() { return view_.screen()->grabWindow(view_.winId()).toImage(); }
-  void Key(int key, Qt::KeyboardModifiers modifiers = {}) {
-    QTest::keyClick(&view_, static_cast<Qt::Key>(key), modifiers);
+    return !shown.isNull() && shown == grab();
   }
 
   ChatTextView view_;
@@ -77,101 +88,57 @@ class ChatTextViewTest : public testing::Test {
 };
 
 TEST_F(ChatTextViewTest, FollowsTheEndOnlyFromTheEnd) {
-  AddLines(100);
-  EXPECT_TRUE(AtEnd());
-  EXPECT_TRUE(view_.viewport()->rect().contains(LastRect()));
-  EXPECT_EQ(LastRect().bottom(), view_.viewport()->rect().bottom());
-
-  Key(Qt::Key_PageUp);
-  EXPECT_FALSE(view_.IsFollowing());
-  const LogPosition top = Top();
-  const int value = Bar().value();
-  AddLines(500);
-  EXPECT_EQ(Top(), top);
-  EXPECT_EQ(Bar().value(), value);
-
-  Key(Qt::Key_End, Qt::ControlModifier);
-  EXPECT_TRUE(AtEnd());
-  AddLines(3);
-  EXPECT_TRUE(AtEnd());
-
-  Bar().setValue(Bar().maximum() / 2);
-  EXPECT_FALSE(view_.IsFollowing());
-  EXPECT_NEAR(static_cast<double>(Top().line), 300, 10);
-  Bar().setValue(Bar().maximum());
-  EXPECT_TRUE(AtEnd());
-  Key(Qt::Key_Home, Qt::ControlModifier);
-  EXPECT_EQ(Top(), (LogPosition{1, 0}));
-  EXPECT_EQ(Bar().value(), 0);
-}
-
-TEST_F(ChatTextViewTest, ABarAppearsOnlyWhenNeededAndWalksByRows) {
   AddLines(2);
   EXPECT_FALSE(Bar().isVisible());
-  AddLines(50);
-  EXPECT_TRUE(Bar().isVisible());
-  EXPECT_TRUE(AtEnd());
+  AddLines(98);
+  EXPECT_TRUE(Bar().isVisible() && AtEnd() && ScreenIsCurrent());
   const LogPosition top = Top();
   Bar().triggerAction(QAbstractSlider::SliderSingleStepSub);
-  EXPECT_EQ(Top().line, top.line - 1);
+  EXPECT_TRUE(Top() < top && Top().line + 1 >= top.line);
   Bar().triggerAction(QAbstractSlider::SliderSingleStepAdd);
   EXPECT_TRUE(AtEnd());
-}
-
-TEST_F(ChatTextViewTest, WrapsAndKeepsTheTextAtTheTopWhenResized) {
-  for (int i = 0; i < 60; ++i) {
-    Add("number " + std::to_string(i) + std::string(30, ' ') + "words to wrap at the edge " +
-        std::string(120, 'x'));
-  }
-  Settle();
-  const int right = view_.viewport()->width();
-  const size_t last = view_.Log().LineCount() - 1;
-  int rows = 0;
-  for (size_t byte = 0; byte < view_.Log().Line(last).size(); ++byte) {
-    const QRect rect = view_.RectOf({last, byte});
-    // Blanks at the end of a row hang over the edge.
-    if (view_.Log().Line(last)[byte] != ' ') {
-      EXPECT_LE(rect.right(), right);
+  for (const char* keys : {"PgUp", "Up", "PgDown", "Ctrl+Home", "Ctrl+End", "Up", "Down"}) {
+    for (const bool hidden : {false, true}) {
+      Do(keys);
+      EXPECT_TRUE(ScreenIsCurrent());
+      const bool atEnd = AtEnd();
+      const LogPosition before = Top();
+      view_.setHidden(hidden);
+      AddLines(300);
+      view_.show();
+      EXPECT_TRUE(ScreenIsCurrent());
+      EXPECT_EQ(atEnd, QString(keys).contains("End")) << keys;
+      EXPECT_EQ(AtEnd(), atEnd) << keys;
+      EXPECT_EQ(Top() == before, !atEnd) << keys;
     }
-    rows = std::max(rows, (rect.top() - view_.RectOf({last, 0}).top()) / rect.height() + 1);
   }
-  EXPECT_GE(rows, 3);
-
-  view_.resize(250, 200);
-  Settle();
-  EXPECT_TRUE(AtEnd());
-  EXPECT_EQ(LastRect().bottom(), view_.viewport()->rect().bottom());
-
+  Do("Ctrl+Home");
+  EXPECT_EQ(Top(), (LogPosition{1, 0}));
+  EXPECT_EQ(Bar().value(), 0);
   Bar().setValue(Bar().maximum() / 2);
-  const LogPosition top = Top();
-  for (int width : {600, 130, 330, 250}) {
+  EXPECT_NEAR(static_cast<double>(Top().line), next_ / 2, 10);
+  for (const int width : {600, 130, 330, 400}) {
+    const LogPosition first = Top();
     view_.resize(width, 200);
     Settle();
-    EXPECT_EQ(view_.RectOf(top).top(), 0) << width;
-    EXPECT_FALSE(view_.IsFollowing());
+    EXPECT_EQ(view_.RectOf(first).top(), 0) << width;
   }
-  EXPECT_EQ(Top(), top);
+  Bar().setValue(Bar().maximum());
+  EXPECT_TRUE(AtEnd());
 }
 
-TEST_F(ChatTextViewTest, WhatIsShiftedOnScreenEqualsWhatIsPaintedAnew) {
-  for (int i = 0; i < 30; ++i)
-    Add("a line that is long enough to need two rows at least: " + std::to_string(i),
-        i % 2 == 0 ? kBlack : kBlue);
-  ExpectScreenIsCurrent();
-  view_.Append({{kBlue, " and more of it, enough for another row or so"}});
-  ExpectScreenIsCurrent();
-  AddLines(2);
-  ExpectScreenIsCurrent();
-  for (const int key : {Qt::Key_Up, Qt::Key_PageUp, Qt::Key_Down, Qt::Key_Up}) {
-    Key(key);
-    ExpectScreenIsCurrent();
+TEST_F(ChatTextViewTest, WrapsALongLineAndFindsItsWayInIt) {
+  std::string line;
+  while (line.size() < 9000) line += "w\u00F6rds \U0001F600, with no blank:" + std::string(80, 'x');
+  Add(line);
+  Do("Ctrl+Home");
+  for (size_t byte = 0; byte < line.size(); byte += byte % 2048 < 100 ? 1 : 29) {
+    const LogPosition position{1, CharacterBegin(line, byte)};
+    view_.ShowPosition(position);
+    // Blanks at the end of a row hang over the edge.
+    EXPECT_TRUE(IsInSight(position) || line[position.byte] == ' ') << byte;
+    EXPECT_EQ(view_.PositionAt(LeftOf(position)), position) << byte;
   }
-  QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, {60, 20});
-  for (const QPoint point : {QPoint(90, 80), QPoint(20, 150), QPoint(50, 60), QPoint(10, 2)}) {
-    QTest::mouseMove(view_.viewport(), point);
-    ExpectScreenIsCurrent();
-  }
-  QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, {10, 2});
 }
 
 TEST_F(ChatTextViewTest, ShowsTextInItsColourOnTheBackColour) {
@@ -179,99 +146,80 @@ TEST_F(ChatTextViewTest, ShowsTextInItsColourOnTheBackColour) {
   view_.Append({{{255, 0, 0}, "\r\nWWWWWW"}, {{0, 255, 0}, "MMMMMM"}});
   Settle();
   const QImage image = view_.viewport()->grab().toImage();
-  const auto strongest = [&](LogPosition position) {
-    const QRect rect = view_.RectOf(position);
-    int red = 0;
-    int green = 0;
-    for (int x = rect.left(); x <= rect.right(); ++x) {
-      for (int y = rect.top(); y <= rect.bottom(); ++y) {
-        red = std::max(red, image.pixelColor(x, y).red());
-        green = std::max(green, image.pixelColor(x, y).green());
-      }
-    }
-    return std::pair(red > 150, green > 150);
+  const auto mean = [&](QRect rect) {
+    return image.copy(rect).scaled(1, 1, {}, Qt::SmoothTransformation).pixelColor(0, 0);
   };
-  EXPECT_EQ(strongest({1, 2}), std::pair(true, false));
-  EXPECT_EQ(strongest({1, 8}), std::pair(false, true));
-  EXPECT_EQ(image.pixelColor(image.width() - 2, image.height() - 2), QColor(0, 0, 0));
+  const QColor red = mean(view_.RectOf({1, 2}));
+  const QColor green = mean(view_.RectOf({1, 8}));
+  EXPECT_TRUE(red.red() > 20 && red.green() < 10 && green.green() > 20 && green.red() < 10);
+  EXPECT_EQ(mean({image.width() - 9, image.height() - 9, 9, 9}), QColor(0, 0, 0));
 }
 
-TEST_F(ChatTextViewTest, SelectsWithTheMouseAndCopies) {
-  Add("first line here");
-  Add("");
-  Add("caf\u00E9 \U0001F600 third");
+TEST_F(ChatTextViewTest, SelectsAndCopies) {
+  for (const char* line : {"<nick> hello, w\u00F6rld again", "", "caf\u00E9 \U0001F600 third"}) {
+    Add(line);
+  }
   Settle();
   const QSignalSpy selecting(&view_, &ChatTextView::Selecting);
-  QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, LeftOf({1, 6}));
-  EXPECT_EQ(selecting.count(), 1);
-  QTest::mouseMove(view_.viewport(), LeftOf({3, 5}));
-  QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, LeftOf({3, 5}));
-  ASSERT_EQ(selecting.count(), 2);
-  EXPECT_TRUE(selecting[0][0].toBool());
-  EXPECT_FALSE(selecting[1][0].toBool());
-  const QString selected = QString::fromUtf8("line here\n\ncaf\u00E9");
-  EXPECT_EQ(view_.SelectedText(), selected);
-
-  // What arrives later leaves the selection alone, at the end of the text too.
-  AddLines(100);
-  EXPECT_EQ(view_.SelectedText(), selected);
-  Key(Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), selected);
-
-  Key(Qt::Key_A, Qt::ControlModifier);
-  const QString all = view_.PlainText();
-  AddLines(1);
-  EXPECT_EQ("\n" + view_.SelectedText(), all);
-}
-
-TEST_F(ChatTextViewTest, SelectsWordsAndLinesByClicks) {
-  Add("<nick> hello, w\u00F6rld again");
-  Add("second");
-  Settle();
-  const QPoint word = Middle({1, 16});
-  // However busy the machine, the third click belongs to the first two.
+  // However busy the machine, a third click belongs to the first two.
   const int interval = QApplication::doubleClickInterval();
   QApplication::setDoubleClickInterval(60'000);
-  QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, word);
-  EXPECT_EQ(view_.SelectedText(), QString::fromUtf8("w\u00F6rld"));
-  QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, word);
-  EXPECT_EQ(view_.SelectedText(), QString::fromUtf8("<nick> hello, w\u00F6rld again"));
+  const std::pair<const char*, const char*> table[] = {
+      {"click 1 7", ""},
+      {"extend 1 12", "hello"},
+      {"Shift+Left", "hell"},
+      {"Shift+Right", "hello"},
+      {"Shift+End", "hello, w\u00F6rld again"},
+      {"Shift+Right", "hello, w\u00F6rld again\n"},
+      {"Shift+Down", "hello, w\u00F6rld again\n\n"},
+      {"Ctrl+Shift+Home", "<nick> "},
+      {"double 1 17", "w\u00F6rld"},
+      {"press 1 17", "<nick> hello, w\u00F6rld again"},
+      {"move 3 2", "<nick> hello, w\u00F6rld again\n\ncaf\u00E9 \U0001F600 third"},
+      {"click 3 0", ""},
+      {"press 1 21", ""},
+      {"move 3 10", "again\n\ncaf\u00E9 \U0001F600"},
+      {"extend 3 5", "again\n\ncaf\u00E9"},
+      {"Ctrl+C", "again\n\ncaf\u00E9"},
+  };
+  for (const auto& [act, selected] : table) {
+    Do(act);
+    EXPECT_EQ(view_.SelectedText(), QString::fromUtf8(selected)) << act;
+    EXPECT_TRUE(ScreenIsCurrent()) << act;
+  }
   QApplication::setDoubleClickInterval(interval);
-  QTest::mouseMove(view_.viewport(), Middle({2, 1}));
-  QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, Middle({2, 1}));
-  EXPECT_EQ(view_.Selection(), (LogRange{{1, 0}, {2, 6}}));
+  EXPECT_EQ(QApplication::clipboard()->text(), view_.SelectedText());
+  EXPECT_GT(selecting.count(), 6);
+  for (int i = 0; i < selecting.count(); ++i) EXPECT_EQ(selecting[i][0].toBool(), i % 2 == 0);
 
-  QTest::mouseClick(view_.viewport(), Qt::LeftButton, {}, LeftOf({1, 7}));
-  EXPECT_TRUE(view_.Selection().IsEmpty());
-  QTest::mouseClick(view_.viewport(), Qt::LeftButton, Qt::ShiftModifier, LeftOf({1, 12}));
-  EXPECT_EQ(view_.SelectedText(), "hello");
-  Key(Qt::Key_Left, Qt::ShiftModifier);
-  EXPECT_EQ(view_.SelectedText(), "hell");
-  Key(Qt::Key_Down, Qt::ShiftModifier);
-  EXPECT_EQ(view_.Selection().end.line, 2U);
-  Key(Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(view_.SelectedText(), "<nick> ");
+  Do("Ctrl+A");
+  const QString all = view_.PlainText();
+  AddLines(1);  // what arrives leaves the selection alone
+  EXPECT_EQ("\n" + view_.SelectedText(), all);
+  QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, view_.mapToGlobal(QPoint(5, 5)));
+  QApplication::sendEvent(view_.viewport(), &event);
+  auto* menu = view_.findChild<QMenu*>();
+  menu->findChild<QAction*>("mnuChatCopy")->trigger();
+  menu->close();
+  EXPECT_EQ("\n" + QApplication::clipboard()->text(), all);
 }
 
 TEST_F(ChatTextViewTest, ADragBeyondTheEdgeScrollsAndEndsWithTheFocus) {
   AddLines(200);
   const QSignalSpy selecting(&view_, &ChatTextView::Selecting);
+  const LogPosition top = Top();
   QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, {30, 100});
   QTest::mouseMove(view_.viewport(), {30, -5});
-  const LogPosition top = Top();
   EXPECT_TRUE(test::WaitUntil([&] { return Top().line + 5 < top.line; }, kPatience));
   EXPECT_EQ(view_.Selection().begin.line, Top().line);
   view_.clearFocus();
-  ASSERT_EQ(selecting.count(), 2);
-  EXPECT_FALSE(selecting[1][0].toBool());
+  EXPECT_TRUE(selecting.count() == 2 && !selecting[1][0].toBool());
   const LogPosition stopped = Top();
   QTest::mouseMove(view_.viewport(), {30, -50});
   EXPECT_EQ(Top(), stopped);
-
   QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, {30, 100});
   view_.hide();
-  ASSERT_EQ(selecting.count(), 4);
-  EXPECT_FALSE(selecting[3][0].toBool());
+  EXPECT_EQ(selecting.count(), 4);
 }
 
 TEST_F(ChatTextViewTest, FindsWithTheBar) {
@@ -279,114 +227,61 @@ TEST_F(ChatTextViewTest, FindsWithTheBar) {
   AddLines(300);
   Add("a nEEdle, a needle");
   AddLines(300);
-  Key(Qt::Key_F, Qt::ControlModifier);
+  Do("Ctrl+F");
   auto* edit = view_.findChild<QLineEdit*>("chatFindText");
   ASSERT_TRUE(edit->isVisible());
-  QTest::keyClicks(edit, "needle");
-  EXPECT_EQ(view_.Selection(), (LogRange{{1, 0}, {1, 6}}));  // wrapped around
-  EXPECT_TRUE(view_.viewport()->rect().contains(view_.RectOf({1, 0})));
-  QTest::keyClick(edit, Qt::Key_Return);
-  EXPECT_EQ(view_.Selection(), (LogRange{{302, 2}, {302, 8}}));
-  EXPECT_TRUE(view_.viewport()->rect().contains(view_.RectOf({302, 2})));
-  QTest::keyClick(edit, Qt::Key_F3);
-  EXPECT_EQ(view_.Selection(), (LogRange{{302, 12}, {302, 18}}));
-  QTest::keyClick(edit, Qt::Key_F3, Qt::ShiftModifier);
-  QTest::keyClick(edit, Qt::Key_Return, Qt::ShiftModifier);
-  EXPECT_EQ(view_.Selection(), (LogRange{{1, 0}, {1, 6}}));
+  QTest::keyClicks(edit, "needl");
+  const std::pair<const char*, LogPosition> table[] = {{"e", {1, 0}},  // wrapped around
+                                                       {"Return", {302, 2}},
+                                                       {"F3", {302, 12}},
+                                                       {"Shift+F3", {302, 2}},
+                                                       {"Shift+Return", {1, 0}}};
+  for (const auto& [keys, hit] : table) {
+    Key(*edit, keys);
+    EXPECT_EQ(view_.Selection(), (LogRange{hit, {hit.line, hit.byte + 6}})) << keys;
+    EXPECT_TRUE(IsInSight(hit)) << keys;
+  }
   const LogPosition top = Top();
   QTest::keyClicks(edit, "less");
   EXPECT_EQ(Top(), top);
-  QTest::keyClick(edit, Qt::Key_Escape);
-  EXPECT_FALSE(edit->isVisible());
-  EXPECT_TRUE(view_.hasFocus());
-}
-
-TEST_F(ChatTextViewTest, TheContextMenuCopies) {
-  Add("some words");
-  Settle();
-  QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, Middle({1, 6}));
-  QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, view_.mapToGlobal(QPoint(5, 5)));
-  QApplication::sendEvent(view_.viewport(), &event);
-  auto* menu = view_.findChild<QMenu*>();
-  ASSERT_NE(menu, nullptr);
-  menu->findChild<QAction*>("mnuChatCopy")->trigger();
-  EXPECT_EQ(QApplication::clipboard()->text(), "words");
-  menu->close();
-}
-
-TEST_F(ChatTextViewTest, WhatArrivesWhileHiddenIsShownFromTheEnd) {
-  view_.hide();
-  AddLines(5000);
-  EXPECT_EQ(view_.Log().LineCount(), 5001U);
-  view_.resize(300, 150);
-  view_.show();
-  Settle();
-  EXPECT_TRUE(AtEnd());
-  EXPECT_EQ(LastRect().bottom(), view_.viewport()->rect().bottom());
-  Key(Qt::Key_PageUp);
-  const LogPosition top = Top();
-  view_.hide();
-  AddLines(50);
-  view_.show();
-  Settle();
-  EXPECT_EQ(Top(), top);
+  Key(*edit, "Esc");
+  EXPECT_TRUE(!edit->isVisible() && view_.hasFocus());
 }
 
 // Texts that make layouts slow: the bound is far above what they need and far below a freeze.
 TEST_F(ChatTextViewTest, HugeAndOddLinesDoNotFreeze) {
+  // Of this process, so that no other program on the machine counts.
+  const std::clock_t start = std::clock();
   std::string marks = "a";
-  for (int i = 0; i < 20000; ++i) marks += "\u0301";
-  const std::vector<std::string> lines = {std::string(100'000, 'x'),
-                                          marks,
-                                          "\u202E" + std::string(5000, 'r') + "\u05D0\u05D1",
-                                          std::string(100'000, ' '),
-                                          std::string(9000, '\t'),
-                                          "\u0085\u2028\u2029\n\r"};
-  QElapsedTimer elapsed;
-  elapsed.start();
-  for (const std::string& line : lines) Add(line);
   std::vector<ColouredRun> runs = {{kBlack, "\r\n"}};
-  for (int i = 0; i < 20000; ++i) runs.push_back({i % 2 == 0 ? kBlack : kBlue, "y"});
+  for (int i = 0; i < 20000; ++i) {
+    marks += "\u0301";
+    runs.push_back({i % 2 == 0 ? kBlack : kWhite, "y"});
+  }
+  Add(std::string(100'000, 'x'));
+  Add(marks);
+  Add("\u202E" + std::string(5000, 'r') + "\u05D0\u05D1\u0085\u2028\u2029\n\r");
+  Add(std::string(100'000, ' ') + std::string(9000, '\t'));
   view_.Append(runs);
-  Settle();
   for (int value = 0; value <= Bar().maximum(); value += 5) {
     Bar().setValue(value);
     Settle();
   }
-  EXPECT_LT(elapsed.elapsed(), kPatience);
-
-  // Every part of a long line can be reached, row by row, and its characters are all there.
-  Key(Qt::Key_Home, Qt::ControlModifier);
-  size_t reached = 0;
-  for (int i = 0; i < 5000 && view_.PositionAt({390, 190}).line == 1; ++i) {
-    const LogPosition bottom = view_.PositionAt({390, 190});
-    EXPECT_GE(bottom.byte, reached);
-    reached = bottom.byte;
-    Key(Qt::Key_PageDown);
-  }
-  EXPECT_GT(reached, 95'000U);
-  view_.Select({{1, 0}, {1, 100'000}});
-  EXPECT_EQ(view_.SelectedText().size(), 100'000);
-  Key(Qt::Key_End, Qt::ControlModifier);
-  EXPECT_TRUE(AtEnd());
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 5);
 }
 
 TEST_F(ChatTextViewTest, TellsAssistiveTechnologyItsText) {
   Add("<a> h\u00F6 \U0001F600!");
-  view_.Append({{kBlue, "\r\nblue words"}});
-  for (int i = 0; i < 1000; ++i) Add("line");
-  Settle();
+  view_.Append({{{0, 0, 255}, "\r\nblue words"}});
+  AddLines(1000);
   QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&view_);
-  ASSERT_NE(accessible, nullptr);
   EXPECT_TRUE(accessible->state().readOnly);
   QAccessibleTextInterface* text = accessible->textInterface();
-  ASSERT_NE(text, nullptr);
   const QString all = view_.PlainText();
-  EXPECT_EQ(text->characterCount(), all.size());
   EXPECT_EQ(text->text(0, text->characterCount()), all);
-  for (int start : {0, 1, 5, 12, 700, 4500})
+  for (const int start : {0, 1, 5, 12, 700, 4500}) {
     EXPECT_EQ(text->text(start, start + 20), all.mid(start, 20));
-
+  }
   int start = 0;
   int end = 0;
   const int words = static_cast<int>(all.indexOf("words"));
@@ -394,10 +289,9 @@ TEST_F(ChatTextViewTest, TellsAssistiveTechnologyItsText) {
   EXPECT_EQ(all.mid(start, end - start), "blue words\n");
   EXPECT_EQ(text->textAtOffset(words + 2, QAccessible::WordBoundary, &start, &end), "words");
   EXPECT_EQ(text->textBeforeOffset(words, QAccessible::CharBoundary, &start, &end), " ");
-  EXPECT_EQ(text->textAfterOffset(words, QAccessible::LineBoundary, &start, &end), "line\n");
+  EXPECT_EQ(text->textAfterOffset(words, QAccessible::WordBoundary, &start, &end), "\n");
   EXPECT_EQ(text->attributes(words, &start, &end), "color:rgb(0,0,255);");
   EXPECT_EQ(end - start, 10);
-
   text->setSelection(0, words, words + 5);
   EXPECT_EQ(view_.SelectedText(), "words");
   text->scrollToSubstring(words, words + 5);

@@ -38,8 +38,7 @@ struct PumpStage : Stage {
   OutputQueue queue;
   View status{*this, "status "};
   View room{*this, "room "};
-  ChatColours display{status, room, options};
-  LinePump pump{{queue, *this}, session, {options, *this}, display, *this};
+  LinePump pump{{queue, *this}, session, {options, *this}, {status, room}, *this};
 };
 
 TEST(LinePump, TakesEachKindToItsViewsAndItsSound) {

@@ -12,8 +12,8 @@ constexpr int kFarewellMilliseconds = 500;
 ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& machine,
                    const std::string& webAddress)
     : window_(window),
-      display_(window.StatusView(), window.RoomView(), stored.options),
-      pump_({queue_, window}, session_, {stored.options, machine.clock}, display_, machine.sounds),
+      pump_({queue_, window}, session_, {stored.options, machine.clock},
+            {window.StatusView(), window.RoomView()}, machine.sounds),
       connection_(session_, wsChat_, queue_, {window.Connection(), window, machine.dialogs},
                   machine.clock, webAddress),
       lines_(session_, connection_, machine.clock),

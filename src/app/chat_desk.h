@@ -8,7 +8,6 @@
 
 #include "app/machine.h"
 #include "irc/channels.h"
-#include "irc/chat_colours.h"
 #include "irc/connection.h"
 #include "irc/irc_servers.h"
 #include "irc/line_pump.h"
@@ -57,7 +56,6 @@ class ChatDesk {
   OutputQueue queue_;
   QtChatSocket wsChat_;
   WhoList who_;
-  ChatColours display_;
   LinePump pump_;
   Connection connection_;
   SendQueue lines_;

@@ -190,8 +190,8 @@ std::vector<ColouredRun> ColouredRuns(std::string_view text, const Options& opti
   return runs;
 }
 
-void ChatColours::Color_Response(std::string_view text, ChatTarget target) {
-  View(target).Append(ColouredRuns(text, options_));
+void Color_Response(std::string_view text, ChatView& view, const Options& options) {
+  view.Append(ColouredRuns(text, options));
 }
 
 }  // namespace brindle

@@ -44,33 +44,14 @@ int IrcColorToBasic(int number);
 // The colour of a console colour index. REQUIRES: 0 <= index <= 15.
 Colour BasicColour(int index);
 
-// The runs of `text`, which must be showable: see ChatColours::Color_Response.
+// The runs of `text`, which must be showable, without formatting. A text without a colour mark is
+// black. In one with marks, each piece takes the colour whose number follows its mark, be it after
+// some other marks, a comma, a blank or a hyphen, unless the options want digits that stand apart
+// from the mark kept. Text of the room's background colour takes the user's room colour instead,
+// whichever view it is for, so that it can be read.
 std::vector<ColouredRun> ColouredRuns(std::string_view text, const Options& options);
 
-enum class ChatTarget { kStatus, kRoom };
-
-class ChatColours {
- public:
-  ChatColours(ChatView& txtStatus, ChatView& txtChannel, const Options& options)
-      : txtStatus_(txtStatus), txtChannel_(txtChannel), options_(options) {}
-
-  // Appends `text` to a view, without formatting. A text without a colour mark is black. In one
-  // with marks, each piece takes the colour whose number follows its mark, be it after some other
-  // marks, a comma, a blank or a hyphen, unless the options want digits that stand apart from the
-  // mark kept. Text of the room's background colour takes the user's room colour instead, whichever
-  // view it goes to, so that it can be read.
-  void Color_Response(std::string_view text, ChatTarget target);
-
-  size_t RoomTextLength() const { return txtChannel_.TextLength(); }
-
- private:
-  ChatView& View(ChatTarget target) {
-    return target == ChatTarget::kStatus ? txtStatus_ : txtChannel_;
-  }
-
-  ChatView& txtStatus_;
-  ChatView& txtChannel_;
-  const Options& options_;
-};
+// Appends the runs of `text` to a view.
+void Color_Response(std::string_view text, ChatView& view, const Options& options);
 
 }  // namespace brindle

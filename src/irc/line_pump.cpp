@@ -36,7 +36,7 @@ void LinePump::RefreshMonitors() {
   };
   refresh(bufferMonitor_, MonitorText(shownPending_, pendingPeak_),
           [this](const std::string& text) { screen_.window.SetBufferMonitor(text); });
-  refresh(rtbMonitor_, MonitorText(display_.RoomTextLength(), textPeak_),
+  refresh(rtbMonitor_, MonitorText(views_.txtChannel.TextLength(), textPeak_),
           [this](const std::string& text) { screen_.window.SetRtbMonitor(text); });
 }
 
@@ -55,8 +55,8 @@ void LinePump::RefreshUptime() {
 
 void LinePump::Show(OutputQueue::Line line) {
   const Route route = RouteOf(line.kind);
-  if (route.status) display_.Color_Response(line.text, ChatTarget::kStatus);
-  if (route.room) display_.Color_Response(line.text, ChatTarget::kRoom);
+  if (route.status) Color_Response(line.text, views_.txtStatus, style_.options);
+  if (route.room) Color_Response(line.text, views_.txtChannel, style_.options);
   if (!route.sound) return;
   const SoundOption& sound = style_.options.sounds[static_cast<size_t>(*route.sound)];
   if (sound.on && !sound.path.empty()) sounds_.Play(sound.path);

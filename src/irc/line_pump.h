@@ -17,6 +17,11 @@
 
 namespace brindle {
 
+struct ChatViews {
+  ChatView& txtStatus;
+  ChatView& txtChannel;
+};
+
 // Looks at each line before it is shown.
 using LineScan = std::function<void(std::string_view line, Origin origin)>;
 
@@ -24,9 +29,9 @@ class LinePump {
  public:
   static constexpr int kTickMilliseconds = 10;
 
-  LinePump(Screen screen, const Session& session, ChatStyle style, ChatColours& display,
+  LinePump(Screen screen, const Session& session, ChatStyle style, ChatViews views,
            SoundPlayer& sounds)
-      : screen_(screen), session_(session), style_(style), display_(display), sounds_(sounds) {}
+      : screen_(screen), session_(session), style_(style), views_(views), sounds_(sounds) {}
 
   void SetScanner(LineScan scan) { scan_ = std::move(scan); }
 
@@ -44,7 +49,7 @@ class LinePump {
   Screen screen_;
   const Session& session_;
   ChatStyle style_;
-  ChatColours& display_;
+  ChatViews views_;
   SoundPlayer& sounds_;
   LineScan scan_;
   size_t pendingPeak_ = 0;

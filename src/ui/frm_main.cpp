@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QShortcut>
+#include <QStackedWidget>
 #include <QStatusBar>
 #include <QWindow>
 
@@ -28,6 +29,7 @@ constexpr int kSideWidth = 200;
 
 FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   ui_->setupUi(this);
+  ui_->tabMain->findChild<QStackedWidget*>()->setObjectName("picTab");  // holds the tabs' pages
   setWindowTitle(ToQString(VersionText()));
   setMinimumSize(kLeastSize);
   const QSize screen = QGuiApplication::primaryScreen()->availableSize() * kMostOfScreen;

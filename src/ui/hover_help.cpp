@@ -141,4 +141,14 @@ std::optional<std::string> OptionHelp(std::string_view control, int index,
   return help;
 }
 
+std::vector<std::string> ControlsWithHelp() {
+  std::vector<std::string> names;
+  for (const Hint& hint : kHints) names.emplace_back(hint.control);
+  for (const Help& help : kHelps) {
+    names.emplace_back(help.control);
+    if (help.index != kAnyIndex) names.back() += "_" + std::to_string(help.index);
+  }
+  return names;
+}
+
 }  // namespace brindle

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brindle {
 
@@ -18,5 +19,8 @@ std::optional<std::string> StatusHint(std::string_view control, std::string_view
 // box's own one.
 std::optional<std::string> OptionHelp(std::string_view control, int index,
                                       std::string_view caption);
+
+// The object names of all controls that are explained, those of an array with their index.
+std::vector<std::string> ControlsWithHelp();
 
 }  // namespace brindle
