@@ -5,10 +5,10 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 #include <array>
-#include <memory>
+#include <unordered_map>
 
+#include "ui/drawing.h"
 #include "ui/look_paint.h"
 
 // The drawings lie in a static library, which must name them to have them linked.
@@ -26,14 +26,17 @@ constexpr std::array<const char*, kIconNames> kFiles = {
     "update"};
 constexpr char kApplicationFile[] = "brindle";
 
-QSvgRenderer& Drawing(const QString& file) {
-  static std::unordered_map<QString, std::unique_ptr<QSvgRenderer>> drawings;
-  std::unique_ptr<QSvgRenderer>& drawing = drawings[file];
-  if (!drawing) {
+const Drawing& DrawingIn(const QString& name) {
+  static std::unordered_map<QString, Drawing> drawings;
+  auto drawing = drawings.find(name);
+  if (drawing == drawings.end()) {
     KeepDrawings();
-    drawing = std::make_unique<QSvgRenderer>(":/icons/" + file + ".svg");
+    QFile file(":/icons/" + name + ".svg");
+    const QByteArray svg = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    drawing = drawings.emplace(name, svg).first;
+    Q_ASSERT(drawing->second.IsWhole());
   }
-  return *drawing;
+  return drawing->second;
 }
 
 // A drawing in `size` pixels of the screen, all of it in `tint` where that is a colour.
@@ -52,7 +55,7 @@ QPixmap Render(const QString& file, QSize size, const QColor& tint) {
     painter.setRenderHint(QPainter::Antialiasing);
     const int side = std::min(size.width(), size.height());
     const QPoint corner((size.width() - side) / 2, (size.height() - side) / 2);
-    Drawing(file).render(&painter, QRectF(corner, QSize(side, side)));
+    DrawingIn(file).Paint(painter, QRectF(corner, QSize(side, side)));
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     if (tint.isValid()) painter.fillRect(pixmap.rect(), tint);
   }
