@@ -1,6 +1,5 @@
 #include "stage.h"
 
-#include "support/child_process.h"
 #include "support/wait.h"
 
 namespace brindle::demo {
@@ -14,9 +13,9 @@ constexpr int kEndPatienceMilliseconds = 2000;
 Stage::Stage(const QString& transcript) : transcript_(transcript) {}
 
 Stage::~Stage() {
-  bot_.terminate();
-  if (!bot_.waitForFinished(kEndPatienceMilliseconds)) bot_.kill();
-  bot_.waitForFinished(kEndPatienceMilliseconds);
+  // So that it says goodbye.
+  bot_.Terminate();
+  test::WaitUntil([this] { return !bot_.IsRunning(); }, kEndPatienceMilliseconds);
 }
 
 bool Stage::Start(const QString& botProgram, int announceSeconds) {
@@ -24,19 +23,17 @@ bool Stage::Start(const QString& botProgram, int announceSeconds) {
     error_ = "The IRC server did not start: " + server_.Error();
     return false;
   }
-  test::LetEndWithParent(bot_);
-  bot_.setProcessChannelMode(QProcess::MergedChannels);
-  bot_.start(botProgram, {"--port", QString::number(Port()), "--room", kRoom, "--handle", kHandle,
+  bot_.Start(botProgram, {"--port", QString::number(Port()), "--room", kRoom, "--handle", kHandle,
                           "--mails", QString::number(kMails), "--list", ListPath(), "--transcript",
                           transcript_, "--announce", QString::number(announceSeconds)});
   QByteArray said;
   const bool ready = test::WaitUntil(
       [&] {
-        said += bot_.readAll();
-        return said.contains("ready") || bot_.state() == QProcess::NotRunning;
+        said += bot_.TakeOutput();
+        return said.contains("ready") || !bot_.IsRunning();
       },
       kBotPatienceMilliseconds);
-  if (!ready || bot_.state() != QProcess::Running) {
+  if (!ready || !bot_.IsRunning()) {
     error_ = "The mail bot did not start: " + QString::fromUtf8(said);
     return false;
   }

@@ -2,10 +2,10 @@
 // The stage for trying Brindle without the outside world: an IRC server on a free loopback port and
 // a mail bot in its room, both gone when the stage is.
 
-#include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
 
+#include "support/companion.h"
 #include "support/data_folder.h"
 #include "support/irc_server.h"
 
@@ -38,7 +38,7 @@ class Stage {
   test::IrcServer server_{test::IrcServer::Kind::kNgircd};
   QTemporaryDir lists_;
   QString transcript_;
-  QProcess bot_;
+  test::Companion bot_{test::Companion::User::kSame};
   QString error_;
 };
 

@@ -1,20 +1,12 @@
-// How the program ends: by a signal, in the middle of something, with any windows open; and what it
-// is as a process of its own, with its command line, its folder and the lock on that.
-#include <sys/stat.h>
-#include <unistd.h>
-
+// How the program ends with any windows open.
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QDir>
 #include <QMenu>
 #include <QPointer>
 #include <QTest>
 #include <QWindow>
-#include <csignal>
 
 #include "meeting.h"
-#include "platform/end_signals.h"
-#include "support/child_process.h"
 
 namespace brindle::test {
 namespace {
@@ -24,33 +16,6 @@ void LoadMails(WindowDriver& window) {
   for (int i = 1; i <= 100; ++i) text += std::to_string(i) + ". mail\r\n";
   window.Folder().Write("mails.txt", text);
   window.LoadList(window.Folder().File("mails.txt"));
-}
-
-TEST(ClosingTest, ASignalInARunOfRequests) {
-  ScriptedSession session;
-  auto& [server, window] = session;
-  FrmMain& main = window.App().Window();
-  server.Send(":me!u@h JOIN #room\r\n");
-  ASSERT_TRUE(window.ShowsInRoom("Now talking in #room"));
-  LoadMails(window);
-  for (int row = 0; row < 20; row += 2) window.ClickCheckBox(row);
-  window.Type("txtListAOLSN", "JaneD");
-  // As the program's entry does.
-  OnEndSignal([&main] {
-    main.close();
-    QApplication::quit();
-  });
-  const Once ending([&window = window] { return Count(window.Room(), "send JaneD") >= 2; },
-                    [] { std::raise(SIGTERM); });
-  window.Click("cmdRequest");
-  QTimer::singleShot(20000, &main, [] { QApplication::exit(1); });
-  EXPECT_EQ(QApplication::exec(), 0);
-  for (const int number : {SIGTERM, SIGINT, SIGHUP}) std::signal(number, SIG_DFL);
-  EXPECT_TRUE(window.Checked().ends_with("15 17 19")) << window.Checked();
-  const std::string sent = server.TakeReceivedUpTo("QUIT\r\n");
-  EXPECT_TRUE(sent.ends_with("QUIT\r\n")) << sent;
-  EXPECT_EQ(sent.find("send JaneD 19"), std::string::npos) << sent;
-  EXPECT_NE(window.Folder().Content("brindle.ini").find("preferred=me\r\n"), std::string::npos);
 }
 
 QPointer<QWidget> PopUp(QWidget& window, const char* button) {
@@ -122,116 +87,6 @@ TEST(ClosingTest, EveryWindowAndMenuInSeveralOrders) {
     window.reset();
     LetTicksPass(2);
     EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty());
-  }
-}
-
-class ProcessTest : public testing::Test {
- protected:
-  // Without a display, or on one that nobody sees and that is not small enough to be told about.
-  void Start(const QStringList& arguments, const char* platform,
-             const QString& program = BRINDLE_PROGRAM) {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"}) environment.remove(name);
-    environment.insert("QT_QPA_PLATFORM", platform);
-    environment.insert("XDG_CONFIG_HOME", folder_.File("user"));
-    process_.setProcessEnvironment(environment);
-    process_.start(program, arguments);
-    ASSERT_TRUE(process_.waitForStarted());
-  }
-  // The exit code; -1 when it crashed or did not end.
-  int ExitCode() {
-    const bool ended = process_.waitForFinished(WindowDriver::kTimeoutMs);
-    return ended && process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
-  }
-  // True once a signal ends the process as a click does, which is when its window is open.
-  bool IsOpen() const {
-    return WaitUntil(
-        [this] {
-          QFile status(QString("/proc/%1/status").arg(process_.processId()));
-          const QByteArray all = status.open(QIODevice::ReadOnly) ? status.readAll() : "";
-          const QByteArray caught = all.mid(all.indexOf("SigCgt:") + 7).trimmed().left(16);
-          return ((caught.toULongLong(nullptr, 16) >> (SIGTERM - 1)) & 1) == 1;
-        },
-        WindowDriver::kTimeoutMs);
-  }
-  // The files in a folder below that of the test.
-  QString Files(const char* below) const {
-    return QDir(folder_.File(below)).entryList(QDir::Files | QDir::Hidden).join(' ');
-  }
-
-  DataFolder folder_;
-  QProcess process_;
-};
-
-TEST_F(ProcessTest, AnswersTheCommandLine) {
-  const struct {
-    QStringList arguments;
-    const char* platform;
-    int code;
-    const char* said;  // on the one stream or the other, by the code
-  } table[] = {
-      {{"--data-dir", "x", "-h"}, "none", 0, "Usage: brindle [--data-dir DIR]\n"},
-      {{"--version"}, "none", 0, "Brindle v0.5.85\n"},
-      {{"--data-dir=x", "--data-dirs", "y"}, "none", 2, "Unknown option '--data-dirs'.\n"},
-      {{"--data-dir"}, "minimal", 2, "Usage: "},
-      {{"word"}, "minimal", 2, "Usage: "},
-      {{"--data-dir", folder_.File("brindle.ini/x")}, "minimal", 1, "Cannot make the folder "},
-  };
-  for (const auto& row : table) {
-    Start(row.arguments, row.platform);
-    EXPECT_EQ(ExitCode(), row.code) << row.arguments.join(' ').toStdString();
-    const QByteArray output = process_.readAllStandardOutput();
-    const QByteArray error = process_.readAllStandardError();
-    EXPECT_TRUE((row.code == 0 ? output : error).contains(row.said)) << (output + error).data();
-    EXPECT_TRUE((row.code == 0 ? error : output).isEmpty()) << (output + error).data();
-  }
-}
-
-TEST_F(ProcessTest, LocksItsFolderAndSavesAtASignal) {
-  const QStringList arguments = {"--data-dir", folder_.File("new/folder")};
-  for (const bool kill : {false, true}) {
-    Start(arguments, "minimal");
-    ASSERT_TRUE(IsOpen());
-    const QString locked = Files("new/folder");
-    EXPECT_TRUE(locked.contains("brindle.lock"));
-    FakeDialogs refused;
-    EXPECT_FALSE(Program(arguments[1].toStdString(), refused).Open());
-    EXPECT_EQ(
-        refused.notices,
-        (std::vector<FakeDialogs::Shown>{{Icon::kExclamation, "Brindle is already running."}}));
-    EXPECT_EQ(Files("new/folder"), locked);
-    // Without a chance to tidy up: what it leaves must not lock the user out.
-    if (kill)
-      process_.kill();
-    else
-      process_.terminate();
-    EXPECT_EQ(ExitCode(), kill ? -1 : 0);
-    EXPECT_EQ(Files("new/folder"), kill ? "brindle.ini brindle.lock channels.txt irc_servers.txt"
-                                        : "brindle.ini channels.txt irc_servers.txt");
-  }
-  FakeDialogs welcome;
-  EXPECT_TRUE(Program(arguments[1].toStdString(), welcome).Open());
-}
-
-TEST_F(ProcessTest, KeepsItsFilesBesideItselfOrInTheUsersFolder) {
-  const QString program = folder_.File("program/brindle");
-  ASSERT_TRUE(QDir(folder_.Path()).mkpath("program") && QDir(folder_.Path()).mkpath("user"));
-  ASSERT_TRUE(QFile::copy(BRINDLE_PROGRAM, program));
-  for (const char* open : {".", "user"}) ::chmod(qPrintable(folder_.File(open)), 0777);
-  // Rights do not hold an administrator back: then it is somebody else's process.
-  process_.setChildProcessModifier([] {
-    constexpr uid_t kNobody = 65534;
-    if (geteuid() == 0 && setuid(kNobody) != 0) _exit(1);
-    EndWithParent();
-  });
-  for (const bool writable : {false, true}) {
-    ::chmod(qPrintable(folder_.File("program")), writable ? 0777 : 0555);
-    Start({}, "minimal", program);
-    ASSERT_TRUE(IsOpen()) << process_.readAllStandardError().toStdString();
-    EXPECT_EQ(Files("program").contains("brindle.lock"), writable);
-    EXPECT_EQ(Files("user/Brindle").contains("brindle.lock"), !writable);
-    process_.terminate();
-    EXPECT_EQ(ExitCode(), 0);
   }
 }
 

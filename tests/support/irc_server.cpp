@@ -1,14 +1,10 @@
 #include "irc_server.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <QFile>
 #include <QHostAddress>
 #include <QRandomGenerator>
 #include <QTcpServer>
 
-#include "child_process.h"
 #include "wait.h"
 
 namespace brindle::test {
@@ -45,18 +41,6 @@ IrcServer::IrcServer(Kind kind) : kind_(kind) {
   QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
                                             QFile::ReadOther | QFile::ExeOther);
   Write(folder_.filePath("motd.txt"), "Be kind to the bots,\nthey do their best.\n");
-  const bool isNgircd = kind == Kind::kNgircd;
-  process_.setProgram(isNgircd ? "/usr/sbin/ngircd" : "/usr/sbin/inspircd");
-  QStringList arguments = {"--nodaemon"};
-  if (!isNgircd) arguments = {"--nofork", "--nolog", "--nopid"};
-  process_.setArguments(arguments << "--config" << folder_.filePath("server.conf"));
-  process_.setProcessChannelMode(QProcess::MergedChannels);
-  // ngIRCd started by root would become another user itself, and outlive a test that crashes.
-  const passwd* nobody = geteuid() == 0 ? getpwnam("nobody") : nullptr;
-  process_.setChildProcessModifier([nobody] {
-    if (nobody != nullptr && (setgid(nobody->pw_gid) != 0 || setuid(nobody->pw_uid) != 0)) _exit(1);
-    EndWithParent();
-  });
 }
 
 bool IrcServer::Start() {
@@ -77,32 +61,31 @@ bool IrcServer::Start() {
 IrcServer::Outcome IrcServer::StartOn(quint16 port) {
   Write(folder_.filePath("server.conf"), Configuration(port));
   log_.clear();
-  process_.start();
+  const QString configuration = PathForCompanions(folder_.filePath("server.conf"));
+  if (kind_ == Kind::kNgircd) {
+    process_.Start("/usr/sbin/ngircd", {"--nodaemon", "--config", configuration});
+  } else {
+    process_.Start("/usr/sbin/inspircd",
+                   {"--nofork", "--nolog", "--nopid", "--config", configuration});
+  }
   const char* ready = kind_ == Kind::kNgircd ? " ready.\n" : "is now running as";
   WaitUntil(
       [&] {
-        const bool ended = process_.state() == QProcess::NotRunning;
-        log_ += process_.readAll();
+        const bool ended = !process_.IsRunning();
+        log_ += process_.TakeOutput();
         return ended || log_.contains(ready);
       },
       kTimeoutMs);
   if (log_.contains("Address already in use")) return Outcome::kPortTaken;
-  const bool runs = process_.state() == QProcess::Running && log_.contains(ready);
+  const bool runs = process_.IsRunning() && log_.contains(ready);
   return runs ? Outcome::kReady : Outcome::kFailed;
 }
 
-QString IrcServer::Error() const {
-  return process_.program() + ": " + process_.errorString() + "\n" + log_;
-}
+QString IrcServer::Error() const { return process_.Error() + "\n" + log_; }
 
 bool IrcServer::Stop() {
-  process_.terminate();
-  return WaitUntil([this] { return process_.state() == QProcess::NotRunning; }, kTimeoutMs);
-}
-
-void IrcServer::Kill() {
-  process_.kill();
-  process_.waitForFinished(kTimeoutMs);
+  process_.Terminate();
+  return WaitUntil([this] { return !process_.IsRunning(); }, kTimeoutMs);
 }
 
 QString IrcServer::Configuration(quint16 port) const {
@@ -139,7 +122,7 @@ PAM = no
 <options prefixquit="Quit: ">
 )";
   const QString form = kind_ == Kind::kNgircd ? ngircd : inspircd;
-  return form.arg(QString::number(port), folder_.path());
+  return form.arg(QString::number(port), PathForCompanions(folder_.path()));
 }
 
 }  // namespace brindle::test

@@ -2,9 +2,10 @@
 // A real IRC server on loopback: its own configuration in a temporary folder, its own free port,
 // and an end with the object. Its limits are far above what any test does, and it looks nobody up.
 
-#include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
+
+#include "companion.h"
 
 namespace brindle::test {
 
@@ -13,7 +14,6 @@ class IrcServer {
   enum class Kind { kNgircd, kInspircd };
 
   explicit IrcServer(Kind kind);
-  ~IrcServer() { Kill(); }
 
   // Returns once the server is ready, or false after a bounded time; Error() says why. A server
   // started again keeps its port.
@@ -26,7 +26,7 @@ class IrcServer {
   // when it did not.
   bool Stop();
   // Ends the server at once; its connections just break.
-  void Kill();
+  void Kill() { process_.Kill(); }
 
  private:
   enum class Outcome { kReady, kPortTaken, kFailed };
@@ -35,7 +35,8 @@ class IrcServer {
 
   const Kind kind_;
   QTemporaryDir folder_;
-  QProcess process_;
+  // ngIRCd started by root would become another user itself, and outlive a test that crashes.
+  Companion process_{Companion::User::kNobodyForRoot};
   quint16 port_ = 0;
   QString log_;  // what the server has printed until it was ready
 };
