@@ -1,0 +1,135 @@
+// What the user types, and the order and pace in which it goes out.
+#include "irc/outgoing_text.h"
+
+#include <gtest/gtest.h>
+
+#include "support/talk_stage.h"
+
+namespace brindle {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(OutgoingText, SendsAndEchoesWhatIsTyped) {
+  const std::string tooShort = "0|^C2Not enough parameters for tell.";
+  const std::string roomChange = "1^C12Either not enough or too many parameters for room change.|";
+  const auto many = [](size_t count, char c = 'x') { return std::string(count, c); };
+  // ":me!u@h " is before what the others receive.
+  const size_t longest = kLongestLine - 8 - "PRIVMSG #room :"s.size();
+  const std::pair<std::string, std::string> table[] = {
+      {"hi  there ", Said("hi  there ")},
+      {"/me waves", Said("/me waves")},
+      {"/", Said("/")},
+      {" /msg bob x", Said(" /msg bob x")},
+      {"/msgbob x y", Said("/msgbob x y")},
+      {"/msg bob hi", "> PRIVMSG bob :hi\n0|^C11You tell bob, ^C15'^C11hi^C15'"},
+      {"/TELL Bob a  b", "> PRIVMSG Bob :a  b\n0|^C11You tell Bob, ^C15'^C11a  b^C15'"},
+      {"/msg bob", tooShort},
+      {"/Tell", tooShort},
+      {"/msg " + many(480) + " hi", "hint That name is too long for a line to the server."},
+      {"/join mailroom", "> JOIN #mailroom"},
+      {"/J #mailroom", "> JOIN #mailroom"},
+      {"/join", roomChange},
+      {"/J ", roomChange},
+      {"/join a b", roomChange},
+      {"/j  a", roomChange},
+      // Each line of a pasted text is a line of its own, and so is what one line cannot carry.
+      {"one\r\n\n two\0/j x"s, Joined({Said("one"), Said(" two"), "> JOIN #x"})},
+      {many(longest), Said(many(longest))},
+      {many(longest + 1), Joined({Said(many(longest)), Said("x")})},
+      {many(300) + " " + many(300), Joined({Said(many(300) + " "), Said(many(300))})},
+      {many(longest - 1) + "\u00E9", Joined({Said(many(longest - 1)), Said("\u00E9")})},
+  };
+  for (const auto& [typed, journal] : table) {
+    ChatStage stage;
+    stage.EnterRoom();
+    stage.outgoing.cmdSend_Click(typed, 1);
+    EXPECT_EQ(stage.Taken(), journal + "\nbox ''") << typed;
+  }
+  for (int tab = 0; tab < 7; ++tab) {
+    ChatStage stage;
+    stage.EnterRoom();
+    stage.options.timestampChatLines = true;
+    stage.outgoing.cmdSend_Click("hi", tab);
+    EXPECT_EQ(stage.Taken(), "> PRIVMSG #room :hi\n" + std::string(1, "1220000"[tab]) +
+                                 "|^C15[^C113:07pm^C15] ^C1<me> hi\nbox ''");
+  }
+}
+
+TEST(OutgoingText, RefusesWithoutConnectionRoomOrText) {
+  const std::string notConnected =
+      "i You must first connect to a server before sending text to a room.";
+  const struct {
+    void (ChatStage::*before)();
+    const char* typed;
+    std::string journal;
+  } table[] = {
+      {nullptr, "hi", notConnected},
+      {nullptr, "", notConnected},
+      {&ChatStage::Register, "/msg bob hi", kEnterFirst},
+      {&ChatStage::Register, " \n ", ""},
+      {&ChatStage::EnterRoom, "   ", ""},
+      {&ChatStage::EnterRoom, "1\n2\n3\n4", "i Say 4 lines?"},
+  };
+  for (const auto& row : table) {
+    ChatStage stage;
+    if (row.before != nullptr) (stage.*row.before)();
+    stage.outgoing.cmdSend_Click(row.typed, 1);
+    EXPECT_EQ(stage.Taken(), row.journal) << row.typed;
+    EXPECT_EQ(stage.outgoing.History().Size(), 0U);
+  }
+}
+
+TEST(OutgoingText, ManyLinesTakeTheirTurns) {
+  ChatStage stage;
+  stage.EnterRoom();
+  stage.answers.push_back("yes");
+  stage.outgoing.cmdSend_Click("1\n2\n3\n4\n5", 1);
+  EXPECT_EQ(stage.Taken(), Joined({"i Say 5 lines?", Said("1"), Said("2"), Said("3"), "box ''"}));
+  stage.outgoing.cmdSend_Click("6", 1);
+  stage.Taken();
+  stage.Wait(450);
+  EXPECT_EQ(stage.Taken(), Joined({Said("4"), Said("5")}));
+  stage.connection.wsChat_Error("x");
+  stage.EnterRoom();
+  stage.Wait(1000);
+  EXPECT_EQ(stage.Taken(), "");
+}
+
+TEST(OutgoingText, RemembersEveryLineOnceAndWalksBack) {
+  ChatStage stage;
+  stage.EnterRoom();
+  for (const char* typed : {"one", "/msg bob", "ONE", "One ", "\u00C9t\u00E9", "\u00E9T\u00C9"}) {
+    stage.outgoing.cmdSend_Click(typed, 1);
+  }
+  stage.Taken();
+  const struct {
+    char key;  // "u" and "d" for up and down, "s" sends
+    const char* typed;
+    std::string box;
+  } table[] = {
+      {'d', "begun", ""},
+      {'u', "begun", "\u00C9t\u00E9"},
+      {'u', "\u00C9t\u00E9", "One "},
+      {'u', "One more", "/msg bob"},  // what is made of an entry is there again
+      {'d', "/msg bob", "One more"},
+      {'d', "One more", "\u00C9t\u00E9"},
+      {'d', "\u00C9t\u00E9", "begun"},
+      {'u', "", "\u00C9t\u00E9"},
+      {'u', "", "One more"},
+      {'u', "", "/msg bob"},
+      {'u', "/msg bob", "one"},
+      {'u', "one", ""},
+      {'s', "two", ""},  // ends the walk
+      {'u', "", "two"},
+  };
+  for (const auto& row : table) {
+    if (row.key == 's') stage.outgoing.cmdSend_Click(row.typed, 1), stage.Taken();
+    if (row.key == 'u') stage.outgoing.cmbSend_Up(row.typed);
+    if (row.key == 'd') stage.outgoing.cmbSend_Down(row.typed);
+    EXPECT_EQ(stage.Taken(), row.box.empty() ? "" : "box '" + row.box + "'") << row.typed;
+  }
+}
+
+}  // namespace
+}  // namespace brindle

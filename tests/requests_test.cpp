@@ -1,0 +1,265 @@
+// Requests out of the list and by hand, from the click to the end of the run.
+#include "mail/requests.h"
+
+#include <gtest/gtest.h>
+
+#include "support/talk_stage.h"
+
+namespace brindle {
+namespace {
+
+const std::string kNoName = "i You must enter an AOL Screen Name for this to work.";
+
+TEST(Requests, AskForRunsOfCheckedRows) {
+  const std::string lastAlone =
+      "The last mail is only asked for together with the one before it; check that one too.";
+  const struct {
+    const char* checks;
+    std::string asked;
+    const char* left;
+  } table[] = {
+      {"", "", ""},
+      {"....", "", "...."},
+      {"xxx.x.", "1-3 5 [Requests sent: 2]", "......"},
+      {".x..", "2 [Requests sent: 1]", "...."},
+      {"..xx", "3-4 [Requests sent: 1]", "...."},
+      {"x..x", "1 [Requests sent: 1. " + lastAlone + "]", "...x"},
+      {"x", "[" + lastAlone + "]", "x"},
+      {"x.xx.xxx.", "1 3-4 6-8 [Requests sent: 3]", "........."},
+  };
+  for (const auto& row : table) {
+    for (const bool deselect : {true, false}) {
+      TalkStage stage;
+      stage.EnterRoom();
+      stage.options.deselectAfterRequested = deselect;
+      stage.Fill(row.checks);
+      stage.Click();
+      stage.Wait(5000);
+      EXPECT_EQ(stage.Asked(), row.asked) << row.checks;
+      EXPECT_EQ(stage.Checks(), deselect ? row.left : row.checks);
+    }
+  }
+}
+
+TEST(Requests, EchoSendAndPause) {
+  TalkStage stage;
+  stage.EnterRoom();
+  stage.Fill("x.x.x.");
+  stage.options.timestampChatLines = true;
+  std::string progress;
+  stage.stack.OnProgress([&](const std::optional<RunProgress>& now) {
+    progress += now ? std::to_string(now->sent) + "/" + std::to_string(now->lines) + " " : "end";
+  });
+  stage.Click();
+  stage.Wait(1000);
+  const std::string echo = "2|^C15[^C113:07pm^C15] ^C1<me> ";
+  const auto sent = [&](const std::string& line) {
+    return echo + line + "\n> PRIVMSG #room :" + line;
+  };
+  EXPECT_EQ(stage.Taken(), Joined({sent("!Bot send My Name 1"), sent("!Bot send My Name 3"),
+                                   sent("!Bot send My Name 5"), "hint Requests sent: 3"}));
+  ASSERT_EQ(stage.sentAt.size(), 3U);
+  EXPECT_EQ(stage.sentAt[1] - stage.sentAt[0], 200);
+  EXPECT_EQ(stage.sentAt[2] - stage.sentAt[1], 200);
+  EXPECT_EQ(progress, "1/3 2/3 3/3 end");
+  EXPECT_EQ(stage.list.TitleHeader(), "Mail Title [3/6]");
+  stage.list.SetChecked(5, true);
+  EXPECT_EQ(stage.list.TitleHeader(), "Mail Title [1/6]");
+  // Nothing in a field adds a line.
+  stage.Fill("x.");
+  stage.requests.cmdRequest_Click("a\rQUIT", "h");
+  EXPECT_EQ(stage.Taken(), sent("!h send aQUIT 1"));
+}
+
+TEST(Requests, RefuseWhatCannotBeSent) {
+  const auto kOut = ConnectionState::kDisconnected;
+  const auto kIn = ConnectionState::kRegistered;
+  const struct {
+    ConnectionState state;
+    const char* room;
+    std::string name;
+    const char* handle;
+    std::string journal;
+  } table[] = {
+      {kOut, "#room", "", "",
+       "hint Connect to a server first: requests and commands are said in a room."},
+      {kIn, "#room", " ", "", kNoName},
+      {kIn, "", "sn", "  ", "i You must enter a servers handle for this to work."},
+      {kIn, "", "sn", "bot", kEnterFirst},
+      {kIn, "#room", std::string(500, 'n'), "bot",  // never cut
+       "hint Not sent: with the handle and the screen name the line is longer than a server "
+       "takes."},
+  };
+  for (const auto& row : table) {
+    TalkStage stage;
+    stage.EnterRoom();
+    stage.Fill("x.");
+    stage.session.connectionState = row.state;
+    stage.session.currentRoom = row.room;
+    stage.requests.cmdRequest_Click(row.name, row.handle);
+    EXPECT_EQ(stage.Taken(), row.journal);
+    EXPECT_EQ(stage.Checks(), "x.");
+  }
+}
+
+TEST(Requests, EndWithTheirReason) {
+  const std::string again = " after 2 of 3 requests. What may not have arrived is checked again.]";
+  const struct {
+    std::function<void(TalkStage&)> meanwhile;  // after the second line
+    std::string told;
+    const char* left;
+  } table[] = {
+      {[](TalkStage& s) { s.connection.wsChat_Error("gone"); },
+       "[Disconnected: gone] [The session ended (gone)" + again, "x.x.x."},
+      {[](TalkStage& s) { s.Receive(":op!u@h KICK #room me :bye"); },
+       "[You are no longer in #room: kicked by op: bye] "
+       "[The room was left (kicked by op: bye)" +
+           again,
+       "....x."},
+      {[](TalkStage& s) { s.Receive(":me!u@h PART :#room"); }, "[The room was left" + again,
+       "....x."},
+      {[](TalkStage& s) { s.Receive(":srv 404 me #room :Moderated"); },
+       "[#room: Moderated] [The room takes no requests (Moderated)" + again, "x.x.x."},
+      {[](TalkStage& s) { s.Receive(":srv 404 me #else :Moderated"); },
+       "[#else: Moderated] 5 [Requests sent: 3]", "......"},
+      {[](TalkStage& s) { s.list.Clear(); }, "[The list was replaced after 2 of 3 requests.]", ""},
+      {[](TalkStage& s) { s.stack.Stop(); }, "[Stopped after 2 of 3 requests.]", "....x."},
+  };
+  for (const auto& row : table) {
+    TalkStage stage;
+    stage.EnterRoom();
+    stage.Fill("x.x.x.");
+    stage.Click();
+    stage.Wait(200);
+    EXPECT_EQ(stage.Asked(), "1 3");
+    row.meanwhile(stage);
+    stage.Wait(1000);
+    EXPECT_EQ(stage.Asked(), row.told);
+    EXPECT_EQ(stage.Checks(), row.left) << row.told;
+    EXPECT_TRUE(stage.stack.IsIdle() && !stage.lines.IsBusy()) << row.told;
+  }
+  // A refusal may come when all has been said.
+  TalkStage stage;
+  stage.EnterRoom();
+  stage.Fill("x.");
+  stage.Click();
+  stage.Wait(1000);
+  stage.Receive(":srv 404 me #room :Moderated");
+  EXPECT_EQ(stage.Checks(), "x.");
+}
+
+TEST(Requests, ASecondClickRunsInTheMiddleOfTheFirst) {
+  TalkStage stage;
+  stage.EnterRoom();
+  stage.options.deselectAfterRequested = false;
+  stage.Fill("x.x.");
+  stage.Click();
+  stage.Click();
+  stage.Wait(2000);
+  EXPECT_EQ(stage.Asked(), "1 1 3 [Requests sent: 2] 3 [Requests sent: 2]");
+  // Rows checked meanwhile are found too. Ranges follow the rows, not the numbers.
+  stage.options.deselectAfterRequested = true;
+  stage.Fill("x.");
+  for (const char* number : {"7", "12", "+3"}) stage.list.Append(number, "");
+  stage.Click();
+  stage.list.CheckRange(1, 3);
+  stage.Wait(2000);
+  EXPECT_EQ(stage.Asked(), "1 2-12 [Requests sent: 2]");
+}
+
+TEST(ManualRequest, AsksForEveryRow) {
+  TalkStage stage;
+  stage.EnterRoom();
+  auto& manual = stage.manual;
+  manual.cmdAdd_Click(" ", "1");
+  manual.cmdAdd_Click("Bot", "");
+  for (const char* number : {"1", "x y", "1"}) manual.cmdAdd_Click("Bot", number);
+  manual.SetChecked(2, true);
+  manual.cmdRequest_Click(" ");
+  EXPECT_EQ(stage.Taken(),
+            "! Please enter the servers handle you would like to request the mail from.\n"
+            "! Please enter the mail number you wish to request.\n"
+            "! Please enter your AOL screenname.");
+  manual.cmdRequest_Click("My Name");
+  stage.Wait(1000);
+  EXPECT_EQ(stage.Asked(), "1 x y 1 [Requests sent: 3]");
+  EXPECT_EQ(manual.Rows().size(), 3U);
+  // Closing the window ends its run, and no other.
+  stage.Fill("x.x.");
+  stage.Click();
+  manual.cmdRequest_Click("My Name");
+  manual.Stop();
+  stage.Wait(1000);
+  EXPECT_EQ(stage.Asked(), "1 1 3 [Requests sent: 2]");
+  for (const size_t left : {3U, 2U}) {
+    manual.cmdRemove_Click();
+    EXPECT_EQ(stage.Taken(), "i Remove all checked items?");
+    EXPECT_EQ(manual.Rows().size(), left);
+    stage.answers.push_back("yes");
+  }
+  stage.session.currentRoom.clear();
+  manual.cmdRequest_Click("n");
+  EXPECT_EQ(stage.Taken(), kEnterFirst);
+  manual.cmdClear_Click();
+  manual.cmdRequest_Click("n");
+  EXPECT_EQ(stage.Taken(), "");
+}
+
+TEST(ServerCommands, SayWhatTheBotUnderstands) {
+  using Fields = CommandFields;
+  const auto kCode = &ServerCommands::mnuCommandsRequest_Click;
+  const auto kVerify = &ServerCommands::mnuCommandsVerify_Click;
+  const auto kList = &ServerCommands::mnuCommandsList_Click;
+  const auto kStatus = &ServerCommands::mnuCommandsStatus_Click;
+  const Fields all{"My Name", "c0de", "Mail Bot"};
+  const struct {
+    void (ServerCommands::*command)(const Fields&);
+    Fields fields;
+    std::string journal;
+  } table[] = {
+      {kCode, all, Said("!Mail Bot send My Name accesscode")},
+      {kVerify, all, Said("!Mail Bot verify My Name c0de")},
+      {kVerify, {"", "c", "b"}, Said("!b verify  c")},
+      {kList, all, Said("!Mail Bot send My Name list")},
+      {kStatus, all, Said("!Mail Bot send My Name status")},
+      {kStatus, {"a\nQUIT", "", "b\r"}, Said("!b send aQUIT status")},
+      {kCode, {" ", "c", ""}, kNoName},
+      {kList, {"", "c", "b"}, kNoName},
+      {kStatus, {"", "c", "b"}, kNoName},
+      {kVerify, {"n", " ", ""}, "i You must enter your accesscode for this to work."},
+      {kVerify, {"", "c", " "}, "i You must enter a servers handle for this to work."},
+  };
+  for (const auto& row : table) {
+    TalkStage stage;
+    stage.EnterRoom();
+    (stage.commands.*row.command)(row.fields);
+    EXPECT_EQ(stage.Taken(), row.journal);
+  }
+  TalkStage stage;
+  stage.commands.mnuCommandsList_Click({});
+  EXPECT_EQ(stage.Taken(), "i You must first connect to a server before entering a room.");
+  stage.Register();
+  stage.commands.mnuCommandsList_Click(all);
+  EXPECT_EQ(stage.Taken(), kEnterFirst);
+}
+
+TEST(SendQueue, AsksAboutJoinersWhereThatDisturbsNothing) {
+  TalkStage stage;
+  stage.EnterRoom();
+  const auto joined = [&stage](int count, int pause) {
+    stage.Wait(pause);
+    for (int i = 0; i < count; ++i) stage.Receive(":n" + std::to_string(i) + "!u@h JOIN #room");
+    const std::string taken = stage.Taken();
+    return Split(taken, "> WHOIS").size() - 1;
+  };
+  EXPECT_EQ(joined(30, 0), 1U);
+  EXPECT_EQ(joined(1, 1990), 0U);
+  EXPECT_EQ(joined(1, 10), 1U);
+  stage.Wait(5000);
+  stage.Fill("x.x.");
+  stage.Click();
+  EXPECT_EQ(joined(1, 0), 0U);
+}
+
+}  // namespace
+}  // namespace brindle
