@@ -1,124 +1,208 @@
+// The options: as they are stored, and the page that changes them.
 #include "settings/options.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "settings/data_folder.h"
+#include "settings/options_page.h"
 #include "support/memory_files.h"
+#include "support/stage.h"
 
 namespace brindle {
 namespace {
 
-class OptionsTest : public testing::Test {
- protected:
-  Options Loaded() { return ReadOptions(SettingsText(files.files["f"])); }
-  void Save(const Options& options) {
-    std::vector<Setting> all;
-    AppendOptions(options, all);
-    settings.WriteSettings(all);
+struct OptionsStage : Stage, OptionsPageView {
+  void EnableRequestAccessCode(bool enabled) override { Note(enabled ? "code" : "no code"); }
+  void EnableFindDays(bool enabled) override { Note(enabled ? "days" : "no days"); }
+  void SetTopmost(bool topmost) override { Note(topmost ? "top" : "no top"); }
+  void ShowRoomOnListTab(bool shown) override { Note(shown ? "room" : "no room"); }
+  void SetSoundPath(SoundSlot slot, const std::string& path) override {
+    Note(std::to_string(static_cast<int>(slot)) + " " + path);
   }
+  void ShowTheme() override { Note("theme"); }
+  void ShowColour(ColourSlot slot, Colour shown) override {
+    Note(std::to_string(static_cast<int>(slot)) + " " + ColourText(shown));
+  }
+  std::optional<Colour> PickColour(Colour) override { return std::exchange(picked, {}); }
 
+  Options options;
   MemoryFiles files;
-  SettingsFile settings{files, "f"};
+  SettingsFile settings{files, "ini"};
+  const std::string findsPath = "finds";
+  Finds finds{files, findsPath, options, *this};
+  OptionsPage page{options, settings, *this, files, finds, *this, *this};
+  std::optional<Colour> picked;  // once
 };
 
-TEST_F(OptionsTest, AreStoredUnderTheirCaptionsInOrder) {
-  Save(Loaded());
-  EXPECT_EQ(files.files["f"],
-            "[misc options]\r\n"
-            "Send notices to status window=0\r\n"
-            "Send mesagess to status window=0\r\n"
-            "Scan chat for servers=1\r\n"
-            "Request accesscode if found=0\r\n"
-            "Make window stay on top=0\r\n"
-            "[sound options]\r\n"
-            "Play when someone joins channel=1\r\n"
-            "sound0= \r\n"
-            "Play when someone parts channel=1\r\n"
-            "sound1= \r\n"
-            "Play when notice is recieved=1\r\n"
-            "sound2= c:\\windows\\media\\notify.wav\r\n"
-            "Play when msg is received=1\r\n"
-            "sound3= c:\\windows\\media\\ding.wav\r\n"
-            "Play when server is added=1\r\n"
-            "sound4= c:\\windows\\media\\ding.wav\r\n"
-            "Play on irc server connection=1\r\n"
-            "sound5= c:\\windows\\media\\chimes.wav\r\n"
-            "Play on irc server disconnection=1\r\n"
-            "sound6= c:\\windows\\media\\tada.wav\r\n"
-            "[list options]\r\n"
-            "View channel on list tab=0\r\n"
-            "Deselect selected after requested=1\r\n"
-            "[room options]\r\n"
-            "Include timestamp on chat lines=1\r\n"
-            "Try to enter room upon adding it=1\r\n"
-            "[find options]\r\n"
-            "Clear finds list on program exit=0\r\n"
-            "Remove inactive finds after=0\r\n"
-            "days=1\r\n"
-            "[chat options]\r\n"
-            "Keep digits that stand apart from a colour mark=0\r\n"
-            "[theme options]\r\n"
-            "Keep chat colours readable=1\r\n"
-            "theme=0\r\n");
+std::string Stored(const Options& options) {
+  std::vector<Setting> all;
+  AppendOptions(options, all);
+  SettingsText text("");
+  for (const Setting& setting : all) text.Write(setting);
+  return text.Text();
 }
 
-TEST_F(OptionsTest, EveryBoxComesBackInTheOtherState) {
-  Options turned;
-  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions,
-                                   &kChatOptions, &kThemeOptions}) {
-    for (const OptionBox& box : group->boxes) turned.*box.state = !(turned.*box.state);
+Options Read(const std::string& text) { return ReadOptions(SettingsText(text)); }
+
+TEST(Options, AreStoredUnderTheirCaptionsAndReadBack) {
+  const std::string text =
+      "[misc options]\r\n"
+      "Send notices to status window=0\r\n"
+      "Send mesagess to status window=0\r\n"
+      "Scan chat for servers=1\r\n"
+      "Request accesscode if found=0\r\n"
+      "Make window stay on top=0\r\n"
+      "[sound options]\r\n"
+      "Play when someone joins channel=1\r\n"
+      "sound0= \r\n"
+      "Play when someone parts channel=1\r\n"
+      "sound1= \r\n"
+      "Play when notice is recieved=1\r\n"
+      "sound2= c:\\windows\\media\\notify.wav\r\n"
+      "Play when msg is received=1\r\n"
+      "sound3= c:\\windows\\media\\ding.wav\r\n"
+      "Play when server is added=1\r\n"
+      "sound4= c:\\windows\\media\\ding.wav\r\n"
+      "Play on irc server connection=1\r\n"
+      "sound5= c:\\windows\\media\\chimes.wav\r\n"
+      "Play on irc server disconnection=1\r\n"
+      "sound6= c:\\windows\\media\\tada.wav\r\n"
+      "[list options]\r\n"
+      "View channel on list tab=0\r\n"
+      "Deselect selected after requested=1\r\n"
+      "[room options]\r\n"
+      "Include timestamp on chat lines=1\r\n"
+      "Try to enter room upon adding it=1\r\n"
+      "[find options]\r\n"
+      "Clear finds list on program exit=0\r\n"
+      "Remove inactive finds after=0\r\n"
+      "days=1\r\n"
+      "[chat options]\r\n"
+      "Keep digits that stand apart from a colour mark=0\r\n"
+      "[theme options]\r\n"
+      "Keep chat colours readable=1\r\n"
+      "theme=0\r\n";
+  EXPECT_EQ(Stored(Options()), text);
+  EXPECT_EQ(Stored(Read("")), text);
+  // Each value on its own in another state, each path cleared and another.
+  for (size_t end = text.find("\r\n"); end != std::string::npos; end = text.find("\r\n", end + 1)) {
+    std::string other = text;
+    if (text[end - 1] == '0') other[end - 1] = '1';
+    if (text[end - 1] == '1') other[end - 1] = '0';
+    if (text[end - 1] == ' ') other.insert(end, "/a b/c.wav");
+    if (text[end - 1] == 'v') other.erase(text.rfind(' ', end) + 1, end - text.rfind(' ', end) - 1);
+    EXPECT_EQ(Stored(Read(other)), other);
   }
-  for (SoundOption& sound : turned.sounds) sound.on = false;
-  turned.sounds[0].path = "/a b/c.wav";
-  turned.sounds[6].path = "";
-  turned.findDaysIndex = 29;
-  turned.theme = ThemeChoice::kDark;
-  Save(turned);
-  const Options loaded = Loaded();
-  for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions,
-                                   &kChatOptions, &kThemeOptions}) {
-    for (const OptionBox& box : group->boxes) {
-      EXPECT_EQ(loaded.*box.state, turned.*box.state) << box.caption;
-    }
-  }
-  for (size_t slot = 0; slot < kSoundSlots; ++slot) {
-    EXPECT_FALSE(loaded.sounds[slot].on) << slot;
-    EXPECT_EQ(loaded.sounds[slot].path, turned.sounds[slot].path) << slot;
-  }
-  EXPECT_EQ(loaded.FindDays(), 30);
-  EXPECT_EQ(loaded.theme, ThemeChoice::kDark);
 }
 
-TEST_F(OptionsTest, OddValuesAreReadLeniently) {
-  files.files["f"] =
+TEST(Options, AreReadLeniently) {
+  const Options options = Read(
       "[misc options]\nScan chat for servers=no\nMake window stay on top=-1\n"
       "[find options]\nREMOVE INACTIVE FINDS AFTER=1x\ndays=30\n"
-      "[sound options]\nsound2=\nsound6=  \n"
-      "[theme options]\ntheme=3\n"
-      "[list]\nforecolor=255\nbackcolor=white\n[room]\nforecolor=16777216\nbackcolor= 65280.5\n";
-  const Options options = Loaded();
+      "[sound options]\nsound2=\nsound6=  \n[theme options]\ntheme=3\n");
   EXPECT_FALSE(options.scanChatForServers);
-  EXPECT_TRUE(options.stayOnTop);
-  EXPECT_TRUE(options.removeInactiveFinds);
+  EXPECT_TRUE(options.stayOnTop && options.removeInactiveFinds);
   EXPECT_EQ(options.FindDays(), 2);
+  EXPECT_EQ(Read("[find options]\ndays=29").FindDays(), 30);
   EXPECT_EQ(options.theme, ThemeChoice::kSystem);
+  EXPECT_EQ(Read("[theme options]\ntheme=2").theme, ThemeChoice::kDark);
   EXPECT_EQ(options.sounds[2].path, "c:\\windows\\media\\notify.wav");
   EXPECT_EQ(options.sounds[6].path, "");
-  EXPECT_EQ(options.listForecolor, kPureRed);
-  EXPECT_EQ(options.listBackcolor, kBlack);
-  EXPECT_EQ(options.roomForecolor, kBlack);
-  EXPECT_EQ(options.roomBackcolor, (Colour{0, 255, 0}));
+  const std::pair<const char*, Colour> colours[] = {{"255", kPureRed},
+                                                    {"white", kBlack},
+                                                    {" 65280.5", {0, 255, 0}},
+                                                    {"", kWhite},
+                                                    {"  ", kWhite},
+                                                    {"16777217", kWhite},
+                                                    {"-1", kWhite},
+                                                    {"16777214", {254, 255, 255}}};
+  for (const auto& [stored, colour] : colours) {
+    EXPECT_EQ(Read("[list]\nbackcolor=" + std::string(stored)).listBackcolor, colour) << stored;
+  }
 }
 
-TEST_F(OptionsTest, APickedColourIsStoredAtOnce) {
-  Options options;
-  PickColour(ColourSlot::kRoomForecolor, {1, 2, 3}, options, settings);
-  PickColour(ColourSlot::kListBackcolor, {0, 0, 255}, options, settings);
-  EXPECT_EQ(files.files["f"], "[room]\r\nforecolor=197121\r\n[list]\r\nbackcolor=16711680\r\n");
-  EXPECT_EQ(options.roomForecolor, (Colour{1, 2, 3}));
-  EXPECT_EQ(Loaded().listBackcolor, (Colour{0, 0, 255}));
+TEST(OptionsPage, SomeBoxesActAtOnce) {
+  const struct {
+    const OptionGroup& group;
+    size_t index;
+    bool Options::*state;
+    const char* effects;  // of ticking and of clearing
+  } table[] = {
+      {kMiscOptions, 0, &Options::noticesToStatus, ""},
+      {kMiscOptions, 1, &Options::messagesToStatus, ""},
+      {kMiscOptions, 2, &Options::scanChatForServers, "code\nno code"},
+      {kMiscOptions, 3, &Options::requestAccessCode, ""},
+      {kMiscOptions, 4, &Options::stayOnTop, "top\nno top"},
+      {kChatOptions, 0, &Options::keepDigitsApart, ""},
+      {kThemeOptions, 0, &Options::readableChatColours, "theme\ntheme"},
+      {kFindOptions, 0, &Options::clearFindsOnExit, ""},
+      {kFindOptions, 1, &Options::removeInactiveFinds, "days\nno days"},
+      {kListOptions, 0, &Options::channelOnListTab, "room\nno room"},
+      {kListOptions, 1, &Options::deselectAfterRequested, ""},
+      {kRoomOptions, 0, &Options::timestampChatLines, ""},
+      {kRoomOptions, 1, &Options::enterRoomUponAdding, ""},
+  };
+  OptionsStage stage;
+  for (const auto& row : table) {
+    const char* caption = row.group.boxes[row.index].caption;
+    for (const bool on : {true, false}) {
+      Options expected = stage.options;
+      expected.*row.state = on;
+      stage.page.BoxClicked(row.group, row.index, on);
+      EXPECT_EQ(Stored(stage.options), Stored(expected)) << caption;
+    }
+    EXPECT_EQ(stage.Taken(), row.effects) << caption;
+  }
+  EXPECT_TRUE(stage.files.changes.empty());
+}
+
+TEST(OptionsPage, ClearsTheFindsWhenSure) {
+  OptionsStage stage;
+  stage.page.cmdOptionsFinds_Click();
+  EXPECT_TRUE(stage.files.changes.empty());
+  EXPECT_EQ(stage.Taken(), "! Are you sure you wish to delete your finds list?");
+  stage.answers = {"yes"};
+  stage.page.cmdOptionsFinds_Click();
+  EXPECT_EQ(stage.files.changes, std::vector<std::string>{"remove finds"});
+}
+
+TEST(OptionsPage, ChoosesAndTriesSounds) {
+  OptionsStage stage;
+  stage.files.files = {{"/A/Ding.WAV", ""}, {"/a/low.wav", ""}, {"/A/LOW.wav", ""}};
+  stage.answers = {std::nullopt, "", "/gone.wav", "/A/Ding.WAV", "/A/LOW.wav"};
+  for (int i = 0; i < 5; ++i) stage.page.cmdSoundOpen_Click(SoundSlot::kMessage);
+  // In lower case where that is a file; elsewhere a name in lower case names nothing.
+  const std::string ask = "? Wav Files | *.wav\n";
+  EXPECT_EQ(stage.Taken(), ask + ask + ask + ask + "3 /A/Ding.WAV\n" + ask + "3 /a/low.wav");
+  EXPECT_EQ(stage.options.sounds[3].path, "/a/low.wav");
+  stage.page.chkOptionsSound_Click(SoundSlot::kMessage, false);
+  EXPECT_FALSE(stage.options.sounds[3].on);
+  for (const char* path : {"/a/low.wav", "/gone.wav", "", "/A/Ding.WAV"}) {
+    stage.page.txtOptionsSound_Change(SoundSlot::kMessage, path);
+    stage.page.cmdSoundPlay_Click(SoundSlot::kMessage);
+  }
+  EXPECT_EQ(stage.Taken(), "play /a/low.wav\nplay /A/Ding.WAV");
+}
+
+TEST(OptionsPage, AColourIsStoredAtOnceUnlessCancelled) {
+  OptionsStage stage;
+  for (int slot = 0; slot < 4; ++slot) {
+    stage.page.ColourClicked(static_cast<ColourSlot>(slot));
+    stage.picked = Colour{1, 2, static_cast<std::uint8_t>(slot)};
+    stage.page.ColourClicked(static_cast<ColourSlot>(slot));
+  }
+  EXPECT_EQ(PickedColour(Options(), ColourSlot::kListForecolor), std::nullopt);
+  EXPECT_EQ(PickedColour(stage.options, ColourSlot::kListForecolor), (Colour{1, 2, 0}));
+  EXPECT_EQ(stage.Taken(), "0 513\n1 66049\n2 131585\n3 197121");
+  EXPECT_EQ(stage.files.files["ini"],
+            "[list]\r\nforecolor=513\r\nbackcolor=66049\r\n"
+            "[room]\r\nforecolor=131585\r\nbackcolor=197121\r\n");
+  for (const Options& options : {stage.options, Read(stage.files.files["ini"])}) {
+    EXPECT_EQ(options.listForecolor, (Colour{1, 2, 0}));
+    EXPECT_EQ(options.listBackcolor, (Colour{1, 2, 1}));
+    EXPECT_EQ(options.roomForecolor, (Colour{1, 2, 2}));
+    EXPECT_EQ(options.roomBackcolor, (Colour{1, 2, 3}));
+  }
 }
 
 TEST(DataFolder, IsBesideTheProgramOnlyWhereThatWorks) {

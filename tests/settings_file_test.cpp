@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "base/text.h"
+#include "base/encoding.h"
 #include "support/memory_files.h"
 
 namespace brindle {
@@ -15,20 +15,14 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string Repeated(std::string_view piece, size_t times) {
-  std::string text;
-  while (times-- > 0) text += piece;
-  return text;
-}
-
-struct ReadCase {
-  const char* what;
-  std::string text;
-  std::string value;  // of key "k" in section "s"
-};
-
 TEST(SettingsText, ReadsWhatOtherProgramsWrite) {
-  const ReadCase cases[] = {
+  std::string longest;
+  while (longest.size() < 2 * 999) longest += "\u00E4";
+  const struct {
+    const char* what;
+    std::string text;
+    std::string value;  // of key "k" in section "s"
+  } cases[] = {
       {"plain", "[s]\r\nk=v\r\n", "v"},
       {"LF", "[s]\nk=v\n", "v"},
       {"CR", "[s]\rk=v\r", "v"},
@@ -43,7 +37,7 @@ TEST(SettingsText, ReadsWhatOtherProgramsWrite) {
       {"one pair only", "[s]\r\nk=\"\"v\"\"\r\n", "\"v\""},
       {"quotes that do not match", "[s]\r\nk=\"v'\r\n", "\"v'"},
       {"one quote", "[s]\r\nk=\"\r\n", "\""},
-      {"blanks only", "[s]\r\nk= \r\n", " "},
+      {"blanks only", "[s]\r\nk= \r\n", ""},
       {"empty", "[s]\r\nk=\r\n", ""},
       {"equals sign in the value", "[s]\r\nk=a=b\r\n", "a=b"},
       {"semicolon in the value", "[s]\r\nk=a ;b\r\n", "a ;b"},
@@ -57,22 +51,18 @@ TEST(SettingsText, ReadsWhatOtherProgramsWrite) {
       {"section cut off, others after it", "[s]\r\n[t\r\nk=v\r\n", "v"},
       {"key cut off", "[s]\r\nk", ""},
       {"NUL", "[s]\r\nk=a\0b\r\n"s, "a"},
-      {"999 characters", "[s]\r\nk=" + Repeated("\u00E4", 999), Repeated("\u00E4", 999)},
-      {"1000 characters", "[s]\r\nk=" + Repeated("\u00E4", 1000), Repeated("\u00E4", 999)},
+      {"999 characters", "[s]\r\nk=" + longest, longest},
+      {"1000 characters", "[s]\r\nk=" + longest + "x", longest},
       {"nothing", "", ""},
   };
-  for (const ReadCase& c : cases) EXPECT_EQ(ReadSettingText(c.text, "s", "k"), c.value) << c.what;
+  for (const auto& c : cases) EXPECT_EQ(ReadSettingText(c.text, "s", "k"), c.value) << c.what;
 }
 
-struct WriteCase {
-  const char* what;
-  std::string before;
-  std::string value;
-  std::string after;
-};
-
 TEST(SettingsText, WritesOneLineAndKeepsTheRest) {
-  const WriteCase cases[] = {
+  const struct {
+    const char* what;
+    std::string before, value, after;
+  } cases[] = {
       {"new file", "", "v", "[s]\r\nk=v\r\n"},
       {"in place", "; a\n[s]\nK = old ; b\nx=1\n", "v", "; a\n[s]\nK =v\nx=1\n"},
       {"first of two", "[s]\r\nk=1\r\nk=2\r\n[s]\r\nk=3\r\n", "v",
@@ -85,11 +75,11 @@ TEST(SettingsText, WritesOneLineAndKeepsTheRest) {
        "\xEF\xBB\xBF[s]\r\nx=\xE9\r\nk=\u00E9\r\n"},
       {"quotes", "[s]\r\n", "\"a\"", "[s]\r\nk=\"\"a\"\"\r\n"},
       {"blanks around", "[s]\r\n", " a ", "[s]\r\nk=\" a \"\r\n"},
-      {"blanks only", "[s]\r\n", "  ", "[s]\r\nk=  \r\n"},
+      {"blanks only", "[s]\r\n", "  ", "[s]\r\nk=\"  \"\r\n"},
       {"value with a line of its own", "[s]\r\n", "a\r\n[t]\r\nk=b", "[s]\r\nk=a\r\n"},
       {"emptied", "[s]\r\nk=a\r\n", "", "[s]\r\nk=\r\n"},
   };
-  for (const WriteCase& c : cases) {
+  for (const auto& c : cases) {
     EXPECT_EQ(WriteSettingText(c.before, "s", "k", c.value), c.after) << c.what;
   }
 }
@@ -117,70 +107,59 @@ TEST(SettingsFile, DefaultStandsInForWhatIsMissingOrEmpty) {
   files.files["f"] = "[s]\r\nk=\r\nblank= \r\n";
   EXPECT_EQ(settings.ReadSetting("s", "k", "d"), "d");
   EXPECT_EQ(settings.ReadSetting("s", "k"), "");
-  EXPECT_EQ(settings.ReadSetting("s", "blank", "d"), " ");
+  EXPECT_EQ(settings.ReadSetting("s", "blank", "d"), "d");
+  EXPECT_EQ(SettingsText(files.files["f"]).Read("s", "blank", "d", ValueForm::kPlain), " ");
   EXPECT_TRUE(settings.WriteSetting("s", "k", "v"));
   EXPECT_EQ(settings.ReadSetting("S", "K", "d"), "v");
 }
 
-TEST(SettingsFile, SeveralSettingsAreOneReplacement) {
+TEST(SettingsFile, IsReplacedOnceAndOnlyWhenItCouldBeRead) {
   MemoryFiles files;
   SettingsFile settings(files, "f");
   settings.WriteSettings({{"s", "a", "1"}, {"t", "a", " 2", ValueForm::kPlain}, {"s", "b", "3"}});
-  EXPECT_EQ(files.files["f"], "[s]\r\na=1\r\nb=3\r\n[t]\r\na= 2\r\n");
+  const std::string written = "[s]\r\na=1\r\nb=3\r\n[t]\r\na= 2\r\n";
+  EXPECT_EQ(files.files["f"], written);
   EXPECT_EQ(files.changes.size(), 1U);
-}
-
-TEST(SettingsFile, LeavesAFileAloneThatItCannotRead) {
-  MemoryFiles files;
-  files.files["f"] = "[s]\r\nprecious=1\r\n";
   files.unreadable = {"f"};
-  EXPECT_EQ(ReadSetting(files, "s", "precious", "d", "f"), "d");
-  EXPECT_FALSE(WriteSetting(files, "s", "k", "v", "f"));
-  EXPECT_EQ(files.files["f"], "[s]\r\nprecious=1\r\n");
+  EXPECT_EQ(settings.ReadSetting("s", "a", "d"), "d");
+  EXPECT_FALSE(settings.WriteSetting("s", "k", "v"));
+  EXPECT_EQ(files.files["f"], written);
 }
 
 // Random files and values made of what matters to the format.
-class Generator {
- public:
-  explicit Generator(unsigned seed) : random_(seed) {}
-
-  std::string Text(size_t most) {
-    static const std::string kPieces[] = {
-        "[", "]",  "=",       ";", " ", "\t",   "\r\n",   "\n",    "\r",     "\"",  "'",
-        "k", "K=", "\n[s]\n", "l", "s", "\xE9", "\u20AC", "[t]\n", "\nk=\"", "\n[S"};
-    std::string text;
-    for (size_t n = Below(most + 1); n > 0; --n) text += kPieces[Below(std::size(kPieces))];
-    return text;
-  }
-  size_t Below(size_t end) { return std::uniform_int_distribution<size_t>(0, end - 1)(random_); }
-
- private:
-  std::mt19937 random_;
-};
-
 TEST(SettingsText, AnyValueReadsBackAndDisturbsNoOther) {
+  constexpr int kRounds = 8000;
+  const char* const pieces[] = {"[",  "]",  "=",    ";",      " ",     "\t",     "\r\n",
+                                "\n", "\r", "\"",   "'",      "k",     "K=",     "\n[s]\n",
+                                "l",  "s",  "\xE9", "\u20AC", "[t]\n", "\nk=\"", "\n[S"};
   const std::string sections[] = {"s", "t", "new"};
   const std::string keys[] = {"k", "l", "other"};
-  for (unsigned seed = 0; seed < 20000; ++seed) {
-    Generator generator(seed);
-    const std::string before = generator.Text(30);
-    const std::string& section = sections[generator.Below(3)];
-    const std::string& key = keys[generator.Below(3)];
-    std::string value = generator.Text(6);
-    // Only a value in UTF-8 can read back as it was.
-    std::erase(value, '\xE9');
-    const std::string after = WriteSettingText(before, section, key, value);
-
-    const std::string oneLine = value.substr(0, value.find_first_of("\r\n"));
-    ASSERT_EQ(ReadSettingText(after, section, key), oneLine) << "seed " << seed;
+  std::mt19937 random(1);
+  const auto below = [&random](size_t end) { return random() % end; };
+  const auto text = [&](size_t most) {
+    std::string made;
+    for (size_t n = below(most + 1); n > 0; --n) made += pieces[below(std::size(pieces))];
+    return made;
+  };
+  for (int round = 0; round < kRounds; ++round) {
+    const std::string bytes = text(30);
+    const Setting setting{sections[below(3)], keys[below(3)], text(6)};
+    const std::string line = setting.value.substr(0, setting.value.find_first_of("\r\n"));
+    if (!IsValidUtf8(line)) continue;  // only a value in UTF-8 can read back as it was
+    const SettingsText before(bytes);
+    SettingsText changed = before;
+    changed.Write(setting);
+    const SettingsText after(changed.Text());
     for (const std::string& s : sections) {
       for (const std::string& k : keys) {
-        if (s == section && k == key) continue;
-        ASSERT_EQ(ReadSettingText(after, s, k), ReadSettingText(before, s, k)) << "seed " << seed;
+        const bool written = s == setting.section && k == setting.key;
+        ASSERT_EQ(after.Read(s, k), written ? line : before.Read(s, k)) << bytes << "\n" << line;
       }
     }
     // A second writing of the same changes nothing.
-    ASSERT_EQ(WriteSettingText(after, section, key, value), after) << "seed " << seed;
+    changed = after;
+    changed.Write(setting);
+    ASSERT_EQ(changed.Text(), after.Text()) << bytes << "\n" << line;
   }
 }
 

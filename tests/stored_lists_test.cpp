@@ -26,7 +26,6 @@ class StoredLists : public testing::Test {
     files.files["f"] = text;
     return LoadChannels(files, "f").entries;
   }
-
   Texts ServersFrom(const std::string& text) {
     files.files["f"] = text;
     Texts entries;
@@ -35,7 +34,6 @@ class StoredLists : public testing::Test {
     }
     return entries;
   }
-
   std::vector<Find> FindsFrom(const std::string& text, std::optional<int> days = std::nullopt) {
     files.files["f"] = text;
     return LoadFinds(files, "f", DayFromText("2026-11-21"), days).entries;
@@ -44,32 +42,31 @@ class StoredLists : public testing::Test {
   MemoryFiles files;
 };
 
-TEST_F(StoredLists, ChannelsAreTheFieldsThatBeginWithANumberSign) {
-  EXPECT_EQ(ChannelsFrom(kHeader + "#mailroom\r\n#b\r\n#mailroom\r\n"),
-            (Texts{"#mailroom", "#b", "#mailroom"}));
-  EXPECT_EQ(ChannelsFrom("\xEF\xBB\xBF#a\nmailroom\n #b\n#c,#d\r#e"),
-            (Texts{"#a", "#c", "#d", "#e"}));
-  EXPECT_EQ(ChannelsFrom("#caf\xE9\r\n#\u00E4\r\n"), (Texts{"#caf\u00E9", "#\u00E4"}));
-  EXPECT_EQ(ChannelsFrom("\xFF\xFE#\0a\0\n\0#\0\xE4\0"s), (Texts{"#a", "#\u00E4"}));
-  EXPECT_EQ(ChannelsFrom("\xFE\xFF\0#\0b"s), Texts{"#b"});
-  EXPECT_EQ(ChannelsFrom(""), Texts{});
-  EXPECT_EQ(ChannelsFrom("#a\0#b\r\n"s), (Texts{"#a", "#b"}));
-}
-
-TEST_F(StoredLists, ServersAreHostAndNumericPort) {
-  EXPECT_EQ(ServersFrom(kHeader + "host:6667\r\nHost:7000\r\nhost:6667\r\n"),
-            (Texts{"host 6667", "Host 7000", "host 6667"}));
-  EXPECT_EQ(ServersFrom("host:abc\nhost\nhost:\n/host:6667\na:b:1\n::\n2001:db8::1\n \n"), Texts{});
-  EXPECT_EQ(ServersFrom("a: 7 \nb:-5\nc:6667.5\n:9\nd:1,e:2"),
-            (Texts{"a 7", "b -5", "c 6668", " 9", "d 1", "e 2"}));
-  // The host survives a port beyond 16 bits, the port does not.
-  EXPECT_EQ(ServersFrom("a:32767\nb:32768\nc:-32769\nd:" + std::string(400, '9') + "\ne:1\n"),
-            (Texts{"a 32767", "b 0", "c 0", "d 0", "e 1"}));
+TEST_F(StoredLists, RoomsAndServersAreTheFieldsThatLookLikeThem) {
+  const std::pair<std::string, Texts> rooms[] = {
+      {kHeader + "#mailroom\r\n#b\r\n#mailroom\r\n", {"#mailroom", "#b", "#mailroom"}},
+      {"\xEF\xBB\xBF#a\nmailroom\n #b\n#c,#d\r#e", {"#a", "#c", "#d", "#e"}},
+      {"#caf\xE9\r\n#\u00E4\r\n", {"#caf\u00E9", "#\u00E4"}},
+      {"\xFF\xFE#\0a\0\n\0#\0\xE4\0"s, {"#a", "#\u00E4"}},
+      {"\xFE\xFF\0#\0b"s, {"#b"}},
+      {"#a b\n#c\td\n", {"#a", "#c"}},
+      {"", {}},
+      {"#a\0#b\r\n"s, {"#a", "#b"}},
+  };
+  for (const auto& [text, entries] : rooms) EXPECT_EQ(ChannelsFrom(text), entries) << text;
+  const std::pair<std::string, Texts> servers[] = {
+      {kHeader + "host:6667\r\nHost:7000\r\nhost:6667\r\n",
+       {"host 6667", "Host 7000", "host 6667"}},
+      {"host:abc\nhost\nhost:\n/host:6667\na:b:1\n::\n2001:db8::1\n \n", {}},
+      {"a: 7 \nb:-5\nc:6667.5\n:9\nd:1,e:2", {"a 7", "b -5", "c 6668", " 9", "d 1", "e 2"}},
+      // The host survives a port beyond 16 bits, the port does not.
+      {"a:32767\nb:32768\nc:-32769\nd:" + std::string(400, '9') + "\ne:1\nf:-32768",
+       {"a 32767", "b 0", "c 0", "d 0", "e 1", "f -32768"}},
+  };
+  for (const auto& [text, entries] : servers) EXPECT_EQ(ServersFrom(text), entries) << text;
 }
 
 TEST_F(StoredLists, FilesAreWrittenByteForByte) {
-  EXPECT_TRUE(SaveChannels(files, {}, "f"));
-  EXPECT_EQ(files.files["f"], kHeader);
   EXPECT_TRUE(SaveChannels(files, {"#b", "#a", "#x\r\n#injected"}, "f"));
   EXPECT_EQ(files.files["f"], kHeader + "#b\r\n#a\r\n#x\r\n");
   EXPECT_TRUE(SaveServers(files, {{"host", 6667}, {"b", 40000}}, "g"));
@@ -125,11 +122,7 @@ TEST_F(StoredLists, DatesAreIsoOrNothing) {
       {"26-11-21", 0},   {"", 0},           {"2026-1-2", 0},    {"-026-11-21", 0},
   };
   for (const auto& [text, day] : cases) EXPECT_EQ(DayFromText(text), day) << text;
-  for (DayNumber day = -800000; day < 800000; day += 997) {
-    if (DayText(day).size() == 10 && DayText(day)[0] != '-') {
-      ASSERT_EQ(DayFromText(DayText(day)), day);
-    }
-  }
+  EXPECT_EQ(DayText(-719162) + DayText(19782), "0001-01-012024-02-29");
   std::tm moment{};
   moment.tm_year = 126;
   moment.tm_mon = 10;

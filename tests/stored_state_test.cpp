@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,10 +21,9 @@ class StoredStateTest : public testing::Test {
 };
 
 TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
-  files.files = {{paths.settings,
-                  "; mine\r\n[list]\r\nforecolor=255\r\n[screen name]\r\nlast "
-                  "used= My Name\r\n"},
-                 {paths.finds, ""}};
+  const std::string before =
+      "; mine\r\n[list]\r\nforecolor=255\r\n[screen name]\r\nlast used= My Name\r\n";
+  files.files = {{paths.settings, before}, {paths.finds, ""}};
   StoredState state = Load();
   state.nick = "joe";
   state.alternateNick = "joe2";
@@ -39,10 +37,8 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
                                   "replace /d/channels.txt", "replace /d/brindle.ini"}));
   // The colours are stored when they are picked, and the screen name never is.
   const std::string& ini = files.files[paths.settings];
-  EXPECT_TRUE(
-      ini.starts_with("; mine\r\n[list]\r\nforecolor=255\r\n[screen name]\r\nlast used= "
-                      "My Name\r\n[nicks]\r\npreferred=joe\r\nalternate=joe2\r\n[server]"
-                      "\r\nlast used=1\r\n[misc options]\r\n"))
+  EXPECT_TRUE(ini.starts_with(before + "[nicks]\r\npreferred=joe\r\nalternate=joe2\r\n"
+                                       "[server]\r\nlast used=1\r\n[misc options]\r\n"))
       << ini;
 
   state = Load();
@@ -61,15 +57,10 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
 
 TEST_F(StoredStateTest, OnlyARowThatExistsIsSelected) {
   files.files[paths.servers] = "h:1\ni:2\n";
-  const std::pair<const char*, std::optional<size_t>> cases[] = {
-      {"1", 1},
-      {"2", std::nullopt},
-      {"-1", std::nullopt},
-      {"-2", std::nullopt},
-      {"x", 0},
-      {"99999999999999999999", std::nullopt}};
+  const std::pair<std::string, std::optional<size_t>> cases[] = {
+      {"1", 1}, {"x", 0}, {"2", {}}, {"-1", {}}, {"-2", {}}, {"99999999999999999999", {}}};
   for (const auto& [stored, row] : cases) {
-    files.files[paths.settings] = "[server]\nlast used=" + std::string(stored) + "\n";
+    files.files[paths.settings] = "[server]\nlast used=" + stored;
     EXPECT_EQ(Load().lastServer, row) << stored;
   }
 }
@@ -77,9 +68,7 @@ TEST_F(StoredStateTest, OnlyARowThatExistsIsSelected) {
 TEST_F(StoredStateTest, WhatWasNotReadIsNotWrittenOver) {
   EXPECT_TRUE(SaveState(files, paths, {}));
   files.files = {{paths.settings, "[x]\n"}, {paths.channels, "#a\n"}, {paths.servers, "h:1\n"}};
-  for (const std::string& path : {paths.settings, paths.channels, paths.servers}) {
-    files.unreadable.insert(path);
-  }
+  files.unreadable = {paths.settings, paths.channels, paths.servers};
   const StoredState state = Load();
   files.unreadable.clear();
   EXPECT_TRUE(SaveState(files, paths, state));

@@ -58,7 +58,8 @@ void ReadSounds(const SettingsText& settings, Options& options) {
   for (size_t slot = 0; slot < kSoundSlots; ++slot) {
     SoundOption& sound = options.sounds[slot];
     sound.on = ReadState(settings, kSoundSection, kSoundCaptions[slot], sound.on);
-    sound.path = TrimBlanks(settings.Read(kSoundSection, SoundKey(slot), sound.path));
+    sound.path =
+        TrimBlanks(settings.Read(kSoundSection, SoundKey(slot), sound.path, ValueForm::kPlain));
   }
 }
 

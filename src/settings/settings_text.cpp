@@ -41,9 +41,9 @@ std::string_view FirstCharacters(std::string_view text, size_t most) {
   return text.substr(0, OffsetOfCharacter(text, most));
 }
 
-std::string ValueOf(std::string_view written) {
+std::string ValueOf(std::string_view written, ValueForm form) {
   written = FirstLine(written);
-  if (!IsBlank(written)) {
+  if (form == ValueForm::kReadsBack || !IsBlank(written)) {
     written = Trim(written);
     if (written.size() >= 2 && written.front() == written.back() &&
         (written.front() == '"' || written.front() == '\'')) {
@@ -57,7 +57,7 @@ std::string Written(std::string_view value, ValueForm form) {
   value = FirstLine(value);
   std::string plain(value);
   const std::string first(FirstCharacters(value, SettingsText::kLongestValue));
-  if (form == ValueForm::kPlain || ValueOf(plain) == first) return plain;
+  if (form == ValueForm::kPlain || ValueOf(plain, form) == first) return plain;
   return '"' + plain + '"';
 }
 
@@ -108,8 +108,8 @@ void SettingsText::Index() {
 }
 
 std::string SettingsText::Read(std::string_view section, std::string_view key,
-                               std::string_view otherwise) const {
-  std::string value = ValueIn(section, key);
+                               std::string_view otherwise, ValueForm form) const {
+  std::string value = ValueIn(section, key, form);
   return value.empty() ? std::string(otherwise) : value;
 }
 
@@ -118,13 +118,14 @@ long long SettingsText::ReadNumber(std::string_view section, std::string_view ke
   return LeadingNumber(Read(section, key, otherwise));
 }
 
-std::string SettingsText::ValueIn(std::string_view section, std::string_view key) const {
+std::string SettingsText::ValueIn(std::string_view section, std::string_view key,
+                                  ValueForm form) const {
   const auto found = sections_.find(Name(section));
   if (found == sections_.end()) return "";
   const auto line = found->second.keys.find(Name(key));
   if (line == found->second.keys.end()) return "";
   const std::string_view text = lines_[line->second].text;
-  return ValueOf(text.substr(text.find('=') + 1));
+  return ValueOf(text.substr(text.find('=') + 1), form);
 }
 
 void SettingsText::Write(const Setting& setting) {

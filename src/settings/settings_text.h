@@ -13,7 +13,7 @@ namespace brindle {
 
 enum class ValueForm {
   kReadsBack,  // put into quotes where reading would change the value otherwise
-  kPlain,      // written as it is; blanks around it are lost on reading
+  kPlain,      // written as it is; nothing but blanks is a value, as of a path that was cleared
 };
 
 // One value on its way into the file.
@@ -33,10 +33,10 @@ class SettingsText {
   // values that are not valid UTF-8 are read as Windows-1252.
   explicit SettingsText(std::string_view bytes);
 
-  // The value, without blanks and one pair of quotes around it; a value of nothing but blanks is
-  // kept as it is. `otherwise` stands in for a value that is missing or empty.
-  std::string Read(std::string_view section, std::string_view key,
-                   std::string_view otherwise = "") const;
+  // The value, without blanks and one pair of quotes around it. `otherwise` stands in for a value
+  // that is missing or empty.
+  std::string Read(std::string_view section, std::string_view key, std::string_view otherwise = "",
+                   ValueForm form = ValueForm::kReadsBack) const;
   // As a number: the leading numeric part, 0 when there is none.
   long long ReadNumber(std::string_view section, std::string_view key,
                        std::string_view otherwise) const;
@@ -48,7 +48,7 @@ class SettingsText {
   std::string Text() const;
 
  private:
-  std::string ValueIn(std::string_view section, std::string_view key) const;
+  std::string ValueIn(std::string_view section, std::string_view key, ValueForm form) const;
 
   struct Line {
     std::string text;

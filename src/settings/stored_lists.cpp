@@ -50,13 +50,19 @@ void AppendLine(std::string& text, std::string_view line) {
   text += kCrLf;
 }
 
+// A room's name ends where a line of the protocol would take it to end.
+std::string RoomName(std::string_view field) {
+  const auto ends = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+  return {field.begin(), std::find_if(field.begin(), field.end(), ends)};
+}
+
 }  // namespace
 
 Loaded<std::string> LoadChannels(const Files& files, const std::string& path, EventPump* events) {
   const Loaded<std::string> fields = LoadFields(files, path);
   Loaded<std::string> rooms{fields.result, {}};
   for (const std::string& field : fields.entries) {
-    if (field.starts_with('#')) rooms.entries.push_back(field);
+    if (field.starts_with('#')) rooms.entries.push_back(RoomName(field));
     if (events != nullptr) events->LetEventsRun(0);
   }
   return rooms;
