@@ -7,8 +7,7 @@
 #include <deque>
 #include <string>
 
-#include "mail/requests.h"
-#include "support/chat_stage.h"
+#include "support/talk_stage.h"
 
 namespace brindle {
 namespace {
@@ -56,6 +55,15 @@ struct SimulatedServer {
   }
 };
 
+// A stage in whose list every other row is checked, and asked for.
+void AskFor(size_t mails, TalkStage& stage) {
+  std::string checks;
+  while (checks.size() < 2 * mails) checks += "x.";
+  stage.EnterRoom();
+  stage.Fill(checks);
+  stage.Click();
+}
+
 TEST(ServerPace, FollowsTheServerAndLeavesRoomForTheUser) {
   constexpr TickCount kNever = 1'000'000;
   const struct {
@@ -75,16 +83,11 @@ TEST(ServerPace, FollowsTheServerAndLeavesRoomForTheUser) {
   };
   for (const auto& row : table) {
     SCOPED_TRACE(row.name);
-    ChatStage stage;
-    stage.EnterRoom();
-    MailList list;
-    for (int i = 1; i <= 601; ++i) list.Append(std::to_string(i), "");
-    for (size_t i = 0; i < 600; i += 2) list.SetChecked(i, true);
-    Requests requests{list, stage.stack, stage.voice, stage.options, stage};
+    TalkStage stage;
     SimulatedServer server{row.burst, row.interval, row.way};
     server.last = stage.ticks;
     const TickCount start = stage.ticks;
-    requests.cmdRequest_Click("name", "bot");
+    AskFor(300, stage);
     for (TickCount now = 0; !stage.stack.IsIdle() && now < kNever; now = stage.ticks - start) {
       // The user types now and then, also while the pace is being found.
       if (now % 2900 < 10 && now > 0) stage.outgoing.cmdSend_Click("typed", 1);
@@ -105,26 +108,16 @@ TEST(ServerPace, FollowsTheServerAndLeavesRoomForTheUser) {
 }
 
 TEST(ServerPace, ShortRunsLookAsTheyAlwaysDid) {
-  ChatStage stage;
-  stage.EnterRoom();
-  MailList list;
-  for (int i = 1; i <= 41; ++i) list.Append(std::to_string(i), "");
-  for (size_t i = 0; i < 40; i += 2) list.SetChecked(i, true);
-  Requests requests{list, stage.stack, stage.voice, stage.options, stage};
-  requests.cmdRequest_Click("name", "bot");
+  TalkStage stage;
+  AskFor(20, stage);
   stage.Wait(10'000);
   EXPECT_EQ(stage.sentAt.size(), 20U);
   EXPECT_EQ(Split(stage.Taken(), "PING").size(), 1U);
 }
 
 TEST(ServerPace, WaitsForAServerThatIsSilentAndSaysSo) {
-  ChatStage stage;
-  stage.EnterRoom();
-  MailList list;
-  for (int i = 1; i <= 100; ++i) list.Append(std::to_string(i), "");
-  for (size_t i = 0; i < 99; i += 2) list.SetChecked(i, true);
-  Requests requests{list, stage.stack, stage.voice, stage.options, stage};
-  requests.cmdRequest_Click("name", "bot");
+  TalkStage stage;
+  AskFor(50, stage);
   stage.Wait(59'000);
   EXPECT_LE(stage.sentAt.size(), 8U);
   stage.Taken();
@@ -135,7 +128,7 @@ TEST(ServerPace, WaitsForAServerThatIsSilentAndSaysSo) {
   stage.Receive(":srv PONG srv :brindle1");
   stage.connection.wsChat_Error("gone");
   stage.Wait(10);
-  EXPECT_EQ(list.CheckedCount(), 49U);
+  EXPECT_EQ(stage.list.CheckedCount(), 49U);
 }
 
 }  // namespace
