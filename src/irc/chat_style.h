@@ -2,6 +2,7 @@
 // How chat lines begin.
 
 #include <string>
+#include <string_view>
 
 #include "base/clock.h"
 #include "settings/options.h"
@@ -16,5 +17,8 @@ struct ChatStyle {
 
 // CR LF, and "[3:07pm] " in colours when chat lines carry the time; with room for `more` bytes.
 std::string ChatLineStart(const ChatStyle& style, size_t more = 0);
+
+// The length of the time that begins a shown line ("[3:07pm] "), 0 where none does.
+size_t TimeLength(std::string_view line);
 
 }  // namespace brindle

@@ -1,0 +1,83 @@
+// What is found in a line of chat: nicks, times and web addresses.
+#include <gtest/gtest.h>
+
+#include "base/text.h"
+#include "irc/chat_style.h"
+#include "irc/link_finder.h"
+#include "irc/nick_words.h"
+
+namespace brindle {
+namespace {
+
+TEST(ChatWords, FindsANickAsAWordOnly) {
+  for (const char* said : {"bob", "hi BOB!", "<bob> x", "a bobbob bob",
+                           "\003"
+                           "4bob:"}) {
+    EXPECT_TRUE(Mentions(said, "Bob")) << said;
+  }
+  for (const char* said : {"", "bobby", "bob_", "xbob", "b ob", "bob-",
+                           "\xC3\xA4"
+                           "bob"}) {
+    EXPECT_FALSE(Mentions(said, "bob")) << said;
+  }
+  EXPECT_FALSE(Mentions("a  b", ""));
+}
+
+TEST(ChatWords, CompletesNicksInTurn) {
+  const std::vector<std::string> names = {"@Mailo", "+mail", "bob", "MAIZE"};
+  struct Case {
+    const char* typed;  // "|" is the cursor
+    const char* after;  // what each Tab makes of it
+  };
+  for (const auto& [typed, after] : {Case{"mai|", "mail: |;Mailo: |;MAIZE: |;mai|;mail: |"},
+                                     {"hi B|", "hi bob |;hi B|"},
+                                     {"/msg bo| you", "/msg bob |you"},
+                                     {"x|", ""},
+                                     {"bob |", ""},
+                                     {"|bob", ""}}) {
+    NickCompletion completion;
+    const std::string_view text = typed;
+    NickCompletion::Typed line{RemoveChars(text, "|"), text.find('|')};
+    for (const std::string_view wanted : Split(after, ";")) {
+      const auto next = completion.Next(line, names);
+      ASSERT_EQ(next.has_value(), !wanted.empty()) << typed;
+      if (!next) break;
+      line = *next;
+      EXPECT_EQ(line.text.substr(0, line.cursor) + "|" + line.text.substr(line.cursor), wanted);
+    }
+  }
+}
+
+TEST(ChatWords, FindsTheTimeOfALine) {
+  EXPECT_EQ(TimeLength("[3:07pm] <a> b"), 9u);
+  EXPECT_EQ(TimeLength("[12:59am] "), 10u);
+  for (const char* line : {"", "[3:07pm]", "[3:07xm] ", "[a:07pm] ", "3:07pm] x", "[123:07pm] "}) {
+    EXPECT_EQ(TimeLength(line), 0u) << line;
+  }
+}
+
+TEST(ChatWords, FindsWebAddresses) {
+  struct Case {
+    const char* line;
+    const char* links;  // a blank between each two
+  };
+  for (const auto& [line, links] :
+       {Case{"see http://a.example/l?x=1#y, or HTTPS://b.example.",
+             "http://a.example/l?x=1#y HTTPS://b.example"},
+        {"(http://a.example/f_(x)) \"https://b.example\"",
+         "http://a.example/f_(x) https://b.example"},
+        {"<http://a.example>http://b.example", "http://a.example http://b.example"},
+        {"file:///etc javascript://x ftp://a irc://b :// http:// https://...", ""},
+        {"xhttp://a.example", "http://a.example"}}) {
+    std::string found;
+    const std::string_view text = line;
+    for (const LinkRange& link : FindLinks(text)) {
+      found +=
+          (found.empty() ? "" : " ") + std::string(text.substr(link.begin, link.end - link.begin));
+    }
+    EXPECT_EQ(found, links);
+  }
+}
+
+}  // namespace
+}  // namespace brindle
