@@ -31,6 +31,7 @@ StoredState LoadState(const Files& files, const DataPaths& paths, EventPump* eve
   state.rooms = std::move(rooms.entries);
   state.servers = std::move(servers.entries);
   state.options = ReadOptions(settings);
+  state.window = ReadWindowPlace(settings);
   state.results.settings = bytes         ? LoadResult::kLoaded
                            : hasSettings ? LoadResult::kUnreadable
                                          : LoadResult::kMissing;
@@ -59,6 +60,7 @@ bool SaveState(Files& files, const DataPaths& paths, const StoredState& state) {
   if (writeSettings) {
     std::vector<Setting> options;
     AppendOptions(state.options, options);
+    AppendWindowPlace(state.window, options);
     saved &= WriteSettings(files, options, paths.settings);
   }
   if (state.options.clearFindsOnExit) saved &= files.Remove(paths.finds);

@@ -12,6 +12,7 @@
 #include "settings/data_folder.h"
 #include "settings/options.h"
 #include "settings/stored_lists.h"
+#include "settings/window_place.h"
 
 namespace brindle {
 
@@ -22,6 +23,7 @@ struct StoredState {
   std::vector<std::string> rooms;
   std::vector<IrcServer> servers;
   Options options;
+  WindowPlace window;
 
   // How reading went. What could not be read is not written over, and neither is a state that was
   // never read.
