@@ -5,6 +5,9 @@
 #include <cmath>
 
 #include "base/utf8.h"
+#include "irc/chat_style.h"
+#include "irc/link_finder.h"
+#include "ui/look.h"
 #include "ui/qt_text.h"
 #include "ui/readable_colour.h"
 #include "ui/utf16_offsets.h"
@@ -18,6 +21,10 @@ constexpr size_t kCutBytes = 64;
 // More than any screen shows, so that a page is never laid out twice.
 constexpr size_t kCacheSegments = 400;
 constexpr int kSegmentBits = 24;
+constexpr double kLineHeight = 1.3;  // of the font's own
+// Rows behind the time are at least this many times as long as the time.
+constexpr int kLeastRows = 3;
+constexpr size_t kShortestRule = 20;  // hyphens
 
 QString ShownText(std::string_view text) {
   QString shown = ToQString(text);
@@ -45,9 +52,10 @@ ChatLayout::~ChatLayout() = default;
 void ChatLayout::SetFont(const QFont& font) {
   const QFontMetricsF metrics(font);
   font_ = font;
-  ascent_ = static_cast<int>(std::ceil(metrics.ascent()));
-  rowHeight_ =
-      std::max(1, static_cast<int>(std::ceil(std::max(metrics.height(), metrics.lineSpacing()))));
+  const double natural = std::max(metrics.height(), metrics.lineSpacing());
+  rowHeight_ = std::max(1, static_cast<int>(std::ceil(kLineHeight * natural)));
+  const int above = (rowHeight_ - static_cast<int>(std::ceil(natural))) / 2;
+  ascent_ = above + static_cast<int>(std::ceil(metrics.ascent()));
   Forget();
 }
 
@@ -172,6 +180,7 @@ std::unique_ptr<ChatLayout::LaidOut> ChatLayout::MakeLayout(Segment segment, siz
     }
     runBegin = runEnd;
   }
+  AddLinks(*laid, segment.line, formats);
 
   QTextLayout& layout = laid->layout;
   QTextOption option;
@@ -183,15 +192,52 @@ std::unique_ptr<ChatLayout::LaidOut> ChatLayout::MakeLayout(Segment segment, siz
   layout.setFormats(formats);
   layout.setCacheEnabled(true);
   layout.beginLayout();
+  const int hang = HangOf(segment.line);
   int row = 0;
   for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-    line.setLineWidth(width_);
+    const int left = segment.index == 0 && row == 0 ? 0 : hang;
+    line.setLineWidth(width_ - left);
     // Fonts that stand in for missing characters are of other heights; the base lines agree.
-    line.setPosition({0, row * rowHeight_ + ascent_ - std::ceil(line.ascent())});
+    line.setPosition(QPointF(left, row * rowHeight_ + ascent_ - std::ceil(line.ascent())));
     ++row;
   }
   layout.endLayout();
   return laid;
+}
+
+int ChatLayout::HangOf(size_t line) const {
+  const std::string_view text = log_.Line(line);
+  const QString time = ToQString(text.substr(0, TimeLength(text)));
+  if (time.isEmpty()) return 0;
+  const auto hang = static_cast<int>(std::ceil(QFontMetricsF(font_).horizontalAdvance(time)));
+  return hang * (kLeastRows + 1) <= width_ ? hang : 0;
+}
+
+void ChatLayout::AddLinks(const LaidOut& laid, size_t line,
+                          QList<QTextLayout::FormatRange>& formats) const {
+  for (const LinkRange& link : FindLinks(SegmentText(laid, line))) {
+    QTextLayout::FormatRange format;
+    format.start = UnitOf(laid, {line, laid.begin + link.begin});
+    format.length = UnitOf(laid, {line, laid.begin + link.end}) - format.start;
+    format.format.setForeground(ToQColor(Shown(FromQColor(CurrentColours().link))));
+    format.format.setFontUnderline(true);
+    formats.append(format);
+  }
+}
+
+std::optional<LogRange> ChatLayout::LinkAt(LogPosition position) {
+  const LaidOut& laid = Lay(SegmentAt(position));
+  for (const LinkRange& link : FindLinks(SegmentText(laid, position.line))) {
+    const LogRange range{{position.line, laid.begin + link.begin},
+                         {position.line, laid.begin + link.end}};
+    if (range.begin <= position && position < range.end) return range;
+  }
+  return std::nullopt;
+}
+
+bool ChatLayout::IsRule(size_t line) const {
+  const std::string_view text = log_.Line(line);
+  return text.size() >= kShortestRule && text.find_first_not_of('-') == std::string_view::npos;
 }
 
 std::string_view ChatLayout::SegmentText(const LaidOut& laid, size_t line) const {
@@ -286,14 +332,20 @@ void ChatLayout::Draw(QPainter& painter, Segment segment, QPoint origin, const L
   painter.save();
   painter.setClipRect(QRect(0, origin.y(), width_ + 2 * origin.x(), rows * rowHeight_),
                       Qt::IntersectClip);
-  laid.layout.draw(&painter, origin, highlights);
+  if (IsRule(segment.line) && highlights.isEmpty()) {
+    painter.setPen(ToQColor(Shown(log_.Runs(segment.line).front().colour)));
+    painter.drawLine(origin.x(), origin.y() + rowHeight_ / 2, origin.x() + width_,
+                     origin.y() + rowHeight_ / 2);
+  } else {
+    laid.layout.draw(&painter, origin, highlights);
+  }
 
   // A selected line break shows as a narrow bar, so that selected empty lines can be seen.
   const LogPosition lineEnd{segment.line, log_.Line(segment.line).size()};
   if (laid.end == lineEnd.byte && selected.begin <= lineEnd && lineEnd < selected.end &&
       laid.layout.lineCount() > 0) {
     const QTextLine last = laid.layout.lineAt(laid.layout.lineCount() - 1);
-    const int x = origin.x() + static_cast<int>(std::ceil(last.naturalTextWidth()));
+    const int x = origin.x() + static_cast<int>(std::ceil(last.x() + last.naturalTextWidth()));
     const int y = origin.y() + last.lineNumber() * rowHeight_;
     painter.fillRect(x, y, rowHeight_ / 3, rowHeight_, palette.brush(QPalette::Highlight));
   }

@@ -7,8 +7,10 @@
 #include <QPainter>
 #include <QPalette>
 #include <QRect>
+#include <QTextLayout>
 #include <compare>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
 #include "base/colour.h"
@@ -68,6 +70,9 @@ class ChatLayout {
   LogPosition Next(LogPosition position);
   LogPosition Previous(LogPosition position);
 
+  // The web address at a position, if there is one.
+  std::optional<LogRange> LinkAt(LogPosition position);
+
   // Draws a segment with its top left at `origin`, the selected part highlighted.
   void Draw(QPainter& painter, Segment segment, QPoint origin, const LogRange& selected,
             const QPalette& palette);
@@ -82,6 +87,11 @@ class ChatLayout {
   std::unique_ptr<LaidOut> MakeLayout(Segment segment, size_t begin, size_t end) const;
   int UnitOf(const LaidOut& laid, LogPosition position) const;
   LogPosition PositionOf(const LaidOut& laid, size_t line, int unit) const;
+  // How far rows after a line's first are set in: they stand behind its time.
+  int HangOf(size_t line) const;
+  void AddLinks(const LaidOut& laid, size_t line, QList<QTextLayout::FormatRange>& formats) const;
+  // A line of nothing but hyphens is shown as a rule.
+  bool IsRule(size_t line) const;
   void Forget();
   // A run's colour on the paper.
   Colour Shown(Colour colour) const;
@@ -91,7 +101,7 @@ class ChatLayout {
   ChatPaper paper_;
   int width_ = 1;
   int rowHeight_ = 1;
-  int ascent_ = 1;
+  int ascent_ = 1;  // from a row's top to its base line
   Cache recent_;
   Cache older_;  // thrown away when recent_ is full
 };

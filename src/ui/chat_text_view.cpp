@@ -3,32 +3,40 @@
 #include <QAccessible>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QScrollBar>
 
 #include "ui/chat_accessible.h"
 #include "ui/chat_find_bar.h"
+#include "ui/look.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
 namespace {
 
-constexpr int kSideMargin = 4;
+constexpr int kSideMargin = kInset;
 constexpr int kFirstWidth = 600;  // until the view has a size
 
 }  // namespace
 
 ChatTextView::ChatTextView(QWidget* parent)
-    : QAbstractScrollArea(parent), findBar_(new ChatFindBar(this)) {
+    : QAbstractScrollArea(parent), findBar_(new ChatFindBar(this)), pill_(new QPushButton(this)) {
   InstallChatAccessibility();
   setFocusPolicy(Qt::StrongFocus);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   viewport()->setCursor(Qt::IBeamCursor);
+  viewport()->setMouseTracking(true);
   // Every pixel is painted, so what is on screen may be moved when scrolling.
   viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
   layout_.SetFont(font());
   ChangePaper();
   layout_.SetWidth(kFirstWidth);
   findBar_->hide();
+  pill_->setObjectName("cmdNewLines");
+  pill_->setFocusPolicy(Qt::NoFocus);  // Ctrl+End does the same
+  pill_->setDefault(true);
+  pill_->hide();
+  connect(pill_, &QPushButton::clicked, this, [this] { SetTop(end_); });
   connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, &ChatTextView::OnBarAction);
   connect(findBar_, &ChatFindBar::Closed, this, &ChatTextView::CloseFind);
   connect(findBar_, &ChatFindBar::FindAgain, this, &ChatTextView::FindAgain);
@@ -45,6 +53,7 @@ void ChatTextView::Append(const std::vector<ColouredRun>& runs) {
     QMetaObject::invokeMethod(this, &ChatTextView::Settle, Qt::QueuedConnection);
   }
   if (QAccessible::isActive()) NotifyAppended(*this, before);
+  emit Grew();
 }
 
 void ChatTextView::SetBackColour(std::optional<Colour> colour) {
@@ -112,6 +121,7 @@ void ChatTextView::changeEvent(QEvent* event) {
 
 void ChatTextView::showEvent(QShowEvent* event) {
   QAbstractScrollArea::showEvent(event);
+  if (firstUnread_ == log_.LineCount()) firstUnread_.reset();
   Settle();
   viewport()->update();
 }
@@ -136,9 +146,27 @@ void ChatTextView::paintEvent(QPaintEvent* event) {
     const int height = layout_.Height(segment);
     if (height > 0 && y + height > dirty.top()) {
       layout_.Draw(painter, segment, {kSideMargin, y}, selection_.Range(), palette());
+      DrawUnreadMark(painter, segment, y);
     }
     return true;
   });
+}
+
+void ChatTextView::DrawUnreadMark(QPainter& painter, Segment segment, int y) const {
+  if (firstUnread_ != segment.line || segment.index > 0) return;
+  painter.fillRect(kSideMargin, y, viewport()->width() - 2 * kSideMargin, 1,
+                   CurrentColours().accent);
+}
+
+void ChatTextView::UpdatePill() {
+  if (following_) seenLines_ = log_.LineCount();
+  const size_t more = log_.LineCount() - seenLines_;
+  pill_->setVisible(more > 0);
+  if (more == 0) return;
+  pill_->setText(more == 1 ? QString("1 new line") : QString("%1 new lines").arg(more));
+  pill_->adjustSize();
+  const QRect view = viewport()->geometry();
+  pill_->move(view.right() - pill_->width() - kInset, view.bottom() - pill_->height() - kInset);
 }
 
 void ChatTextView::UpdateLines(size_t first, size_t last) {
@@ -200,6 +228,7 @@ void ChatTextView::UpdateBar() {
     return;  // the bar has appeared or gone, and the change of width came here again
   bar->setValue(value);
   updatingBar_ = false;
+  UpdatePill();
 }
 
 void ChatTextView::scrollContentsBy(int, int) {

@@ -17,6 +17,9 @@
 #include "ui/chat_scroll.h"
 #include "ui/chat_selection.h"
 
+class QMenu;
+class QPushButton;
+
 namespace brindle {
 
 class ChatFindBar;
@@ -61,6 +64,10 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
  signals:
   // True from the press of the left mouse button to its release.
   void Selecting(bool active);
+  // Text came to the end.
+  void Grew();
+  // The user clicked a web address.
+  void LinkClicked(const QString& address);
 
  protected:
   bool event(QEvent* event) override;
@@ -106,6 +113,15 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   void ChangeSelection(Change change);
   LogPosition FirstShown() const;
 
+  // The rule above what was said while the view was out of sight.
+  void DrawUnreadMark(QPainter& painter, Segment segment, int y) const;
+  // How many lines came below what is in sight.
+  void UpdatePill();
+
+  std::optional<LogRange> LinkUnder(QPoint point);
+  QString TextOf(const LogRange& range) const;
+  void AddLinkItems(QMenu& menu, const QString& address);
+
   void SetSelecting(bool active);
   void DragTo(QPoint point);
   bool ScrollByKey(const QKeyEvent& event);
@@ -123,6 +139,7 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   ChatScroll scroll_{log_, layout_};
   ChatSelection selection_{log_};
   ChatFindBar* findBar_;
+  QPushButton* pill_;  // leads to the end
 
   Place top_;
   Place end_;  // where the view stands at the end of the log
@@ -132,6 +149,8 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   std::optional<LogPosition> topText_;
   std::optional<size_t> firstUnsettled_;  // the line at which appending began
   bool settlePosted_ = false;
+  std::optional<size_t> firstUnread_;  // the first line since the view was last hidden
+  size_t seenLines_ = 0;               // lines that were there when the view last stood at the end
 
   bool selecting_ = false;
   QPoint dragPoint_;

@@ -53,7 +53,7 @@ LogPosition ChatTextView::FirstShown() const {
   return {log_.LineCount() > 1 && log_.Line(0).empty() ? size_t{1} : size_t{0}, 0};
 }
 
-QString ChatTextView::SelectedText() const { return ToQString(log_.PlainText(selection_.Range())); }
+QString ChatTextView::SelectedText() const { return TextOf(selection_.Range()); }
 
 void ChatTextView::Select(const LogRange& range) {
   ChangeSelection([&] { selection_.Set(range); });
@@ -102,7 +102,12 @@ void ChatTextView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ChatTextView::mouseMoveEvent(QMouseEvent* event) {
-  if (!selecting_ || !event->buttons().testFlag(Qt::LeftButton)) return;
+  if (!selecting_) {
+    const bool link = LinkUnder(event->position().toPoint()).has_value();
+    viewport()->setCursor(link ? Qt::PointingHandCursor : Qt::IBeamCursor);
+    return;
+  }
+  if (!event->buttons().testFlag(Qt::LeftButton)) return;
   DragTo(event->position().toPoint());
   const bool outside = dragPoint_.y() < 0 || dragPoint_.y() >= viewport()->height();
   if (!outside) {
@@ -134,6 +139,9 @@ void ChatTextView::mouseReleaseEvent(QMouseEvent* event) {
   SetSelecting(false);
   QClipboard* clipboard = QApplication::clipboard();
   const LogRange range = selection_.Range();
+  if (range.IsEmpty()) {
+    if (const auto link = LinkUnder(event->position().toPoint())) emit LinkClicked(TextOf(*link));
+  }
   if (clipboard->supportsSelection() && !range.IsEmpty() &&
       range.end.line - range.begin.line <= kMostPrimaryLines) {
     clipboard->setText(SelectedText(), QClipboard::Selection);
@@ -148,6 +156,7 @@ void ChatTextView::focusOutEvent(QFocusEvent* event) {
 
 void ChatTextView::hideEvent(QHideEvent* event) {
   SetSelecting(false);
+  firstUnread_ = log_.LineCount();
   QAbstractScrollArea::hideEvent(event);
 }
 
@@ -164,6 +173,7 @@ void ChatTextView::wheelEvent(QWheelEvent* event) {
 void ChatTextView::contextMenuEvent(QContextMenuEvent* event) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
+  if (const auto link = LinkUnder(event->pos())) AddLinkItems(*menu, TextOf(*link));
   QAction* copy = AddMenuItem(*menu, "mnuChatCopy", "&Copy", [this] { Copy(); });
   copy->setShortcut(QKeySequence::Copy);
   copy->setEnabled(!selection_.IsEmpty());
@@ -174,6 +184,27 @@ void ChatTextView::contextMenuEvent(QContextMenuEvent* event) {
     OpenFind();
   })->setShortcut(QKeySequence::Find);
   menu->popup(event->globalPos());
+}
+
+void ChatTextView::AddLinkItems(QMenu& menu, const QString& address) {
+  AddMenuItem(menu, "mnuChatOpenLink", "&Open Link",
+              [this, address] { emit LinkClicked(address); });
+  AddMenuItem(menu, "mnuChatCopyLink", "Copy &Link",
+              [address] { QApplication::clipboard()->setText(address); });
+  menu.addSeparator();
+}
+
+// A place between two characters belongs to either.
+std::optional<LogRange> ChatTextView::LinkUnder(QPoint point) {
+  const LogPosition place = PositionAt(point);
+  for (const LogPosition position : {place, layout_.Previous(place)}) {
+    if (RectOf(position).contains(point)) return layout_.LinkAt(position);
+  }
+  return std::nullopt;
+}
+
+QString ChatTextView::TextOf(const LogRange& range) const {
+  return ToQString(log_.PlainText(range));
 }
 
 // The window's own shortcuts must not take these while the chat has the keyboard.
