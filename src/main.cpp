@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "app/program.h"
+#include "irc/irc_address.h"
 #include "platform/desktop_scheme_native.h"
 #include "platform/end_signals.h"
 #include "platform/native.h"
@@ -25,9 +26,10 @@ namespace {
 constexpr int kWrongUse = 2;  // exit code
 
 constexpr char kHelp[] =
-    "Usage: brindle [--data-dir DIR]\n"
+    "Usage: brindle [--data-dir DIR] [ADDRESS]\n"
     "Gets mails from the mail servers in IRC rooms.\n"
     "\n"
+    "  ADDRESS         irc://HOST[:PORT]/ROOM: connect there and enter the room\n"
     "  --data-dir DIR  keep settings and lists in DIR; it is made when missing\n"
     "  --help          show this text\n"
     "  --version       show the version\n"
@@ -88,7 +90,11 @@ int main(int argc, char** argv) {
   QCommandLineParser line;
   const QCommandLineOption dataDir("data-dir", {}, "dir");
   line.addOption(dataDir);
-  if (!line.parse(QCoreApplication::arguments()) || !line.positionalArguments().isEmpty()) {
+  const bool understood = line.parse(QCoreApplication::arguments());
+  const QStringList given = line.positionalArguments();
+  const std::string startedWith = given.value(0).toStdString();
+  const bool isAddress = startedWith.empty() || brindle::LooksLikeIrcAddress(startedWith);
+  if (!understood || given.size() > 1 || !isAddress) {
     std::fprintf(stderr, "%s\n%s", qPrintable(line.errorText()), kHelp);
     return kWrongUse;
   }
@@ -100,7 +106,7 @@ int main(int argc, char** argv) {
   brindle::ApplyLook(application, StoredTheme(folder));
   brindle::WatchDesktopScheme(application, &brindle::SetDesktopScheme);
   brindle::QtDialogs dialogs;
-  brindle::Program program(folder, dialogs);
+  brindle::Program program(folder, dialogs, startedWith);
   if (!program.Open()) return 1;
   // Asked to end from outside, the program ends as if its window had been closed.
   brindle::OnEndSignal([&program] {

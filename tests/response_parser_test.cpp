@@ -79,13 +79,14 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":me!u@h PART :#ROOM", "9|^C3* me ^C9has left ^C3#ROOM", "2 me : @op bob"},
       {":bob!u@h PART #old", "9|^C3* bob ^C9has left ^C3#old"},
       {":bob!u@h PRIVMSG #ROOM :hi :) all", "2|^C1<bob> hi :) all"},
+      {":bob!u@h PRIVMSG #room :hi Me!", "call\n2|^C1<bob> hi Me!"},
       {":bob!u@h PRIVMSG #room hello", "2|^C1<bob> hello"},
       {":bob!u@2001:db8::1 PRIVMSG #room :hi", "2|^C1<bob> hi"},
       {":bob!u@h PRIVMSG #room :\001Action waves  x\001", "2|^C14* bob waves  x\001"},
       {":bob!u@h PRIVMSG #room :\001ACTION\001", "2|^C14* bob "},
       {":bob!u@h PRIVMSG #room :\001ACTIONS x\001", "2|^C1<bob> \001ACTIONS x\001"},
       {":bob!u@h PRIVMSG me :psst",
-       "3|^C11bob tells you, ^C15'^C11psst^C15'|^C11(To reply type /msg bob text)"},
+       "call\n3|^C11bob tells you, ^C15'^C11psst^C15'|^C11(To reply type /msg bob text)"},
       {":bob!u@h PRIVMSG me :\001VERSION\001",
        "3|^C11bob sends a CTCP request, which is not answered: VERSION"},
       {":bob!u@h QUIT :Bye", "2|^C12* bob has quit.", "2 me #room: @op"},
@@ -182,7 +183,7 @@ TEST(ResponseParser, LeavesMalformedLinesAlone) {
       {": PART #room", "9|^C3*  ^C9has left ^C3#room"},
       {":x!u@h PRIVMSG #room", "2|^C1<x> "},
       {":x!u@h PRIVMSG  #room :a",
-       "3|^C11x tells you, ^C15'^C11a^C15'|^C11(To reply type /msg x text)"},
+       "call\n3|^C11x tells you, ^C15'^C11a^C15'|^C11(To reply type /msg x text)"},
       {"PING :", kPingShown + "> PONG :"s},
       {"PING ", kPingShown + "> PONG :"s},
       // A line with too few words ends the handling of its text; what came before stays.
@@ -224,7 +225,7 @@ TEST(ResponseParser, FollowsTheOptions) {
   }
   const std::string time = "|^C15[^C113:07pm^C15] ";
   EXPECT_EQ(stage.Taken(),
-            "1" + time + "^C5-a- n\n1" + time +
+            "1" + time + "^C5-a- n\ncall\n1" + time +
                 "^C11a tells you, ^C15'^C11m^C15'|^C11(To reply type /msg a text)\n2" + time +
                 "^C1<a> r\n2|^C14* a x\001");
 }

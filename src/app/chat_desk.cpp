@@ -28,10 +28,10 @@ ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& m
   connection_.SetReceiver([this](std::string_view received, std::string& currentNick) {
     parser_.Parse_Response(received, currentNick);
   });
-  window.AttachSendBox(outgoing_);
   window.Connection().Attach(connection_, servers_);
   window.ChannelList().Attach(channels_);
   window.Who().Attach(who_);
+  window.AttachSession(session_, who_, outgoing_);
 
   tmrSend_.setInterval(kSendMilliseconds);
   tmrSend_.setTimerType(Qt::PreciseTimer);
@@ -52,6 +52,23 @@ ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& m
 void ChatDesk::Reset() {
   while (queue_.Pending() > 0) queue_.Take();
   wsChat_.Close();
+}
+
+void ChatDesk::GoTo(const IrcAddress& address) {
+  ConnectionPanel& panel = window_.Connection();
+  const bool isFree = session_.connectionState == ConnectionState::kDisconnected;
+  const bool isThere =
+      panel.Fields().server == address.host && panel.Fields().port == std::to_string(address.port);
+  if (!isFree && !isThere) {
+    return window_.ShowHint("Disconnect first to go to " + address.host + ".");
+  }
+  if (isFree) {
+    panel.SetServer(address.host, address.port);
+    window_.ShowTab(Tab::kConnection);
+    panel.Connect();
+  }
+  const bool connects = session_.connectionState != ConnectionState::kDisconnected;
+  if (connects && !address.room.empty()) connection_.EnterRoom(address.room);
 }
 
 void ChatDesk::Close() {

@@ -9,6 +9,7 @@
 #include "app/machine.h"
 #include "irc/channels.h"
 #include "irc/connection.h"
+#include "irc/irc_address.h"
 #include "irc/irc_servers.h"
 #include "irc/line_pump.h"
 #include "irc/outgoing_text.h"
@@ -45,6 +46,9 @@ class ChatDesk {
   // The session starts idle, and from then on lines are shown.
   void Reset();
   void StartReceiveTimer() { window_.AttachPump(pump_, queue_); }
+
+  // Connects to a server, unless another session goes on, and enters the room after the welcome.
+  void GoTo(const IrcAddress& address);
 
   // Says farewell where a session goes on, gives it the time to leave the machine, and closes the
   // socket.

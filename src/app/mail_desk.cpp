@@ -24,7 +24,7 @@ MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
   chat.OnTurn([this] { stack_.tmrRequest_Timer(); });
   chat.Parser().OnRefusedLine([this](const std::string& reason) { stack_.LineRefused(reason); });
   stack_.OnProgress(
-      [this](const std::optional<RunProgress>& progress) { window_.List().ShowRun(progress); });
+      [this](const std::optional<RunProgress>& progress) { window_.ShowRun(progress); });
   window.Info().Attach(handles_, commands_, advertisement_);
   window.List().Attach(mailList_, loader_, selection_, requests_);
   QObject::connect(&window.List(), &ListPanel::ManualRequestClicked, &window,

@@ -4,8 +4,11 @@
 #include <QScreen>
 
 #include "aol/screen_name.h"
+#include "irc/irc_address.h"
+#include "irc/irc_line.h"
 #include "settings/product.h"
 #include "settings/product_addresses.h"
+#include "ui/pop_up.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
@@ -15,13 +18,15 @@ constexpr int kSmallScreenWidth = 800;
 constexpr const char* kSmallScreen =
     "You are running in 800x600 resolution. This program runs best in 1024x768, but if you must "
     "run it in 800x600 be sure to maximize it.";
+constexpr size_t kMostShown = 200;  // bytes of an address in a box
 
 }  // namespace
 
-Program::Program(const std::string& dataFolder, Dialogs& dialogs)
+Program::Program(const std::string& dataFolder, Dialogs& dialogs, std::string startedWith)
     : dialogs_(dialogs),
       dataFolder_(dataFolder),
       paths_(PathsIn(dataFolder)),
+      startedWith_(std::move(startedWith)),
       instance_(dataFolder),
       finds_(files_, paths_.finds, stored_.options, clock_),
       chat_(*window_, {settings_, stored_.options, finds_},
@@ -43,18 +48,37 @@ Program::~Program() {
 
 bool Program::Open() {
   if (!Form_Load() || closed_) return false;
-  window_->ShowTab(Tab::kConnection);
-  window_->show();
+  window_->ShowAt(stored_.window);
+  handOver_ = std::make_unique<HandOver>(dataFolder_, [this](const std::string& text) {
+    BringUp(*window_);
+    Take(text);
+  });
   if (!IsWritableFolder(dataFolder_)) {
     window_->ShowHint("Nothing can be written to " + dataFolder_ +
                       ": what you change will be lost when Brindle ends.");
   }
+  Take(startedWith_);
   return true;
 }
 
+void Program::Take(const std::string& text) {
+  if (!LooksLikeIrcAddress(text)) return;
+  const std::optional<IrcAddress> address = ParseIrcAddress(text);
+  if (!address) {
+    dialogs_.Notice(Icon::kExclamation, "This is no address of an IRC server or room:\r" +
+                                            std::string(FirstBytes(text, kMostShown)));
+  } else if (address->secure) {
+    dialogs_.Notice(Icon::kExclamation, "Brindle cannot connect by TLS yet, and does not go to " +
+                                            address->host + " without it.");
+  } else {
+    chat_.GoTo(*address);
+  }
+}
+
 bool Program::Form_Load() {
-  // 1. One program a folder.
+  // 1. One program a folder. What it was started with goes to the one that runs.
   if (instance_.IsAnotherRunning()) {
+    if (!startedWith_.empty() && HandOver::Give(dataFolder_, startedWith_)) return false;
     dialogs_.Notice(Icon::kExclamation, "Brindle is already running.");
     window_->close();
     return false;
@@ -130,6 +154,7 @@ void Program::Form_Unload() {
   stored_.nick = fields.nick;
   stored_.alternateNick = fields.alternateNick;
   stored_.lastServer = window_->Connection().SelectedServer();
+  stored_.window = window_->Place();
   stored_.rooms = chat_.Rooms().Rooms().Items();
   stored_.servers = chat_.Servers().Entries().Items();
   SaveState(files_, paths_, stored_);

@@ -11,6 +11,7 @@
 #include "app/mail_desk.h"
 #include "app/update_desk.h"
 #include "platform/clock_qt.h"
+#include "platform/hand_over.h"
 #include "platform/native.h"
 #include "platform/single_instance.h"
 #include "settings/finds.h"
@@ -23,7 +24,8 @@ namespace brindle {
 class Program {
  public:
   // `dataFolder` must exist; settings and lists live in it.
-  Program(const std::string& dataFolder, Dialogs& dialogs);
+  // `startedWith` is an address that the program was started with, or empty.
+  Program(const std::string& dataFolder, Dialogs& dialogs, std::string startedWith = "");
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
@@ -49,6 +51,8 @@ class Program {
   void TellMissing(LoadResult result, const std::string& path);
   void MakeMissing(const StoredState::Results& results);
   void CheckForUpdate();
+  // Follows an address.
+  void Take(const std::string& text);
 
   QtClock clock_;
   QtEventPump events_;
@@ -57,6 +61,7 @@ class Program {
   Dialogs& dialogs_;
   const std::string dataFolder_;
   const DataPaths paths_;
+  const std::string startedWith_;
   SettingsFile settings_{files_, paths_.settings};
   SingleInstance instance_;
   std::stop_source ending_;  // ends the long loops with the program
@@ -68,6 +73,7 @@ class Program {
   MailDesk mail_;
   OptionsPage optionsPage_;
   std::unique_ptr<UpdateDesk> updateDesk_;  // made at the first look for an update
+  std::unique_ptr<HandOver> handOver_;
   bool closed_ = false;
 };
 

@@ -47,6 +47,7 @@ void Connection::Connect(const ConnectFields& fields) {
   fields_ = fields;
   refusedNicks_ = 0;
   quitSent_ = false;
+  reached_ = false;
   roomAfterWelcome_.clear();
   ++session_.number;
   session_.altNickUsed = false;
@@ -61,8 +62,10 @@ void Connection::Connect(const ConnectFields& fields) {
   views_.window.SetStatusPanel("Status - Connecting...");
   session_.connectionState = ConnectionState::kConnecting;
   session_.currentRoom.clear();
+  views_.window.SessionChanged();
   const std::optional<long long> port = WholeNumber(fields.port, 1, kHighestPort);
   if (!port) {
+    reached_ = true;  // it is not the server that is to blame
     wsChat_Error("The port must be a number from 1 to " + std::to_string(kHighestPort) + ".");
     return;
   }
@@ -104,6 +107,7 @@ void Connection::EnterRoom(const std::string& room) {
 }
 
 void Connection::wsChat_Connect() {
+  reached_ = true;
   SendRaw(Nick(fields_.nick));
   // The fourth parameter is the last, so it needs no colon in front (RFC 1459, section 4.1.3).
   SendRaw("USER plenty of excellent qel_" + VersionNumber());
@@ -121,7 +125,11 @@ void Connection::wsChat_Error(const std::string& description) {
   }
   queue_.QueueLine("\r\n\0034* ERROR : " + description + "\r\n", Kind::kStatus);
   queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
-  if (session_.endReason.empty()) session_.endReason = description;
+  if (session_.endReason.empty()) {
+    session_.endReason = reached_ ? description
+                                  : description + ": " + fields_.server + ", port " + fields_.port +
+                                        ". Check both, or try another server.";
+  }
   wsChat_.Close();
   EndSession();
 }
@@ -157,6 +165,7 @@ void Connection::Welcomed() {
   views_.panel.SetLoginStatus("Status - Connected");
   views_.window.SetWindowCaption(VersionText() + " [NICK : " + session_.currentNick + "]");
   session_.connectionState = ConnectionState::kRegistered;
+  views_.window.SessionChanged();
   if (!roomAfterWelcome_.empty()) SendRaw(Join(std::exchange(roomAfterWelcome_, "")));
 }
 
@@ -214,6 +223,7 @@ void Connection::EndSession() {
   views_.panel.SetLoginStatus("Status - Disconnected");
   views_.window.SetStatusPanel("Status - Disconnected");
   views_.window.SetWindowCaption(VersionText());
+  views_.window.SessionChanged();
   if (quitSent_ || session_.endReason.empty()) return;
   views_.panel.SetConnectTrouble(session_.endReason);
   views_.window.ShowHint("Disconnected: " + session_.endReason);

@@ -139,6 +139,7 @@ class Connection : public ChatSocketEvents {
   std::string roomAfterWelcome_;
   int refusedNicks_ = 0;  // in this attempt, but for those in use
   bool quitSent_ = false;
+  bool reached_ = false;  // the server took the connection of this attempt
   TickCount deadline_ = kNoDeadline;
 };
 

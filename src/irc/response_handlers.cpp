@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "irc/nick_words.h"
 #include "irc/response_parser.h"
 
 namespace brindle {
@@ -83,6 +84,8 @@ void ResponseParser::OwnJoin(const std::string& room) {
   screen_.window.Show_RoomTab();
   Queue(kSeparatorLine, Kind::kStatus);
   session_.currentRoom = room;
+  session_.topic.clear();
+  screen_.window.SessionChanged();
   screen_.window.ShowHint("");
   Queue("\r\n\0033* Now talking in " + room, Kind::kRoom);
 }
@@ -129,7 +132,9 @@ void ResponseParser::Part(const IrcLine& line) {
   Queue("\r\n\0033* " + nick + " \0039has left \0033" + room, Kind::kPart);
   if (!IsCurrentRoom(room)) return;
   who_.RemoveNick(nick);
-  if (IsOwnNick(nick)) session_.currentRoom.clear();
+  if (!IsOwnNick(nick)) return;
+  session_.currentRoom.clear();
+  screen_.window.SessionChanged();
 }
 
 void ResponseParser::Privmsg(const IrcLine& line) {
@@ -142,6 +147,9 @@ void ResponseParser::Privmsg(const IrcLine& line) {
 }
 
 void ResponseParser::RoomMessage(const IrcLine& line, std::string_view text) {
+  if (!IsOwnNick(NickOf(line.Word(0))) && Mentions(text, *currentNick_)) {
+    screen_.window.CallUser();
+  }
   if (IsAction(line.Word(3))) {
     Queue("\r\n\00314* " + line.Nick() + " " + std::string(line.WordRest(4)), Kind::kRoom);
     return;
@@ -155,6 +163,7 @@ void ResponseParser::RoomMessage(const IrcLine& line, std::string_view text) {
 void ResponseParser::PrivateMessage(const IrcLine& line, std::string_view text) {
   const std::string nick = line.Nick();
   if (text.starts_with(kCtcpMark) && !IsAction(line.Word(3))) return PrivateCtcp(nick, text);
+  screen_.window.CallUser();
   Queue(ChatLineStart(style_) + "\00311" + nick + " tells you, \00315'\00311" + std::string(text) +
             "\00315'\r\n\00311" + "(To reply type /msg " + nick + " text)",
         style_.options.messagesToStatus ? Kind::kStatus : Kind::kPrivateMessage);
@@ -184,6 +193,7 @@ void ResponseParser::Pong(const IrcLine& line) {
 void ResponseParser::TopicChange(const IrcLine& line) {
   NotParsed(line);
   if (!IsCurrentRoom(Room(line))) return;
+  SetTopic(line.Text(3));
   Queue("\r\n\0033* " + line.Nick() + " sets the topic to '" + std::string(line.Text(3)) + "\0033'",
         Kind::kRoom);
 }
@@ -211,7 +221,13 @@ void ResponseParser::StatusReply(const IrcLine& line) {
   Queue("\r\n" + Trailing(line), Kind::kStatus);
 }
 
+void ResponseParser::SetTopic(std::string_view topic) {
+  session_.topic = topic;
+  screen_.window.SessionChanged();
+}
+
 void ResponseParser::Topic(const IrcLine& line) {
+  if (IsCurrentRoom(line.Word(3))) SetTopic(line.Text(4));
   Queue("\r\n\0033* Topic is '" + std::string(line.Text(4)) + "\0033'", Kind::kRoom);
 }
 
@@ -242,6 +258,7 @@ void ResponseParser::LeaveRoom(const std::string& reason) {
   session_.endReason = reason;
   Hint("You are no longer in " + session_.currentRoom + ": " + reason);
   session_.currentRoom.clear();
+  screen_.window.SessionChanged();
 }
 
 void ResponseParser::Greet() {

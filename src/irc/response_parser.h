@@ -92,6 +92,7 @@ class ResponseParser {
   void NotParsed(const IrcLine& line);
 
   void Greet();
+  void SetTopic(std::string_view topic);
   // The user is in no room any more; `reason` tells why.
   void LeaveRoom(const std::string& reason);
   void Queue(const std::string& text, Kind kind) { screen_.queue.QueueLine(text, kind); }

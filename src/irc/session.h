@@ -20,6 +20,7 @@ struct Session {
   ConnectionState connectionState = ConnectionState::kDisconnected;
   std::string currentNick;       // as accepted by the server
   std::string currentRoom;       // empty when in none
+  std::string topic;             // of the current room, as received
   TickCount connectedSince = 0;  // the moment of the welcome
   bool altNickUsed = false;      // the alternate nick was offered in this attempt
   size_t sourceLength = kAssumedSourceLength;

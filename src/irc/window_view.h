@@ -23,6 +23,10 @@ class WindowView {
   virtual void SetSendText(const std::string& text) = 0;
   // A word to the user that interrupts nothing.
   virtual void ShowHint(const std::string& text) = 0;
+  // The session has another state, room or topic.
+  virtual void SessionChanged() = 0;
+  // Something is meant for the user, who may be looking at another window.
+  virtual void CallUser() = 0;
 };
 
 // Where lines and words to the user go.

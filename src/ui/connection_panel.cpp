@@ -1,7 +1,6 @@
 #include "ui/connection_panel.h"
 
 #include <QApplication>
-#include <QShortcut>
 
 #include "ui/icons.h"
 #include "ui/one_line.h"
@@ -9,6 +8,11 @@
 #include "ui_connection_panel.h"
 
 namespace brindle {
+namespace {
+
+constexpr int kWidthForGuide = 720;
+
+}  // namespace
 
 ConnectionPanel::ConnectionPanel(QWidget* parent)
     : QWidget(parent), ui_(std::make_unique<Ui::ConnectionPanel>()) {
@@ -19,15 +23,14 @@ ConnectionPanel::ConnectionPanel(QWidget* parent)
   for (QLineEdit* field : {ui_->txtConnectNick, ui_->txtAlternateNick, ui_->txtConnectPort}) {
     KeepOneLine(*field);
   }
+  ui_->lblConnectTrouble->setForegroundRole(kBadText);
+  ui_->panelLayout->setAlignment(ui_->formColumn, Qt::AlignTop);
+  ui_->panelLayout->setAlignment(ui_->fmeGuide, Qt::AlignTop);
   ShowCancelButton(false);
   SetConnectTrouble("");
-  // Enter anywhere among the fields connects; it never disconnects.
-  const auto connectByEnter = [this] {
-    if (ui_->cmdConnect->text() == "Connect") ui_->cmdConnect->click();
-  };
   for (QLineEdit* field : {ui_->txtConnectNick, ui_->txtAlternateNick, ui_->txtConnectPort,
                            ui_->cmbConnectServer->lineEdit()}) {
-    connect(field, &QLineEdit::returnPressed, this, connectByEnter);
+    connect(field, &QLineEdit::returnPressed, this, &ConnectionPanel::Connect);
   }
 }
 
@@ -38,11 +41,6 @@ void ConnectionPanel::Attach(Connection& connection, IrcServers& servers) {
           [this, &connection] { connection.cmdConnect_Click(Fields()); });
   connect(ui_->cmdConnectCancel, &QPushButton::clicked, this,
           [&connection] { connection.cmdConnectCancel_Click(); });
-  auto* escape = new QShortcut(QKeySequence::Cancel, this);
-  escape->setContext(Qt::WidgetWithChildrenShortcut);
-  connect(escape, &QShortcut::activated, this, [this, &connection] {
-    if (ui_->cmdConnectCancel->isVisible()) connection.cmdConnectCancel_Click();
-  });
   ui_->cmbConnectServer->Attach(servers.Entries());
   connect(ui_->cmbConnectServer, &ListComboBox::Picked, this,
           [&servers](std::optional<size_t> row) { servers.cmbConnectServer_Click(row); });
@@ -105,6 +103,38 @@ void ConnectionPanel::ShowCancelButton(bool shown) {
   ui_->cmdConnectCancel->setVisible(shown);
   if (hadFocus || (shown && isAncestorOf(QApplication::focusWidget()))) {
     (shown ? ui_->cmdConnectCancel : ui_->cmdConnect)->setFocus();
+  }
+}
+
+void ConnectionPanel::SetServer(const std::string& host, int port) {
+  ui_->cmbConnectServer->setEditText(ToQString(host));
+  ui_->txtConnectPort->setText(QString::number(port));
+}
+
+void ConnectionPanel::Connect() {
+  if (ui_->cmdConnect->text() == "Connect") ui_->cmdConnect->click();
+}
+
+GuideCard& ConnectionPanel::Guide() { return *ui_->fmeGuide; }
+
+// The guide stands below the fields where there is no room beside them.
+void ConnectionPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  const bool beside = width() >= kWidthForGuide;
+  ui_->panelLayout->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+}
+
+bool ConnectionPanel::CancelAttempt() {
+  const bool connecting = !ui_->cmdConnectCancel->isHidden();
+  if (connecting) ui_->cmdConnectCancel->click();
+  return connecting;
+}
+
+void ConnectionPanel::FocusFirst() {
+  if (ui_->txtConnectNick->text().trimmed().isEmpty()) {
+    ui_->txtConnectNick->setFocus();
+  } else {
+    ui_->cmdConnect->setFocus();
   }
 }
 

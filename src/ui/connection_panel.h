@@ -7,6 +7,7 @@
 
 #include "irc/connection.h"
 #include "irc/irc_servers.h"
+#include "ui/guide_card.h"
 
 namespace Ui {
 class ConnectionPanel;
@@ -38,8 +39,22 @@ class ConnectionPanel : public QWidget, public ConnectView {
   void SetConnectTrouble(const std::string& text) override;
   void SetPort(const std::string& text) override;
 
+  void SetServer(const std::string& host, int port);
+  // As by the button; never disconnects.
+  void Connect();
+
+  GuideCard& Guide();
+
+  // False when no attempt is under way.
+  bool CancelAttempt();
+  // To the nick where it is missing, else to the button.
+  void FocusFirst();
+
  signals:
   void CheckForUpdateClicked();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   std::unique_ptr<Ui::ConnectionPanel> ui_;

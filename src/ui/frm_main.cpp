@@ -1,12 +1,13 @@
 #include "ui/frm_main.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDesktopServices>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
-#include <QStatusBar>
+#include <QUrl>
 #include <QWindow>
 
 #include "settings/product.h"
@@ -19,7 +20,6 @@ namespace brindle {
 namespace {
 
 constexpr int kUptimeMilliseconds = 1000;
-constexpr int kHintMilliseconds = 30000;
 constexpr QSize kFirstSize{1100, 720};
 constexpr double kMostOfScreen = 0.9;
 constexpr QSize kLeastSize{720, 480};
@@ -35,10 +35,9 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   const QSize screen = QGuiApplication::primaryScreen()->availableSize() * kMostOfScreen;
   resize(kFirstSize.boundedTo(screen).expandedTo(kLeastSize));
   ui_->splitMain->setStretchFactor(0, 1);
-  ui_->splitMain->setSizes({kFirstSize.width() - kSideWidth, kSideWidth});
-  ui_->splitSide->setSizes({1, 1});
-  ui_->cmdSend->setIcon(MakeIcon(IconName::kSend));
-  BuildStatusBar();
+  ui_->splitMain->setSizes({width() - kSideWidth, kSideWidth});
+  ui_->splitSide->setStretchFactor(1, 1);
+  ui_->splitList->setStretchFactor(0, 1);
   AddKeys();
 
   tmrProcess_.setObjectName("tmrProcess");
@@ -48,37 +47,39 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   for (ChatTextView* view : {ui_->txtStatus, ui_->txtChannel}) {
     connect(view, &ChatTextView::Selecting, this, &FrmMain::HoldPumpDuringSelection);
   }
-  // One screen name, shown in two places.
-  connect(ui_->pnlInfo, &InfoPanel::ScreenNameEdited, ui_->pnlList, &ListPanel::SetScreenName);
-  connect(ui_->pnlList, &ListPanel::ScreenNameEdited, ui_->pnlInfo, &InfoPanel::SetScreenName);
-  connect(ui_->pnlList, &ListPanel::Hint, hintPanel_, &QLabel::setText);
-  hintTimer_.setSingleShot(true);
-  hintTimer_.setInterval(kHintMilliseconds);
-  connect(&hintTimer_, &QTimer::timeout, hintPanel_, &QLabel::clear);
+  ConnectPanels();
   ConnectOptions();
   new HoverGuide(
-      *this, [this](const std::string& hint) { ShowHint(hint); },
+      *this, [this](const std::string& help) { ui_->barStatus->ShowHelp(help); },
       [this](const std::string& help) { ui_->pnlOptions->SetQuickHelp(ToQString(help)); });
 }
 
 FrmMain::~FrmMain() = default;
 
-void FrmMain::BuildStatusBar() {
-  const auto panel = [this](const char* name, const char* text, const char* help) {
-    auto* label = new QLabel(text, this);
-    label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
-    label->setToolTip(help);
-    return label;
+void FrmMain::ConnectPanels() {
+  // One screen name, shown in two places.
+  connect(ui_->pnlInfo, &InfoPanel::ScreenNameEdited, ui_->pnlList, &ListPanel::SetScreenName);
+  connect(ui_->pnlList, &ListPanel::ScreenNameEdited, ui_->pnlInfo, &InfoPanel::SetScreenName);
+  connect(ui_->pnlList, &ListPanel::Hint, this,
+          [this](const QString& hint) { ShowHint(hint.toStdString()); });
+  connect(ui_->pnlInfo, &InfoPanel::ListAsked, this, [this] { asked_ = true; });
+  connect(ui_->pnlSend, &SendBar::ScrollKey, this, &FrmMain::ScrollChat);
+  connect(ui_->pnlRoomHeader, &RoomHeader::FindClicked, ui_->txtChannel, &ChatTextView::OpenFind);
+  connect(ui_->picWhosHere, &WhoPanel::MessageWanted, this,
+          [this](const QString& nick) { ui_->pnlSend->Begin("/msg " + nick + " "); });
+  connect(ui_->picWhosHere, &WhoPanel::ServerWanted, this, [this](const QString& nick) {
+    ui_->pnlList->SetListServer(nick.toStdString());
+    ui_->pnlInfo->SetServer(nick);
+    ShowHint("Requests go to " + nick.toStdString() + ".");
+  });
+  const auto watch = [this](ChatTextView* view, Tab tab) {
+    connect(view, &ChatTextView::Grew, this, [this, view, tab] { MarkTab(tab, *view); });
+    connect(view, &ChatTextView::LinkClicked, this, [](const QString& address) {
+      QDesktopServices::openUrl(QUrl(address, QUrl::StrictMode));
+    });
   };
-  statusPanel_ = panel("barStatusPanel1", "Status - Disconnected", "");
-  hintPanel_ = panel("barStatusPanel2", "", "");
-  lblBufferSizePeak_ = panel("lblBufferSizePeak", "0/0", "Lines waiting to be shown / most so far");
-  lblRTBSizePeak_ = panel("lblRTBSizePeak", "0/0", "Characters in the room view / most so far");
-  ui_->barStatus->addWidget(statusPanel_);
-  ui_->barStatus->addWidget(hintPanel_, 1);
-  ui_->barStatus->addPermanentWidget(lblBufferSizePeak_);
-  ui_->barStatus->addPermanentWidget(lblRTBSizePeak_);
+  watch(ui_->txtStatus, Tab::kStatus);
+  watch(ui_->txtChannel, Tab::kRoom);
 }
 
 void FrmMain::AddKeys() {
@@ -94,6 +95,8 @@ void FrmMain::AddKeys() {
   }
   add(QKeySequence(Qt::CTRL | Qt::Key_PageUp), [this] { StepTab(-1); });
   add(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab), [this] { StepTab(-1); });
+  add(QKeySequence(Qt::Key_F6), [this] { StepPane(1); });
+  add(QKeySequence(Qt::SHIFT | Qt::Key_F6), [this] { StepPane(-1); });
   add(QKeySequence(Qt::Key_F1), [this] { ShowTab(Tab::kHelp); });
   add(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
   add(QKeySequence::Open, [this] {
@@ -123,45 +126,151 @@ void FrmMain::AttachPump(LinePump& pump, OutputQueue& queue) {
   uptimeTimer_.start();
 }
 
-void FrmMain::AttachSendBox(OutgoingText& outgoing) {
-  outgoing_ = &outgoing;
-  ui_->cmbSend->Attach(outgoing.History());
-  // What is said may have colours, and what is pasted several lines.
-  ui_->cmbSend->lineEdit()->setValidator(nullptr);
-  ui_->cmbSend->installEventFilter(this);
-  connect(ui_->cmdSend, &QPushButton::clicked, this, [this] {
-    outgoing_->cmdSend_Click(ui_->cmbSend->currentText().toStdString(),
-                             ui_->tabMain->currentIndex());
-    ui_->cmbSend->setFocus();
+void FrmMain::AttachSession(const Session& session, const WhoList& who, OutgoingText& outgoing) {
+  session_ = &session;
+  ui_->pnlSend->Attach(outgoing, who);
+  connect(ui_->pnlSend, &SendBar::Sent, this, [this, &outgoing](const QString& text) {
+    outgoing.cmdSend_Click(text.toStdString(), ui_->tabMain->currentIndex());
   });
-  connect(ui_->cmbSend->lineEdit(), &QLineEdit::returnPressed, ui_->cmdSend, &QPushButton::click);
+  SessionChanged();
 }
 
-bool FrmMain::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == ui_->cmbSend && event->type() == QEvent::KeyPress) {
-    const auto* key = static_cast<QKeyEvent*>(event);
-    // With Alt, the keys open the list.
-    if (key->modifiers().testFlag(Qt::AltModifier)) return false;
-    return WalkHistory(key->key()) || ScrollChat(*key);
+void FrmMain::SessionChanged() {
+  RefreshGuide();
+  ui_->barStatus->ShowSession(*session_);
+  ui_->pnlRoomHeader->ShowSession(*session_);
+  ui_->picChannels->ShowSession(*session_);
+  ui_->pnlSend->SetPurpose(session_->currentRoom.empty()
+                               ? QString("Connect and enter a room to talk")
+                               : "Message " + ToQString(session_->currentRoom));
+  // Next comes a room, for a user who waited for the connection.
+  const bool waited = ui_->pnlConnection->isAncestorOf(focusWidget());
+  if (session_->connectionState == ConnectionState::kRegistered && waited) {
+    ui_->picChannels->FocusList();
   }
-  return QMainWindow::eventFilter(watched, event);
 }
 
-bool FrmMain::WalkHistory(int key) {
-  if (key == Qt::Key_Up) {
-    outgoing_->cmbSend_Up(ui_->cmbSend->currentText().toStdString());
-  } else if (key == Qt::Key_Down) {
-    outgoing_->cmbSend_Down(ui_->cmbSend->currentText().toStdString());
+void FrmMain::CallUser() { QApplication::alert(this); }
+
+void FrmMain::ShowRun(const std::optional<RunProgress>& progress) {
+  ui_->pnlList->ShowRun(progress);
+  requested_ = true;
+  if (!progress) CallUser();
+}
+
+// It stands on the tab of the connection, so only that one shows what has changed.
+void FrmMain::RefreshGuide() {
+  GuideCard& guide = ui_->pnlConnection->Guide();
+  const ListPanel& list = *ui_->pnlList;
+  guide.SetDone(GuideStep::kConnect, session_->connectionState == ConnectionState::kRegistered);
+  guide.SetDone(GuideStep::kRoom, !session_->currentRoom.empty());
+  guide.SetDone(GuideStep::kAsk, asked_ || list.HasRows());
+  guide.SetDone(GuideStep::kCheck, list.HasRows() && (list.HasChecks() || requested_));
+  guide.SetDone(GuideStep::kRequest, requested_);
+}
+
+WindowPlace FrmMain::Place() const {
+  WindowPlace place;
+  const QRect rect = isMaximized() ? normalGeometry() : geometry();
+  place.rect = {rect.x(), rect.y(), rect.width(), rect.height()};
+  place.maximised = isMaximized();
+  place.side = ui_->splitMain->sizes().last();
+  place.channels = ui_->splitSide->sizes().first();
+  place.room = roomOnListTab_ ? ui_->splitList->sizes().last() : roomHeight_;
+  place.tab = ui_->tabMain->currentIndex();
+  return place;
+}
+
+void FrmMain::ShowAt(const WindowPlace& place) {
+  if (place.rect) {
+    const QRect rect(place.rect->left, place.rect->top, place.rect->width, place.rect->height);
+    const QScreen* screen = QGuiApplication::screenAt(rect.center());
+    if (screen != nullptr) {
+      const QRect free = screen->availableGeometry();
+      setGeometry(QRect(rect.topLeft(), rect.size().boundedTo(free.size())));
+    }
   }
-  return key == Qt::Key_Up || key == Qt::Key_Down;
+  if (place.maximised) setWindowState(windowState() | Qt::WindowMaximized);
+  roomHeight_ = place.room;
+  // The chat views are empty at first, and lead nowhere.
+  const auto tab = static_cast<Tab>(place.tab.value_or(static_cast<int>(Tab::kConnection)));
+  const bool leads = tab >= Tab::kList && tab <= Tab::kHelp;
+  ShowTab(leads ? tab : Tab::kConnection);
+  show();
+  // Only now the panes have their places.
+  if (place.side) ui_->splitMain->setSizes({width() - *place.side, *place.side});
+  const int channels = place.channels.value_or(ui_->splitSide->height() / 3);
+  ui_->splitSide->setSizes({channels, std::max(1, ui_->splitSide->height() - channels)});
+  SizeListPane();
+  ui_->pnlConnection->FocusFirst();
 }
 
-bool FrmMain::ScrollChat(const QKeyEvent& key) {
-  if (key.key() != Qt::Key_PageUp && key.key() != Qt::Key_PageDown) return false;
+// What nobody below wanted.
+void FrmMain::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Find)) return Find();
+  if (event->key() == Qt::Key_Escape) {
+    if (!ui_->pnlList->StopRun() && !ui_->pnlConnection->CancelAttempt()) {
+      ui_->pnlSend->TakeFocus();
+    }
+    return;
+  }
+  const bool inChat = qobject_cast<ChatTextView*>(focusWidget()) != nullptr;
+  const bool types = !event->text().isEmpty() && event->text().front().isPrint() &&
+                     !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+  if (inChat && (types || event->matches(QKeySequence::Paste))) {
+    return ui_->pnlSend->TakeKey(*event);
+  }
+  QMainWindow::keyPressEvent(event);
+}
+
+void FrmMain::Find() {
+  switch (static_cast<Tab>(ui_->tabMain->currentIndex())) {
+    case Tab::kStatus:
+      return ui_->txtStatus->OpenFind();
+    case Tab::kRoom:
+      return ui_->txtChannel->OpenFind();
+    case Tab::kList:
+      return ui_->pnlList->Find();
+    default:
+      return;
+  }
+}
+
+void FrmMain::ScrollChat(int key) {
   const bool status = ui_->tabMain->currentIndex() == static_cast<int>(Tab::kStatus);
-  QKeyEvent forwarded(key.type(), key.key(), key.modifiers());
+  QKeyEvent forwarded(QEvent::KeyPress, key, Qt::NoModifier);
   QCoreApplication::sendEvent(status ? ui_->txtStatus : ui_->txtChannel, &forwarded);
-  return true;
+}
+
+void FrmMain::StepPane(int step) {
+  QWidget* const panes[] = {ui_->tabMain->currentWidget(), ui_->picChannels, ui_->picWhosHere,
+                            ui_->pnlSend};
+  constexpr int kPanes = 4;
+  int at = 0;
+  while (at < kPanes && !panes[at]->isAncestorOf(focusWidget())) ++at;
+  QWidget* pane = panes[at == kPanes ? 0 : (at + step + kPanes) % kPanes];
+  for (QWidget* inner : pane->findChildren<QWidget*>()) {
+    if (!inner->isVisible() || !inner->isEnabled() || inner->focusProxy() != nullptr) continue;
+    if (inner->focusPolicy() & Qt::TabFocus) return inner->setFocus(Qt::TabFocusReason);
+  }
+}
+
+void FrmMain::OnTabShown() {
+  PlaceRoomView();
+  if (session_ != nullptr) RefreshGuide();
+  const int shown = ui_->tabMain->currentIndex();
+  if (ui_->txtChannel->isVisible()) ui_->tabMain->setTabIcon(static_cast<int>(Tab::kRoom), {});
+  if (shown == static_cast<int>(Tab::kStatus)) ui_->tabMain->setTabIcon(shown, {});
+  // To talk is what these two are for; a user on the tabs themselves walks on.
+  const bool talks =
+      shown == static_cast<int>(Tab::kStatus) || shown == static_cast<int>(Tab::kRoom);
+  if (talks && !ui_->tabMain->tabBar()->hasFocus()) ui_->pnlSend->TakeFocus();
+}
+
+void FrmMain::MarkTab(Tab tab, const ChatTextView& view) {
+  const int index = static_cast<int>(tab);
+  if (view.isVisible() || !isVisible() || !ui_->tabMain->tabIcon(index).isNull()) return;
+  ui_->tabMain->setTabIcon(index, MakeIcon(IconName::kDot, LookRole::kAccent));
 }
 
 void FrmMain::HoldPumpDuringSelection(bool selecting) {
@@ -174,7 +283,7 @@ void FrmMain::HoldPumpDuringSelection(bool selecting) {
 }
 
 void FrmMain::ConnectOptions() {
-  connect(ui_->tabMain, &QTabWidget::currentChanged, this, &FrmMain::PlaceRoomView);
+  connect(ui_->tabMain, &QTabWidget::currentChanged, this, &FrmMain::OnTabShown);
   connect(ui_->pnlOptions, &OptionsPanel::TopmostChanged, this, &FrmMain::SetTopmost);
   connect(ui_->pnlOptions, &OptionsPanel::RoomOnListTabChanged, this, [this](bool shown) {
     roomOnListTab_ = shown;
@@ -196,10 +305,18 @@ void FrmMain::PlaceRoomView() {
   if (ui_->txtChannel->parentWidget() == home) return;
   if (onList) {
     ui_->splitList->addWidget(ui_->txtChannel);
+    SizeListPane();
   } else {
+    roomHeight_ = ui_->splitList->sizes().last();
     ui_->roomLayout->addWidget(ui_->txtChannel);
   }
   ui_->txtChannel->show();
+}
+
+void FrmMain::SizeListPane() {
+  const int height = ui_->splitList->height();
+  const int room = roomHeight_.value_or(height / 3);
+  ui_->splitList->setSizes({std::max(1, height - room), room});
 }
 
 void FrmMain::ShowColours(const Options& options) {
@@ -228,24 +345,19 @@ void FrmMain::SetScreenName(const QString& name) {
   ui_->pnlList->SetScreenName(name);
 }
 
-void FrmMain::SetStatusPanel(const std::string& text) { statusPanel_->setText(ToQString(text)); }
+void FrmMain::SetStatusPanel(const std::string& text) { ui_->barStatus->SetStatus(text); }
 
 void FrmMain::SetWindowCaption(const std::string& text) { setWindowTitle(ToQString(text)); }
 
-void FrmMain::SetBufferMonitor(const std::string& text) {
-  lblBufferSizePeak_->setText(ToQString(text));
-}
+void FrmMain::SetBufferMonitor(const std::string& text) { ui_->barStatus->SetBufferMonitor(text); }
 
-void FrmMain::SetRtbMonitor(const std::string& text) { lblRTBSizePeak_->setText(ToQString(text)); }
+void FrmMain::SetRtbMonitor(const std::string& text) { ui_->barStatus->SetRtbMonitor(text); }
 
-void FrmMain::FocusSendBox() { ui_->cmbSend->setFocus(); }
+void FrmMain::FocusSendBox() { ui_->pnlSend->TakeFocus(); }
 
-void FrmMain::ShowHint(const std::string& text) {
-  hintPanel_->setText(ToQString(text));
-  hintTimer_.start();
-}
+void FrmMain::ShowHint(const std::string& text) { ui_->barStatus->ShowHint(text); }
 
-void FrmMain::SetSendText(const std::string& text) { ui_->cmbSend->setEditText(ToQString(text)); }
+void FrmMain::SetSendText(const std::string& text) { ui_->pnlSend->SetText(text); }
 
 void FrmMain::closeEvent(QCloseEvent* event) {
   emit Closing();

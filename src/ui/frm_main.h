@@ -3,15 +3,17 @@
 // it, the line for typing and the status bar. It shows what it is told and passes on what the user
 // does.
 
-#include <QLabel>
 #include <QMainWindow>
 #include <QTimer>
 #include <memory>
 
 #include "irc/line_pump.h"
 #include "irc/outgoing_text.h"
+#include "irc/session.h"
+#include "irc/who_list.h"
 #include "irc/window_view.h"
 #include "settings/options.h"
+#include "settings/window_place.h"
 #include "ui/channels_panel.h"
 #include "ui/chat_text_view.h"
 #include "ui/connection_panel.h"
@@ -40,7 +42,8 @@ class FrmMain : public QMainWindow, public WindowView {
   // Runs the pump from tmrProcess. The timer rests while there is nothing to show.
   void AttachPump(LinePump& pump, OutputQueue& queue);
 
-  void AttachSendBox(OutgoingText& outgoing);
+  // Shows how the session stands, whenever it says that it changed.
+  void AttachSession(const Session& session, const WhoList& who, OutgoingText& outgoing);
 
   ChatTextView& StatusView();
   ChatTextView& RoomView();
@@ -55,6 +58,14 @@ class FrmMain : public QMainWindow, public WindowView {
   WhoPanel& Who();
 
   void ShowTab(Tab tab);
+
+  // Where the window stands, for the next start.
+  WindowPlace Place() const;
+  // Shows the window there, as far as the screens of today allow.
+  void ShowAt(const WindowPlace& place);
+
+  // How the run of requests goes; nothing when none goes.
+  void ShowRun(const std::optional<RunProgress>& progress);
   void SetScreenName(const QString& name);
 
   void SetStatusPanel(const std::string& text) override;
@@ -64,8 +75,9 @@ class FrmMain : public QMainWindow, public WindowView {
   void Show_RoomTab() override { ShowTab(Tab::kRoom); }
   void FocusSendBox() override;
   void SetSendText(const std::string& text) override;
-  // Goes by itself after a while.
   void ShowHint(const std::string& text) override;
+  void SessionChanged() override;
+  void CallUser() override;
 
  signals:
   // The user closes the window.
@@ -73,37 +85,40 @@ class FrmMain : public QMainWindow, public WindowView {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void BuildStatusBar();
+  void ConnectPanels();
   // The keys that work wherever the focus is.
   void AddKeys();
   // The tab so many places on, past either end to the other.
   void StepTab(int step);
+  // To the next of the panes that make up the window.
+  void StepPane(int step);
+  void Find();
+  void OnTabShown();
+  void RefreshGuide();
+  // A view that is out of sight has something new.
+  void MarkTab(Tab tab, const ChatTextView& view);
   void ConnectOptions();
   void SetTopmost(bool topmost);
   void ShowColours(const Options& options);
   // Puts the room view where the shown tab wants it.
   void PlaceRoomView();
-  // True when the key belongs to the history of the send box.
-  bool WalkHistory(int key);
-  // True when the key scrolls a chat view, which it then does.
-  bool ScrollChat(const QKeyEvent& key);
+  void SizeListPane();
+  void ScrollChat(int key);
   void HoldPumpDuringSelection(bool selecting);
 
   std::unique_ptr<Ui::FrmMain> ui_;
-  QLabel* statusPanel_ = nullptr;
-  QLabel* hintPanel_ = nullptr;
-  QLabel* lblBufferSizePeak_ = nullptr;
-  QLabel* lblRTBSizePeak_ = nullptr;
   QTimer tmrProcess_;
   QTimer uptimeTimer_;
-  QTimer hintTimer_;
   LinePump* pump_ = nullptr;
-  OutgoingText* outgoing_ = nullptr;
+  const Session* session_ = nullptr;
   bool roomOnListTab_ = false;
-  bool held_ = false;  // a mouse selection is under way
+  std::optional<int> roomHeight_;  // below the mail list
+  bool asked_ = false;             // a server for its list
+  bool requested_ = false;         // a mail
+  bool held_ = false;              // a mouse selection is under way
 };
 
 }  // namespace brindle

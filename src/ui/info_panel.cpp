@@ -52,8 +52,10 @@ void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands,
   AddMenuItem(mnuCommands_, "mnuCommandsVerify", "Verify Code",
               [this, &commands] { commands.mnuCommandsVerify_Click(Fields()); });
   mnuCommands_.addSeparator()->setObjectName("mnuCommandsDiv0");
-  AddMenuItem(mnuCommands_, "mnuCommandsList", "Request List",
-              [this, &commands] { commands.mnuCommandsList_Click(Fields()); });
+  AddMenuItem(mnuCommands_, "mnuCommandsList", "Request List", [this, &commands] {
+    commands.mnuCommandsList_Click(Fields());
+    emit ListAsked();
+  });
   AddMenuItem(mnuCommands_, "mnuCommandsStatus", "Request Status",
               [this, &commands] { commands.mnuCommandsStatus_Click(Fields()); });
 }
@@ -61,6 +63,8 @@ void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands,
 QString InfoPanel::ScreenName() const { return ui_->txtInfoAOLSN->text(); }
 
 void InfoPanel::SetScreenName(const QString& name) { ui_->txtInfoAOLSN->setText(name); }
+
+void InfoPanel::SetServer(const QString& handle) { ui_->cmbServers->setEditText(handle); }
 
 void InfoPanel::SetIdleCaption(const std::string& caption) {
   ui_->cmdIdle->setText(ToQString(caption));

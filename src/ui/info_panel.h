@@ -28,12 +28,16 @@ class InfoPanel : public QWidget, public AdvertisementView {
 
   QString ScreenName() const;
   void SetScreenName(const QString& name);
+  // The server handle that commands go to.
+  void SetServer(const QString& handle);
 
   void SetIdleCaption(const std::string& caption) override;
   void SetSentAd(const std::string& caption) override;
   void EnableAdTimer(bool enabled) override;
 
  signals:
+  // The user asked a server for its list.
+  void ListAsked();
   // The user typed in the screen name box.
   void ScreenNameEdited(const QString& name);
 

@@ -74,6 +74,13 @@ void ListPanel::LoadFromFile() {
   if (ui_->cmdLoadList->isEnabled()) mnuLoadList_.actions().first()->trigger();
 }
 
+void ListPanel::Find() { ui_->cmdFind->click(); }
+
+bool ListPanel::StopRun() {
+  if (run_) emit StopClicked();
+  return run_.has_value();
+}
+
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
 
 void ListPanel::SetScreenName(const QString& name) { ui_->txtListAOLSN->setText(name); }

@@ -37,6 +37,11 @@ class ListPanel : public QWidget, public ListView {
 
   // As by the menu item From File.
   void LoadFromFile();
+  void Find();
+  bool HasRows() const { return list_ != nullptr && list_->Size() > 0; }
+  bool HasChecks() const { return list_ != nullptr && list_->CheckedCount() > 0; }
+  // False when there is no run.
+  bool StopRun();
 
   QString ScreenName() const;
   void SetScreenName(const QString& name);

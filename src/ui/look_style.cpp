@@ -17,6 +17,7 @@ namespace brindle {
 namespace {
 
 constexpr int kCellInset = 6;
+constexpr int kWideTabs = 640;  // a narrower strip of tabs is set closer
 
 // A box with a frame of its own around it draws the field; the line edit in it only holds text.
 bool IsInsideField(const QWidget* widget) {
@@ -173,7 +174,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_FocusFrameHMargin:
       return kCellInset - 1;  // one more is added
     case PM_TabBarTabHSpace:
-      return 2 * kInset;
+      return widget != nullptr && widget->width() < kWideTabs ? 2 * kGap : 2 * kInset;
     case PM_TabBarBaseOverlap:
     case PM_TabBarTabOverlap:
     case PM_TabBarTabShiftHorizontal:

@@ -24,9 +24,14 @@ int ObservedListModel::rowCount(const QModelIndex& parent) const {
 }
 
 QVariant ObservedListModel::data(const QModelIndex& index, int role) const {
-  const bool text = role == Qt::DisplayRole || role == Qt::EditRole;
-  if (!index.isValid() || !text || index.row() >= rows_) return {};
-  return ToQString(textOfRow_(static_cast<size_t>(index.row())));
+  if (!index.isValid() || index.row() >= rows_) return {};
+  const std::string_view text = textOfRow_(static_cast<size_t>(index.row()));
+  if (role == Qt::DisplayRole || role == Qt::EditRole) return ToQString(text);
+  return look_ ? look_(text, role) : QVariant();
+}
+
+void ObservedListModel::Refresh() {
+  if (rows_ > 0) emit dataChanged(index(0), index(rows_ - 1));
 }
 
 void ObservedListModel::Before(const ListChange& change) {

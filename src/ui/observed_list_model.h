@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "base/observed_list.h"
 
@@ -24,6 +25,12 @@ class ObservedListModel : public QAbstractListModel {
             list.Size(), parent) {}
   ~ObservedListModel() override;
 
+  // How a row looks beside its text: what `look` has for the toolkit's roles.
+  using Look = std::function<QVariant(std::string_view text, int role)>;
+  void SetLook(Look look) { look_ = std::move(look); }
+  // Rows look different now.
+  void Refresh();
+
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
 
@@ -36,6 +43,7 @@ class ObservedListModel : public QAbstractListModel {
 
   const Observed& list_;
   const TextOfRow textOfRow_;
+  Look look_;
   int rows_;  // as told to the views
 };
 

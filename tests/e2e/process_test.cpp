@@ -90,7 +90,7 @@ TEST_F(ProcessTest, AnswersTheCommandLine) {
     int code;
     const char* said;  // on the one stream or the other, by the code
   } table[] = {
-      {{"--data-dir", "x", "-h"}, "none", 0, "Usage: brindle [--data-dir DIR]\n"},
+      {{"--data-dir", "x", "-h"}, "none", 0, "Usage: brindle [--data-dir DIR] [ADDRESS]\n"},
       {{"--version"}, "none", 0, "Brindle v0.5.85\n"},
       {{"--data-dir=x", "--data-dirs", "y"}, "none", 2, "Unknown option '--data-dirs'.\n"},
       {{"--data-dir"}, "minimal", 2, "Usage: "},

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDate>
 #include <QDir>
+#include <QSplitter>
 #include <QTest>
 
 #include "meeting.h"
@@ -109,6 +110,16 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   QString settings = QString::fromStdString(kSettings);
   settings.replace("<first>", QString::number(table.columnWidth(0) * 15));
   settings.replace("<rest>", QString::number(table.columnWidth(1) * 15));
+  window->App().Window().setGeometry(20, 30, 780, 600);
+  window->Find<QSplitter>("splitMain").setSizes({500, 280});
+  window->Find<QSplitter>("splitSide").setSizes({300, 250});
+  LetTicksPass(1);
+  settings += QString(
+                  "[window]\r\nleft=20\r\ntop=30\r\nwidth=780\r\nheight=600\r\nmaximised=0\r\n"
+                  "side=%1\r\nchannels=%2\r\nroom=%3\r\ntab=2\r\n")
+                  .arg(window->Find<QSplitter>("splitMain").sizes()[1])
+                  .arg(window->Find<QSplitter>("splitSide").sizes()[0])
+                  .arg(window->Find<QSplitter>("splitList").sizes()[1]);
   window.reset();  // the search window is open still: it is saved with the rest
   const std::string today = QDate::currentDate().toString(Qt::ISODate).toStdString();
   const std::map<std::string, std::string> files = {
@@ -122,6 +133,7 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
 
   window = std::make_unique<WindowDriver>(folder);
   EXPECT_EQ(Shown(*window), shown);
+  EXPECT_EQ(window->App().Window().geometry(), QRect(20, 30, 780, 600));
   window->LoadList(folder->File("mails.txt"));
   window->Click("cmdFind");
   EXPECT_EQ(window->Find<QWidget>("frmResults").size(), QSize(700, 500));

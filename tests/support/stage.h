@@ -63,6 +63,8 @@ class Stage : public WindowView,
   void FocusSendBox() override { Note("focus"); }
   void SetSendText(const std::string& text) override { Note("box '" + text + "'"); }
   void ShowHint(const std::string& text) override { Note("hint " + text); }
+  void SessionChanged() override {}
+  void CallUser() override { Note("call"); }
 
   void SetConnectButton(ConnectCaption caption, bool enabled) override {
     Note(std::string("button ") + (caption == ConnectCaption::kConnect ? "Connect" : "Disconnect") +
