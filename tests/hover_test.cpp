@@ -4,8 +4,9 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
-#include <QScrollArea>
+#include <QStackedWidget>
 #include <QTabWidget>
 #include <QtTest/QTest>
 
@@ -23,23 +24,24 @@ TEST(HoverHelp, ExplainsWhatTheMouseIsOverAndWhatHasTheKeyboard) {
   const auto find = [&window](const std::string& name) {
     return name == "frmMain" ? &window : window.findChild<QWidget*>(QString::fromStdString(name));
   };
-  for (const std::string& name : ControlsWithHelp()) EXPECT_NE(find(name), nullptr) << name;
-
   auto& tabs = *window.findChild<QTabWidget*>("tabMain");
+  for (int tab : {static_cast<int>(Tab::kOptions), 0}) tabs.setCurrentIndex(tab);
+  for (const std::string& name : ControlsWithHelp()) EXPECT_NE(find(name), nullptr) << name;
+  const auto* pages = find("pnlOptions")->findChild<QStackedWidget*>();
   const auto text = [&](const char* label) {
     return window.findChild<QLabel*>(label)->text().toStdString();
   };
   const auto show = [&](const std::string& name) {
     for (QWidget* page = find(name); page != nullptr; page = page->parentWidget()) {
       if (tabs.indexOf(page) >= 0) tabs.setCurrentWidget(page);
+      const int option = pages->indexOf(page);
+      if (option >= 0) window.findChild<QListWidget*>("lstOptionPages")->setCurrentRow(option);
     }
     QCoreApplication::processEvents();
     return find(name);
   };
   const auto moveOver = [&](const std::string& name, QPoint corner = {}) {
     QWidget* widget = show(name);
-    auto* area = find("pnlOptions")->findChild<QScrollArea*>();
-    if (area->isAncestorOf(widget)) area->ensureWidgetVisible(widget);
     const QPoint place = corner.isNull() ? widget->rect().center() : corner;
     QTest::mouseMove(window.windowHandle(), widget->mapTo(&window, place));
     QCoreApplication::processEvents();

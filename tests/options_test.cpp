@@ -19,6 +19,7 @@ struct OptionsStage : Stage, OptionsPageView {
   void SetSoundPath(SoundSlot slot, const std::string& path) override {
     Note(std::to_string(static_cast<int>(slot)) + " " + path);
   }
+  void ShowOptionsHint(const std::string& text) override { ShowHint(text); }
   void ShowTheme() override { Note("theme"); }
   void ShowColour(ColourSlot slot, Colour shown) override {
     Note(std::to_string(static_cast<int>(slot)) + " " + ColourText(shown));
@@ -79,6 +80,7 @@ TEST(Options, AreStoredUnderTheirCaptionsAndReadBack) {
       "days=1\r\n"
       "[chat options]\r\n"
       "Keep digits that stand apart from a colour mark=0\r\n"
+      "Ask before saying an unknown command=0\r\n"
       "[theme options]\r\n"
       "Keep chat colours readable=1\r\n"
       "theme=0\r\n";
@@ -134,6 +136,7 @@ TEST(OptionsPage, SomeBoxesActAtOnce) {
       {kMiscOptions, 3, &Options::requestAccessCode, ""},
       {kMiscOptions, 4, &Options::stayOnTop, "top\nno top"},
       {kChatOptions, 0, &Options::keepDigitsApart, ""},
+      {kChatOptions, 1, &Options::askUnknownCommand, ""},
       {kThemeOptions, 0, &Options::readableChatColours, "theme\ntheme"},
       {kFindOptions, 0, &Options::clearFindsOnExit, ""},
       {kFindOptions, 1, &Options::removeInactiveFinds, "days\nno days"},
@@ -181,7 +184,9 @@ TEST(OptionsPage, ChoosesAndTriesSounds) {
     stage.page.txtOptionsSound_Change(SoundSlot::kMessage, path);
     stage.page.cmdSoundPlay_Click(SoundSlot::kMessage);
   }
-  EXPECT_EQ(stage.Taken(), "play /a/low.wav\nplay /A/Ding.WAV");
+  EXPECT_EQ(stage.Taken(),
+            "play /a/low.wav\nhint There is no sound file /gone.wav\n"
+            "hint No sound file is chosen.\nplay /A/Ding.WAV");
 }
 
 TEST(OptionsPage, AColourIsStoredAtOnceUnlessCancelled) {

@@ -80,6 +80,29 @@ TEST(OutgoingText, RefusesWithoutConnectionRoomOrText) {
   }
 }
 
+TEST(OutgoingText, AsksBeforeItSaysACommandAloud) {
+  const std::pair<const char*, bool> table[] = {
+      {"/identify secret", true}, {" /msg bob x", true}, {"hi\n/me waves", true}, {"/", false},
+      {"/msg bob x ", false},     {"/ me", false},       {"/1", false},           {"a /me", false}};
+  for (const auto& [typed, asks] : table) {
+    ChatStage stage;
+    stage.EnterRoom();
+    stage.options.askUnknownCommand = true;
+    stage.outgoing.cmdSend_Click(typed, 1);
+    const std::string journal = stage.Taken();
+    EXPECT_EQ(journal.starts_with("! /"), asks) << typed;
+    EXPECT_EQ(journal.find("> PRIVMSG") == std::string::npos, asks) << typed;
+  }
+  ChatStage stage;
+  stage.EnterRoom();
+  stage.options.askUnknownCommand = true;
+  stage.answers = {"yes"};
+  stage.outgoing.cmdSend_Click("/me waves", 1);
+  EXPECT_EQ(stage.Taken(),
+            Joined({"! /me is no command of Brindle. Say this aloud in the room?\r\n/me waves",
+                    Said("/me waves"), "box ''"}));
+}
+
 TEST(OutgoingText, ManyLinesTakeTheirTurns) {
   ChatStage stage;
   stage.EnterRoom();

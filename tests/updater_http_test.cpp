@@ -147,7 +147,7 @@ TEST_F(UpdaterHttpTest, EnterTakesTheOfferAndTheUpdaterProgramIsToldWhereItIs) {
   EXPECT_EQ(desk->Window()->windowTitle(), "Update Check");
   EXPECT_TRUE(desk->Window()->isModal());
   Offer("[size]\nkb=2\n[news]\nnews=Better <b>maps</b>\n");
-  EXPECT_EQ(Find<QPushButton>("cmdUpdate").text(), "Download Update");
+  EXPECT_EQ(Find<QPushButton>("cmdUpdate").text(), "&Download Update");
   EXPECT_EQ(Text("lblProgress"), "Update to v0.6.0; 2kb; 0s on a 56k modem");
   EXPECT_EQ(Text("lblNews"), "Better <b>maps</b>");
   EXPECT_EQ(Find<QLabel>("lblNews").textFormat(), Qt::PlainText);

@@ -36,6 +36,8 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs, std::string st
       optionsPage_(stored_.options, settings_, window_->OptionsControls(), files_, finds_, *sounds_,
                    dialogs) {
   window_->OptionsControls().Attach(optionsPage_, stored_.options);
+  sounds_->OnTrouble(
+      [this](const std::string& path) { window_->ShowHint("Cannot play the sound " + path); });
   QObject::connect(&window_->Connection(), &ConnectionPanel::CheckForUpdateClicked, window_.get(),
                    [this] { CheckForUpdate(); });
   QObject::connect(window_.get(), &FrmMain::Closing, window_.get(), [this] { Close(); });
@@ -125,6 +127,8 @@ void Program::APP_LOAD() {
   if (closed_) return;
   if (isFirstStart) MakeMissing(loaded.results);
   stored_ = std::move(loaded);
+  // Those who know the program expect it to say what they type.
+  stored_.options.askUnknownCommand |= isFirstStart;
   // 1. and 2. Rooms and servers.
   for (const std::string& room : stored_.rooms) chat_.Rooms().Rooms().Add(room);
   for (const IrcServer& server : stored_.servers) chat_.Servers().Add(server);

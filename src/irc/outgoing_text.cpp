@@ -30,6 +30,12 @@ std::vector<std::string> LinesOf(std::string_view typed) {
   return lines;
 }
 
+// A slash and a letter, with blanks before it or not.
+bool LooksLikeACommand(std::string_view word) {
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  return word.size() > 1 && word.front() == '/' && isLetter(word[1]);
+}
+
 }  // namespace
 
 const OutgoingText::Command OutgoingText::kCommands[] = {
@@ -51,16 +57,39 @@ void OutgoingText::cmdSend_Click(const std::string& typed, int shownTab) {
       !dialogs_.Question(Icon::kInformation, "Say " + std::to_string(lines.size()) + " lines?")) {
     return;
   }
+  if (!MaySay(lines)) return;
   for (const std::string& line : lines) SendLine(line, shownTab);
   screen_.window.SetSendText("");
 }
 
-void OutgoingText::SendLine(const std::string& line, int shownTab) {
-  const Words words = Split(line, " ");
+const OutgoingText::Command* OutgoingText::CommandOf(std::string_view word) {
   const auto* command =
       std::find_if(std::begin(kCommands), std::end(kCommands),
-                   [&](const Command& row) { return EqualsIgnoringCase(words.front(), row.word); });
-  if (command != std::end(kCommands)) {
+                   [&](const Command& row) { return EqualsIgnoringCase(word, row.word); });
+  return command == std::end(kCommands) ? nullptr : command;
+}
+
+bool OutgoingText::MaySay(const std::vector<std::string>& lines) {
+  if (!style_.options.askUnknownCommand) return true;
+  for (const std::string& line : lines) {
+    const std::string_view text = TrimBlanks(line);
+    const std::string_view word = Split(text, " ").front();
+    // A known one behind blanks is said too.
+    if (!LooksLikeACommand(word) || (CommandOf(word) != nullptr && line.front() == '/')) {
+      continue;
+    }
+    return dialogs_.Question(Icon::kExclamation, std::string(word) +
+                                                     " is no command of Brindle. Say this aloud in "
+                                                     "the room?\r\n" +
+                                                     std::string(text));
+  }
+  return true;
+}
+
+void OutgoingText::SendLine(const std::string& line, int shownTab) {
+  const Words words = Split(line, " ");
+  const Command* command = CommandOf(words.front());
+  if (command != nullptr) {
     (this->*command->run)(words);
   } else {
     voice_.Say(line, EchoKind(shownTab));

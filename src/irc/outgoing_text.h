@@ -41,7 +41,12 @@ class OutgoingText {
     void (OutgoingText::*run)(const Words& words);
   };
   static const Command kCommands[];
+  // Nothing for a word that is none.
+  static const Command* CommandOf(std::string_view word);
 
+  // True when every line may be sent: the user is asked about the first that would be said aloud
+  // though it looks like a command.
+  bool MaySay(const std::vector<std::string>& lines);
   void SendLine(const std::string& line, int shownTab);
   void Tell(const Words& words);
   void Join(const Words& words);

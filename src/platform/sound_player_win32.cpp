@@ -13,7 +13,10 @@ class Win32SoundPlayer : public SoundPlayer {
  public:
   void Play(const std::string& path) override {
     const std::u8string name(path.begin(), path.end());
-    sndPlaySoundW(std::filesystem::path(name).c_str(), SND_ASYNC | SND_NODEFAULT);
+    const std::filesystem::path file(name);
+    std::error_code ignored;  // what cannot be looked at is as good as missing
+    const bool plays = sndPlaySoundW(file.c_str(), SND_ASYNC | SND_NODEFAULT) != FALSE;
+    if (!plays && std::filesystem::is_regular_file(file, ignored)) Trouble(path);
   }
 };
 

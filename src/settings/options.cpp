@@ -29,6 +29,7 @@ constexpr OptionBox kFindBoxes[] = {
 };
 constexpr OptionBox kChatBoxes[] = {
     {"Keep digits that stand apart from a colour mark", &Options::keepDigitsApart},
+    {"Ask before saying an unknown command", &Options::askUnknownCommand},
 };
 
 constexpr OptionBox kThemeBoxes[] = {

@@ -56,6 +56,7 @@ struct Options {
   bool enterRoomUponAdding = true;
   // chkOptionsChat
   bool keepDigitsApart = false;
+  bool askUnknownCommand = false;  // a new user's first start turns it on
   // chkOptionsTheme and cmbOptionsTheme
   bool readableChatColours = true;
   ThemeChoice theme = ThemeChoice::kSystem;

@@ -32,7 +32,12 @@ void OptionsPage::cmdSoundOpen_Click(SoundSlot slot) {
 
 void OptionsPage::cmdSoundPlay_Click(SoundSlot slot) {
   const std::string& path = Sound(slot).path;
-  if (files_.FileExists(path)) sounds_.Play(path);
+  if (files_.FileExists(path)) {
+    sounds_.Play(path);
+  } else {
+    view_.ShowOptionsHint(path.empty() ? "No sound file is chosen."
+                                       : "There is no sound file " + path);
+  }
 }
 
 void OptionsPage::ColourClicked(ColourSlot slot) {

@@ -25,6 +25,8 @@ class OptionsPageView {
   // The list tab shows the room too, or no longer.
   virtual void ShowRoomOnListTab(bool shown) = 0;
   virtual void SetSoundPath(SoundSlot slot, const std::string& path) = 0;
+  // A line in the status bar.
+  virtual void ShowOptionsHint(const std::string& text) = 0;
   // The windows' colours, and how the chat treats its own.
   virtual void ShowTheme() = 0;
   // A swatch, and what has that colour.

@@ -80,7 +80,7 @@ void ConnectionPanel::SetPort(const std::string& text) {
 }
 
 void ConnectionPanel::SetConnectButton(ConnectCaption caption, bool enabled) {
-  ui_->cmdConnect->setText(caption == ConnectCaption::kConnect ? "Connect" : "Disconnect");
+  ui_->cmdConnect->setText(caption == ConnectCaption::kConnect ? "Co&nnect" : "Disco&nnect");
   ui_->cmdConnect->setEnabled(enabled);
 }
 
@@ -112,7 +112,7 @@ void ConnectionPanel::SetServer(const std::string& host, int port) {
 }
 
 void ConnectionPanel::Connect() {
-  if (ui_->cmdConnect->text() == "Connect") ui_->cmdConnect->click();
+  if (!ui_->cmdConnect->text().startsWith("Dis")) ui_->cmdConnect->click();
 }
 
 GuideCard& ConnectionPanel::Guide() { return *ui_->fmeGuide; }

@@ -11,6 +11,7 @@
 #include <QWindow>
 
 #include "settings/product.h"
+#include "ui/accessible_tree.h"
 #include "ui/hover_guide.h"
 #include "ui/icons.h"
 #include "ui/qt_text.h"
@@ -28,8 +29,10 @@ constexpr int kSideWidth = 200;
 }  // namespace
 
 FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
+  InstallButtonAccessibility();
   ui_->setupUi(this);
   ui_->tabMain->findChild<QStackedWidget*>()->setObjectName("picTab");  // holds the tabs' pages
+  NameTextFields(*this);
   setWindowTitle(ToQString(VersionText()));
   setMinimumSize(kLeastSize);
   const QSize screen = QGuiApplication::primaryScreen()->availableSize() * kMostOfScreen;
@@ -290,6 +293,7 @@ void FrmMain::ConnectOptions() {
     PlaceRoomView();
   });
   connect(ui_->pnlOptions, &OptionsPanel::ColoursChanged, this, &FrmMain::ShowColours);
+  connect(ui_->pnlOptions, &OptionsPanel::Hint, this, &FrmMain::ShowHint);
 }
 
 void FrmMain::SetTopmost(bool topmost) {

@@ -5,6 +5,7 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include "ui/accessible_tree.h"
 #include "ui/one_line.h"
 #include "ui/qt_text.h"
 #include "ui_frm_manual_request.h"
@@ -25,6 +26,7 @@ FrmManualRequest::FrmManualRequest(ManualRequest& manualRequest,
       manualRequest_(manualRequest) {
   setAttribute(Qt::WA_DeleteOnClose);
   ui_->setupUi(this);
+  NameTextFields(*this);
   // It would put known handles in place of what is being typed.
   ui_->cmbRequestFrom->setCompleter(nullptr);
   KeepOneLine(*ui_->cmbRequestFrom->lineEdit());

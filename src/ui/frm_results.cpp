@@ -5,6 +5,7 @@
 #include <QShortcut>
 
 #include "base/twips.h"
+#include "ui/accessible_tree.h"
 #include "ui/mail_list_model.h"
 #include "ui/qt_text.h"
 #include "ui_frm_results.h"
@@ -23,6 +24,7 @@ FrmResults::FrmResults(Results& results, SelectMenu& mnuSelect, QWidget* parent)
     : QWidget(parent, Qt::Window), ui_(std::make_unique<Ui::FrmResults>()), results_(results) {
   setAttribute(Qt::WA_DeleteOnClose);
   ui_->setupUi(this);
+  NameTextFields(*this);
   ui_->cmbSearch->Attach(results.RememberedSearches());
   ui_->lstResults->Attach(results.Found());
   ConnectControls(mnuSelect);

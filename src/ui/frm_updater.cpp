@@ -41,8 +41,8 @@ void FrmUpdater::ShowModal() {
 }
 
 void FrmUpdater::SetUpdateButton(UpdateCaption caption, bool enabled) {
-  ui_->cmdUpdate->setText(caption == UpdateCaption::kUpdateCheck ? "Update Check"
-                                                                 : "Download Update");
+  ui_->cmdUpdate->setText(caption == UpdateCaption::kUpdateCheck ? "&Update Check"
+                                                                 : "&Download Update");
   ui_->cmdUpdate->setEnabled(enabled);
   // Disabled it gave the focus away; Enter is to take what is offered now.
   if (enabled) ui_->cmdUpdate->setFocus();

@@ -7,7 +7,9 @@
 #include <QSplitter>
 #include <QTabWidget>
 
+#include "base/text.h"
 #include "ui/hover_help.h"
+#include "ui/qt_text.h"
 
 namespace brindle {
 namespace {
@@ -31,6 +33,17 @@ ControlName NameOf(const QWidget& widget) {
 std::string CaptionOf(const QWidget& widget) {
   const auto* button = qobject_cast<const QAbstractButton*>(&widget);
   return button == nullptr ? "" : button->text().remove('&').toStdString();
+}
+
+struct Texts {
+  std::optional<std::string> hint;
+  std::optional<std::string> help;
+};
+
+Texts TextsOf(const QWidget& widget) {
+  const ControlName name = NameOf(widget);
+  const std::string caption = CaptionOf(widget);
+  return {StatusHint(name.group, caption), OptionHelp(name.group, name.index, caption)};
 }
 
 // A part that the toolkit made, like the surface of a list or the line of an editable box.
@@ -59,6 +72,7 @@ void HoverGuide::Watch(QWidget& widget) {
   // nothing but a move.
   widget.setMouseTracking(true);
   widget.installEventFilter(this);
+  Describe(widget);
   for (QObject* child : widget.children()) {
     auto* inner = qobject_cast<QWidget*>(child);
     if (inner != nullptr && !inner->isWindow()) Watch(*inner);
@@ -99,14 +113,23 @@ void HoverGuide::Explain(QWidget* widget) {
   }
 }
 
-bool HoverGuide::ExplainNamed(const QWidget& widget) {
-  const ControlName name = NameOf(widget);
-  const std::string caption = CaptionOf(widget);
-  const auto help = OptionHelp(name.group, name.index, caption);
-  if (help) showOptionHelp_(*help);
-  const auto hint = StatusHint(name.group, caption);
-  if (hint) showHint_(*hint);
-  return help || hint;
+bool HoverGuide::ExplainNamed(QWidget& widget) {
+  const Texts texts = TextsOf(widget);
+  if (texts.help) showOptionHelp_(*texts.help);
+  if (texts.hint) showHint_(*texts.hint);
+  Describe(widget);  // its caption may have changed
+  return texts.help || texts.hint;
+}
+
+void HoverGuide::Describe(QWidget& widget) {
+  if (widget.objectName().isEmpty()) return;
+  const Texts texts = TextsOf(widget);
+  // The heading of an option's help is its name, which is read anyway.
+  if (texts.help) {
+    widget.setAccessibleDescription(ToQString(*texts.help).section(ToQString(kCrLf), -1));
+  } else if (texts.hint) {
+    widget.setAccessibleDescription(ToQString(*texts.hint));
+  }
 }
 
 }  // namespace brindle

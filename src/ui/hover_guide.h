@@ -1,6 +1,7 @@
 #pragma once
 // The one mechanism behind the hover help: watches a window and everything in it, and tells the
-// hint and the option help of the control that the mouse is over or that gets the keyboard.
+// hint and the option help of the control that the mouse is over or that gets the keyboard. The
+// same texts are the descriptions of the controls for assistive technology.
 
 #include <QObject>
 #include <QWidget>
@@ -27,7 +28,8 @@ class HoverGuide : public QObject {
   void Watch(QWidget& widget);
   // Tells about the control that `widget` is or is a part of.
   void Explain(QWidget* widget);
-  bool ExplainNamed(const QWidget& widget);
+  bool ExplainNamed(QWidget& widget);
+  void Describe(QWidget& widget);
 
   QWidget& window_;
   Sink showHint_;

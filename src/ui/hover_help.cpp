@@ -75,6 +75,9 @@ constexpr Help kHelps[] = {
      "If checked only digits directly behind a colour mark are its number. Otherwise a digit "
      "behind "
      "a blank is taken for the number too, and not shown."},
+    {"chkOptionsChat", 1, "Chat / Ask before saying an unknown command",
+     "If checked you are asked before a line that begins like a command, but is none that Brindle "
+     "knows, is said in the room for all to see."},
     {"chkOptionsFind", 0, "Finds / *",
      "Clear the finds combobox of any items that were searched for."},
     {"chkOptionsFind", 1, "Finds / * X days",

@@ -1,5 +1,6 @@
 #include "ui/info_panel.h"
 
+#include "ui/mnemonic.h"
 #include "ui/observed_list_model.h"
 #include "ui/one_line.h"
 #include "ui/pop_up.h"
@@ -17,8 +18,7 @@ InfoPanel::InfoPanel(QWidget* parent)
   mnuCommands_.setObjectName("mnuCommands");
   tmrAD_.setObjectName("tmrAD");
   tmrAD_.setInterval(Advertisement::kTickMilliseconds);
-  connect(ui_->cmdCommands, &QPushButton::clicked, this,
-          [this] { PopUpBelow(mnuCommands_, *ui_->cmdCommands); });
+  GiveMenu(*ui_->cmdCommands, mnuCommands_);
   connect(ui_->txtInfoAOLSN, &QLineEdit::textEdited, this, &InfoPanel::ScreenNameEdited);
 }
 
@@ -47,16 +47,16 @@ void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands,
   connect(ui_->cmdIdle, &QPushButton::clicked, this,
           [&advertisement] { advertisement.cmdIdle_Click(); });
   connect(&tmrAD_, &QTimer::timeout, this, [&advertisement] { advertisement.tmrAD_Timer(); });
-  AddMenuItem(mnuCommands_, "mnuCommandsRequest", "Request Code",
+  AddMenuItem(mnuCommands_, "mnuCommandsRequest", "&Request Code",
               [this, &commands] { commands.mnuCommandsRequest_Click(Fields()); });
-  AddMenuItem(mnuCommands_, "mnuCommandsVerify", "Verify Code",
+  AddMenuItem(mnuCommands_, "mnuCommandsVerify", "&Verify Code",
               [this, &commands] { commands.mnuCommandsVerify_Click(Fields()); });
   mnuCommands_.addSeparator()->setObjectName("mnuCommandsDiv0");
-  AddMenuItem(mnuCommands_, "mnuCommandsList", "Request List", [this, &commands] {
+  AddMenuItem(mnuCommands_, "mnuCommandsList", "Request &List", [this, &commands] {
     commands.mnuCommandsList_Click(Fields());
     emit ListAsked();
   });
-  AddMenuItem(mnuCommands_, "mnuCommandsStatus", "Request Status",
+  AddMenuItem(mnuCommands_, "mnuCommandsStatus", "Request &Status",
               [this, &commands] { commands.mnuCommandsStatus_Click(Fields()); });
 }
 
@@ -67,7 +67,7 @@ void InfoPanel::SetScreenName(const QString& name) { ui_->txtInfoAOLSN->setText(
 void InfoPanel::SetServer(const QString& handle) { ui_->cmbServers->setEditText(handle); }
 
 void InfoPanel::SetIdleCaption(const std::string& caption) {
-  ui_->cmdIdle->setText(ToQString(caption));
+  ui_->cmdIdle->setText(WithMnemonic(ToQString(caption), caption == "Idle" ? 'l' : 'b'));
 }
 
 void InfoPanel::SetSentAd(const std::string& caption) {

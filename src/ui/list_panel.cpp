@@ -54,11 +54,10 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
 }
 
 void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
-  connect(ui_->cmdLoadList, &QPushButton::clicked, this,
-          [this] { PopUpBelow(mnuLoadList_, *ui_->cmdLoadList); });
-  AddMenuItem(mnuLoadList_, "mnuLoadListFile", "From File",
+  GiveMenu(*ui_->cmdLoadList, mnuLoadList_);
+  AddMenuItem(mnuLoadList_, "mnuLoadListFile", "From &File",
               [&loader] { loader.mnuLoadListFile_Click(); });
-  AddMenuItem(mnuLoadList_, "mnuLoadListWeb", "From Web",
+  AddMenuItem(mnuLoadList_, "mnuLoadListWeb", "From &Web",
               [&loader] { loader.mnuLoadListWeb_Click(); });
 
   mnuSelect_.Attach(selection, *list_);

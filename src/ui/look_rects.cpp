@@ -62,7 +62,10 @@ QRect SpinBoxPart(const QStyleOptionSpinBox& option, QStyle::SubControl part) {
 
 QRect GroupBoxPart(const QStyleOptionGroupBox& option, QStyle::SubControl part,
                    const QFontMetrics& metrics) {
-  QRect title(option.rect.left() + kCardInset, option.rect.top() + kInset, 0, 0);
+  const bool flat = option.features & QStyleOptionFrame::Flat;
+  const int side = flat ? 0 : kCardInset;
+  const int edge = flat ? kGap : kInset;
+  QRect title(option.rect.left() + side, option.rect.top() + edge, 0, 0);
   const bool checkable = option.subControls & QStyle::SC_GroupBoxCheckBox;
   if (!option.text.isEmpty() || checkable) {
     title.setSize({metrics.size(Qt::TextShowMnemonic, option.text).width() + kSmallGap,
@@ -77,8 +80,7 @@ QRect GroupBoxPart(const QStyleOptionGroupBox& option, QStyle::SubControl part,
       rect = title.translated(checkable ? kCheckSize + kGap : 0, 0);
       break;
     case QStyle::SC_GroupBoxContents:
-      rect.adjust(kCardInset, kInset + (title.height() > 0 ? title.height() + kGap : 0),
-                  -kCardInset, -kInset);
+      rect.adjust(side, edge + (title.height() > 0 ? title.height() + kGap : 0), -side, -edge);
       break;
     default:
       break;

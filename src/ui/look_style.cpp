@@ -101,6 +101,10 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_Frame:
       return DrawFrame(*painter, *option, widget);
     case PE_FrameGroupBox:
+      if (const auto* frame = As<QStyleOptionFrame>(option);
+          frame != nullptr && frame->features & QStyleOptionFrame::Flat) {
+        return;
+      }
       return DrawBox(*painter, option->rect, {colours.raised, colours.divider, kCardRadius});
     case PE_FrameFocusRect:
       return DrawFocus(*painter, *option);

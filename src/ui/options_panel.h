@@ -1,10 +1,9 @@
 #pragma once
-// The options tab: the groups of boxes, the sounds, the finds, the colours, and the label that
-// explains them.
+// The options tab: pages of boxes, sounds, finds and colours, and the card that explains them. Its
+// controls are made when it is first shown; what is stored takes effect before.
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QWidget>
@@ -12,10 +11,14 @@
 #include <initializer_list>
 
 #include "settings/options_page.h"
+#include "ui/icons.h"
+#include "ui/option_widgets.h"
 
 class QBoxLayout;
+class QGridLayout;
 class QGroupBox;
-class QVBoxLayout;
+class QListWidget;
+class QStackedWidget;
 
 namespace brindle {
 
@@ -23,11 +26,11 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   Q_OBJECT
 
  public:
-  explicit OptionsPanel(QWidget* parent = nullptr);
+  explicit OptionsPanel(QWidget* parent = nullptr) : QWidget(parent) {}
 
   void Attach(OptionsPage& page, const Options& options);
 
-  // Puts all options into their controls. Boxes and colours take effect as if clicked.
+  // All options take effect as if clicked, and are shown by the controls that are there.
   void ShowAll();
 
   // The paragraph of help in lblQuickHelp.
@@ -38,6 +41,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void SetTopmost(bool topmost) override { emit TopmostChanged(topmost); }
   void ShowRoomOnListTab(bool shown) override { emit RoomOnListTabChanged(shown); }
   void SetSoundPath(SoundSlot slot, const std::string& path) override;
+  void ShowOptionsHint(const std::string& text) override { emit Hint(text); }
   void ShowTheme() override;
   void ShowColour(ColourSlot slot, Colour colour) override;
 
@@ -46,30 +50,50 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void TopmostChanged(bool topmost);
   void RoomOnListTabChanged(bool shown);
   void ColoursChanged(const Options& options);
+  void Hint(const std::string& text);
 
  protected:
-  // Two columns side by side where there is room for both, else one below the other.
+  void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  // A narrow page has two lines for each sound.
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  // A group of boxes, shown in the order of `indexes`.
-  QGroupBox* BuildGroup(const char* title, const char* control, const OptionGroup& group,
+  bool IsBuilt() const { return pages_ != nullptr; }
+  void Build();
+  // Adds a page that shows its groups one below the other.
+  void AddPage(const char* title, IconName icon, std::initializer_list<QWidget*> groups);
+  // A group of boxes, shown in the order of `indexes`. `keys` are their letters, by index.
+  QGroupBox* BuildGroup(const char* title, const OptionGroup& group, const char* keys,
                         std::initializer_list<size_t> indexes);
   QGroupBox* BuildSounds();
+  void BuildSound(QWidget& parent, size_t index, char key);
+  void PlaceSounds();
   QGroupBox* BuildFinds();
   QGroupBox* BuildColours();
   QGroupBox* BuildTheme();
   QCheckBox* Box(const OptionGroup& group, size_t index) const;
-  void ShowGroup(const OptionGroup& group);
-  void ShowSounds();
+  void Fill();
+  void ShowSwatch(ColourSlot slot);
+  void ShowSamples();
 
-  QBoxLayout* columns_ = nullptr;
-  std::array<QLineEdit*, kSoundSlots> soundPaths_{};
-  std::array<QCheckBox*, kSoundSlots> soundBoxes_{};
+  struct SoundRow {
+    QCheckBox* box;
+    QLineEdit* path;
+    QPushButton* open;
+    QPushButton* play;
+  };
+
+  QListWidget* pageList_ = nullptr;
+  QStackedWidget* pages_ = nullptr;
+  QGridLayout* soundGrid_ = nullptr;
+  std::array<SoundRow, kSoundSlots> sounds_{};
   std::array<QPushButton*, 4> swatches_{};
+  ColourSample* listSample_ = nullptr;
+  ColourSample* roomSample_ = nullptr;
   QComboBox* cmbOptionsFinds_ = nullptr;
   QComboBox* cmbOptionsTheme_ = nullptr;
-  QLabel* lblQuickHelp_ = nullptr;
+  QuickHelpCard* lblQuickHelp_ = nullptr;
   OptionsPage* page_ = nullptr;
   const Options* options_ = nullptr;
 };

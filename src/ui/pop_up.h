@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPushButton>
 #include <QWidget>
 
 namespace brindle {
@@ -10,6 +11,15 @@ namespace brindle {
 // Shows `menu` with its top left corner at the bottom left of `button`, and returns at once.
 inline void PopUpBelow(QMenu& menu, const QWidget& button) {
   menu.popup(button.mapToGlobal(QPoint(0, button.height())));
+}
+
+// Gives `button` its menu, and returns at once when it is clicked; the toolkit's own way stays in
+// the click until the menu is closed.
+inline void GiveMenu(QPushButton& button, QMenu& menu) {
+  button.setMenu(&menu);
+  QObject::disconnect(&button, &QPushButton::pressed, &button, nullptr);
+  QObject::connect(&button, &QPushButton::clicked, &menu,
+                   [&button, &menu] { PopUpBelow(menu, button); });
 }
 
 // Shows a window in front of the others, also one that was made small.

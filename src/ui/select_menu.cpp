@@ -13,16 +13,16 @@ void SelectMenu::Attach(ListSelection& selection, MailList& main) {
       if (MailList* list = Target()) (selection.*run)(*list);
     });
   };
-  mnuSelectAll_ = add("mnuSelectAll", "All", &ListSelection::mnuSelectAll_Click);
+  mnuSelectAll_ = add("mnuSelectAll", "&All", &ListSelection::mnuSelectAll_Click);
   mnuSelectAll_->setVisible(false);
-  add("mnuSelectNone", "None", &ListSelection::mnuSelectNone_Click);
+  add("mnuSelectNone", "&None", &ListSelection::mnuSelectNone_Click);
   addSeparator();
-  add("mnuSelectBetween", "Between", &ListSelection::mnuSelectBetween_Click);
-  add("mnuSelectString", "By String", &ListSelection::mnuSelectString_Click);
+  add("mnuSelectBetween", "&Between", &ListSelection::mnuSelectBetween_Click);
+  add("mnuSelectString", "By &String", &ListSelection::mnuSelectString_Click);
   addSeparator();
   // These two stand in the menu and do nothing.
-  AddMenuItem(*this, "mnuSelectSimilarLeft", "Similar From Left", [] {});
-  AddMenuItem(*this, "mnuSelectSimilarRight", "Similar From Right", [] {});
+  AddMenuItem(*this, "mnuSelectSimilarLeft", "Similar From &Left", [] {});
+  AddMenuItem(*this, "mnuSelectSimilarRight", "Similar From &Right", [] {});
 }
 
 void SelectMenu::PopUpForMain(const QWidget& button) {

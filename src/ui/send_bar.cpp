@@ -9,7 +9,7 @@
 namespace brindle {
 
 SendBar::SendBar(QWidget* parent)
-    : QWidget(parent), cmbSend_(new ListComboBox(this)), cmdSend_(new QPushButton("Send", this)) {
+    : QWidget(parent), cmbSend_(new ListComboBox(this)), cmdSend_(new QPushButton("&Send", this)) {
   cmbSend_->setObjectName("cmbSend");
   cmbSend_->setAccessibleName("Line to send");
   cmdSend_->setObjectName("cmdSend");

@@ -37,6 +37,7 @@ const std::string kSettings = File(
     "[room options]|Include timestamp on chat lines=0|Try to enter room upon adding it=0|"
     "[find options]|Clear finds list on program exit=0|Remove inactive finds after=1|days=6|"
     "[chat options]|Keep digits that stand apart from a colour mark=1|"
+    "Ask before saying an unknown command=0|"
     "[theme options]|Keep chat colours readable=0|theme=0|");
 
 void SetUpEverything(WindowDriver& window) {
@@ -75,6 +76,7 @@ void SetUpEverything(WindowDriver& window) {
 
 // What the fields, boxes and lists of the window hold.
 std::map<QString, std::string> Shown(WindowDriver& window) {
+  window.ShowTab(Tab::kOptions);  // which is made when it is first shown
   std::map<QString, std::string> shown = {{"servers", window.Items("cmbConnectServer")},
                                           {"rooms", window.Items("lstChannels")}};
   for (const auto* field : window.App().Window().findChildren<QWidget*>(

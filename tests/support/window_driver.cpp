@@ -137,7 +137,9 @@ std::string WindowDriver::TitleHeader() {
 std::string WindowDriver::Text(const char* name) {
   const auto& widget = Find<QWidget>(name);
   const QVariant text = widget.property("text");
-  return (text.isValid() ? text : widget.property("currentText")).toString().toStdString();
+  QString shown = (text.isValid() ? text : widget.property("currentText")).toString();
+  if (qobject_cast<const QAbstractButton*>(&widget) != nullptr) shown.remove('&');
+  return shown.toStdString();
 }
 
 bool WindowDriver::Tells(const char* name, const std::string& part) {

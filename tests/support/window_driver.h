@@ -76,7 +76,7 @@ class WindowDriver {
   // Wait until the view shows `part`.
   bool ShowsInStatus(const QString& part) { return Shows("txtStatus", part); }
   bool ShowsInRoom(const QString& part) { return Shows("txtChannel", part); }
-  // The text of a label, a button, a field or a box.
+  // The text of a label, a button (without the mark of its letter), a field or a box.
   std::string Text(const char* name);
   // Waits until that contains `part`.
   bool Tells(const char* name, const std::string& part);
