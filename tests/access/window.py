@@ -1,0 +1,151 @@
+"""The running program as assistive technology sees it: a tree of named things with roles.
+
+Everything is found by role and name, as a user of a screen reader finds it; what is waited for has a
+bound.
+"""
+
+import subprocess
+import sys
+import time
+
+import pyatspi
+from gi.repository import GLib
+
+PATIENCE_SECONDS = 15
+PAUSE_SECONDS = 0.02
+
+
+def wait_for(what, condition):
+    """The first true value of `condition`. What is gone while it is looked at is looked at again."""
+    end = time.monotonic() + PATIENCE_SECONDS
+    while True:
+        try:
+            value = condition()
+        except (LookupError, RuntimeError, NotImplementedError, GLib.GError):
+            value = None
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError("Waited in vain for " + what)
+        time.sleep(PAUSE_SECONDS)
+
+
+def children(thing):
+    return [child for child in thing if child is not None]
+
+
+def walk(thing):
+    yield thing
+    for child in children(thing):
+        # The rows of a long list are asked for by number, never walked.
+        if child.getRoleName() in ("table", "tree table"):
+            yield child
+        else:
+            yield from walk(child)
+
+
+def has(thing, state):
+    return thing.getState().contains(state)
+
+
+def is_showing(thing):
+    return has(thing, pyatspi.STATE_SHOWING)
+
+
+class Window:
+    """The program; started on a stage of its own: with an IRC server and a mail bot."""
+
+    def __init__(self, demo):
+        self.process = subprocess.Popen([demo])
+        self.root = wait_for("the program", self._root)
+
+    def _root(self):
+        if self.process.poll() is not None:
+            sys.exit("The program ended with %s." % self.process.returncode)
+        for program in children(pyatspi.Registry.getDesktop(0)):
+            if program.name == "Brindle":
+                # Asked anew each time: nobody here listens to what changes.
+                program.set_cache_mask(pyatspi.Atspi.Cache.NONE)
+                return program
+        return None
+
+    def everything(self, role=None, name=None):
+        """All that is shown, with that role and that beginning of its name."""
+        return [thing for thing in walk(self.root)
+                if (role is None or thing.getRoleName() == role)
+                and (name is None or thing.name.startswith(name))
+                and is_showing(thing)]
+
+    def find(self, role, name):
+        return wait_for("the %s '%s'" % (role, name), lambda: self.everything(role, name))[0]
+
+    def menu_item(self, name):
+        """An entry of a menu, whether the menu is open or not."""
+        return wait_for("the menu item " + name, lambda: [
+            thing for thing in walk(self.root)
+            if thing.getRoleName() == "menu item" and thing.name == name])[0]
+
+    def act(self, thing, action):
+        actions = thing.queryAction()
+        names = [actions.getName(i) for i in range(actions.nActions)]
+        for index, name in enumerate(names):
+            if name.lower() == action.lower():
+                return actions.doAction(index)
+        raise AssertionError("'%s' has no action %s, only %s" % (thing.name, action, names))
+
+    def press(self, name, role="push button"):
+        button = wait_for("the enabled %s '%s'" % (role, name), lambda: [
+            thing for thing in self.everything(role, name)
+            if has(thing, pyatspi.STATE_ENABLED)])[0]
+        self.act(button, "Press")
+
+    def show_tab(self, name):
+        self.act(self.find("page tab", name), "Press")
+        self.find("page tab list", name)  # which is named like its current tab
+
+    def select(self, name):
+        """Makes an entry of a list the selected one."""
+        entry = self.find("list item", name)
+        if not has(entry, pyatspi.STATE_SELECTED):
+            self.act(entry, "Toggle")
+
+    def text(self, role, name):
+        """What a field or a view holds, on whatever tab it is."""
+        content = wait_for("the text " + name, lambda: [
+            thing for thing in walk(self.root)
+            if thing.getRoleName() == role and thing.name.startswith(name)])[0].queryText()
+        return content.getText(0, content.characterCount)
+
+    def fill(self, name, content, role="text"):
+        field = self.find(role, name)
+        field.queryEditableText().setTextContents(content)
+        wait_for("the text in " + name, lambda: self.text(role, name) == content)
+
+    def shows(self, view, part):
+        """Waits until a chat view shows `part`."""
+        wait_for("'%s' in %s" % (part, view), lambda: part in self.text("text", view))
+
+    def label(self, part):
+        """Waits for a line of text on the screen that contains `part`."""
+        return wait_for("the label '%s'" % part, lambda: [
+            thing for thing in self.everything("label") if part in thing.name])[0]
+
+    def key(self, keys):
+        subprocess.run(["xdotool", "key", keys], check=True)
+
+    def type(self, text):
+        subprocess.run(["xdotool", "type", "--delay", "1", text], check=True)
+
+    def quit(self):
+        self.key("ctrl+q")
+        self.wait_for_end()
+
+    def focused(self):
+        for thing in walk(self.root):
+            if has(thing, pyatspi.STATE_FOCUSED) and is_showing(thing):
+                return thing
+        return None
+
+    def wait_for_end(self):
+        code = self.process.wait(timeout=PATIENCE_SECONDS)
+        assert code == 0, "The program ended with %s." % code
