@@ -9,6 +9,7 @@
 #include <QtTest/QTest>
 #include <memory>
 
+#include "gallery.h"
 #include "support/wait.h"
 #include "ui/mail_table.h"
 
@@ -45,7 +46,7 @@ Tour::Tour(const Stage& stage, const QDir& folder)
 bool Tour::Play() {
   const QStringList first = {"2-5", "8-10", "12", "17"};
   return Connect() && EnterRoom() && FindServer() && LoadList() && CheckRows() && SelectBetween() &&
-         RequestSelected(first, "requested") && SearchList() && SayThanks();
+         RequestSelected(first, "requested") && SearchList() && SayThanks() && Photograph();
 }
 
 bool Tour::Connect() {
@@ -156,6 +157,11 @@ bool Tour::SayThanks() {
   window_.Click("cmdSend");
   if (!RoomShows("the thanks", QString("<%1> %2").arg(Stage::kNick, thanks))) return false;
   Picture("thanks");
+  return true;
+}
+
+bool Tour::Photograph() {
+  PhotographEverything(window_, folder_);
   return true;
 }
 

@@ -35,6 +35,7 @@ class Tour {
   // Requests what is checked, which makes these ranges and numbers, and waits for the answers.
   bool RequestSelected(const QStringList& expected, const char* picture);
   bool SayThanks();
+  bool Photograph();
 
   // Records the first failure; always false.
   bool Fail(const QString& what);
