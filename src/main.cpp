@@ -107,7 +107,7 @@ int main(int argc, char** argv) {
   brindle::WatchDesktopScheme(application, &brindle::SetDesktopScheme);
   brindle::QtDialogs dialogs;
   brindle::Program program(folder, dialogs, startedWith);
-  if (!program.Open()) return 1;
+  if (!program.Open()) return program.IsHandedOver() ? 0 : 1;
   // Asked to end from outside, the program ends as if its window had been closed.
   brindle::OnEndSignal([&program] {
     program.Window().close();

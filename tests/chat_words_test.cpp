@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "irc/chat_style.h"
+#include "irc/irc_address.h"
 #include "irc/link_finder.h"
 #include "irc/nick_words.h"
 
@@ -76,6 +77,52 @@ TEST(ChatWords, FindsWebAddresses) {
           (found.empty() ? "" : " ") + std::string(text.substr(link.begin, link.end - link.begin));
     }
     EXPECT_EQ(found, links);
+  }
+}
+
+TEST(ChatWords, ReadsIrcAddressesStrictly) {
+  struct Case {
+    std::string text;
+    const char* read;  // host port room, and an s for a secure one
+  };
+  for (const auto& [text, read] : {
+           Case{"irc://irc.example", "irc.example 6667  "},
+           {"IRC://a-b.example:7000/", "a-b.example 7000  "},
+           {"ircs://h/room", "h 6697 #room s"},
+           {"irc://h/#room", "h 6667 #room "},
+           {"irc://h/%23gr%C3%BC", "h 6667 #gr\xC3\xBC "},
+           {"irc://[::1]:65535/x", "::1 65535 #x "},
+           {"irc:h", ""},
+           {"irc://", ""},
+           {"irc:///room", ""},
+           {"irc://user@h", ""},
+           {"irc://h:0", ""},
+           {"irc://h:65536", ""},
+           {"irc://h:", ""},
+           {"irc://h:6667x", ""},
+           {"irc://[::1", ""},
+           {"irc://[::1]6667", ""},
+           {"irc://[x]", ""},
+           {"irc://-h", ""},
+           {"irc://h h", ""},
+           {"irc://h\r\nQUIT", ""},
+           {"irc://h/a%0D%0AQUIT", ""},
+           {"irc://h/a%00", ""},
+           {"irc://h/a%20b", ""},
+           {"irc://h/a,b", ""},
+           {"irc://h/%2", ""},
+           {"irc://h/%zz", ""},
+           {"irc://h/#", ""},
+           {"irc://h/a?key=b", ""},
+           {"irc://h/" + std::string(200, 'a'), ""},
+           {"irc://" + std::string(254, 'a'), ""},
+       }) {
+    const auto address = ParseIrcAddress(text);
+    EXPECT_EQ(address ? address->host + " " + std::to_string(address->port) + " " + address->room +
+                            (address->secure ? " s" : " ")
+                      : "",
+              read)
+        << text;
   }
 }
 

@@ -80,7 +80,8 @@ void Program::Take(const std::string& text) {
 bool Program::Form_Load() {
   // 1. One program a folder. What it was started with goes to the one that runs.
   if (instance_.IsAnotherRunning()) {
-    if (!startedWith_.empty() && HandOver::Give(dataFolder_, startedWith_)) return false;
+    handedOver_ = !startedWith_.empty() && HandOver::Give(dataFolder_, startedWith_);
+    if (handedOver_) return false;
     dialogs_.Notice(Icon::kExclamation, "Brindle is already running.");
     window_->close();
     return false;

@@ -35,6 +35,9 @@ class Program {
   // more to do.
   bool Open();
 
+  // True when the program that runs already has taken what this one was started with.
+  bool IsHandedOver() const { return handedOver_; }
+
   // Ends every loop that runs, saves, and ends the session; once.
   void Close();
 
@@ -74,6 +77,7 @@ class Program {
   OptionsPage optionsPage_;
   std::unique_ptr<UpdateDesk> updateDesk_;  // made at the first look for an update
   std::unique_ptr<HandOver> handOver_;
+  bool handedOver_ = false;
   bool closed_ = false;
 };
 

@@ -11,25 +11,40 @@ constexpr char kNoHandle[] = "You must enter a servers handle for this to work."
 
 }  // namespace
 
+std::string ServerCommands::Line(ServerCommand command, const CommandFields& fields) {
+  const std::string start = "!" + fields.handle;
+  const std::string send = start + " send " + fields.screenName;
+  switch (command) {
+    case ServerCommand::kRequestCode:
+      return send + " accesscode";
+    case ServerCommand::kVerifyCode:
+      return start + " verify " + fields.screenName + " " + fields.accessCode;
+    case ServerCommand::kRequestList:
+      return send + " list";
+    case ServerCommand::kRequestStatus:
+      return send + " status";
+  }
+  return "";
+}
+
 void ServerCommands::mnuCommandsRequest_Click(const CommandFields& fields) {
-  Run(fields.screenName, kNoScreenName, fields, " send " + fields.screenName + " accesscode");
+  Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestCode);
 }
 
 void ServerCommands::mnuCommandsVerify_Click(const CommandFields& fields) {
-  Run(fields.accessCode, kNoAccessCode, fields,
-      " verify " + fields.screenName + " " + fields.accessCode);
+  Run(fields.accessCode, kNoAccessCode, fields, ServerCommand::kVerifyCode);
 }
 
 void ServerCommands::mnuCommandsList_Click(const CommandFields& fields) {
-  Run(fields.screenName, kNoScreenName, fields, " send " + fields.screenName + " list");
+  Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestList);
 }
 
 void ServerCommands::mnuCommandsStatus_Click(const CommandFields& fields) {
-  Run(fields.screenName, kNoScreenName, fields, " send " + fields.screenName + " status");
+  Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestStatus);
 }
 
 void ServerCommands::Run(const std::string& required, const char* refusal,
-                         const CommandFields& fields, const std::string& tail) {
+                         const CommandFields& fields, ServerCommand command) {
   if (!voice_.IsConnected()) {
     dialogs_.Notice(Icon::kInformation,
                     "You must first connect to a server before entering a room.");
@@ -38,7 +53,7 @@ void ServerCommands::Run(const std::string& required, const char* refusal,
   } else if (IsBlank(fields.handle)) {
     dialogs_.Notice(Icon::kInformation, kNoHandle);
   } else {
-    voice_.SayWhole("!" + fields.handle + tail);
+    voice_.SayWhole(Line(command, fields));
   }
 }
 

@@ -16,8 +16,13 @@ struct CommandFields {
   std::string handle;      // cmbServers
 };
 
+enum class ServerCommand { kRequestCode, kVerifyCode, kRequestList, kRequestStatus };
+
 class ServerCommands {
  public:
+  // The line that a command says.
+  static std::string Line(ServerCommand command, const CommandFields& fields);
+
   ServerCommands(RoomVoice& voice, Dialogs& dialogs) : voice_(voice), dialogs_(dialogs) {}
 
   void mnuCommandsRequest_Click(const CommandFields& fields);
@@ -28,7 +33,7 @@ class ServerCommands {
  private:
   // Sends the command unless `required`, the field it cannot do without, is empty.
   void Run(const std::string& required, const char* refusal, const CommandFields& fields,
-           const std::string& tail);
+           ServerCommand command);
 
   RoomVoice& voice_;
   Dialogs& dialogs_;

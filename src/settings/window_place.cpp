@@ -25,7 +25,7 @@ WindowPlace ReadWindowPlace(const SettingsText& settings) {
   const auto height = ReadPixels(settings, "height", 1);
   if (left && top && width && height) place.rect = {*left, *top, *width, *height};
   place.maximised = settings.ReadNumber(kSection, "maximised", "0") == 1;
-  place.side = ReadPixels(settings, "side", 1);
+  place.side = ReadPixels(settings, "side", 0);
   place.channels = ReadPixels(settings, "channels", 1);
   place.room = ReadPixels(settings, "room", 1);
   place.tab = ReadPixels(settings, "tab", 0);

@@ -19,7 +19,7 @@ struct WindowPlace {
   };
   std::optional<Rect> rect;  // of the window when it is not maximised
   bool maximised = false;
-  std::optional<int> side;      // width of the panel at the right
+  std::optional<int> side;      // width of the panel at the right; 0 when it is folded away
   std::optional<int> channels;  // height of the channels in it
   std::optional<int> room;      // height of the room view below the mail list
   std::optional<int> tab;

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "ui/icons.h"
+#include "ui/main_status_bar.h"
 #include "ui/one_line.h"
 #include "ui/qt_text.h"
 #include "ui_connection_panel.h"
@@ -26,6 +26,8 @@ ConnectionPanel::ConnectionPanel(QWidget* parent)
   ui_->lblConnectTrouble->setForegroundRole(kBadText);
   ui_->panelLayout->setAlignment(ui_->formColumn, Qt::AlignTop);
   ui_->panelLayout->setAlignment(ui_->fmeGuide, Qt::AlignTop);
+  // Before the words that say the same.
+  ui_->connectLayout->insertWidget(ui_->connectLayout->indexOf(ui_->lblStatus), &stateDot_);
   ShowCancelButton(false);
   SetConnectTrouble("");
   for (QLineEdit* field : {ui_->txtConnectNick, ui_->txtAlternateNick, ui_->txtConnectPort,
@@ -104,6 +106,10 @@ void ConnectionPanel::ShowCancelButton(bool shown) {
   if (hadFocus || (shown && isAncestorOf(QApplication::focusWidget()))) {
     (shown ? ui_->cmdConnectCancel : ui_->cmdConnect)->setFocus();
   }
+}
+
+void ConnectionPanel::ShowSession(const Session& session) {
+  stateDot_.SetIcon(IconName::kDot, StateRole(session.connectionState));
 }
 
 void ConnectionPanel::SetServer(const std::string& host, int port) {

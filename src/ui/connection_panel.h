@@ -8,6 +8,7 @@
 #include "irc/connection.h"
 #include "irc/irc_servers.h"
 #include "ui/guide_card.h"
+#include "ui/icons.h"
 
 namespace Ui {
 class ConnectionPanel;
@@ -39,6 +40,7 @@ class ConnectionPanel : public QWidget, public ConnectView {
   void SetConnectTrouble(const std::string& text) override;
   void SetPort(const std::string& text) override;
 
+  void ShowSession(const Session& session);
   void SetServer(const std::string& host, int port);
   // As by the button; never disconnects.
   void Connect();
@@ -58,6 +60,7 @@ class ConnectionPanel : public QWidget, public ConnectView {
 
  private:
   std::unique_ptr<Ui::ConnectionPanel> ui_;
+  IconLabel& stateDot_ = *new IconLabel(IconName::kDot, LookRole::kBad, kDotSize, this);
 };
 
 }  // namespace brindle

@@ -38,6 +38,7 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   const QSize screen = QGuiApplication::primaryScreen()->availableSize() * kMostOfScreen;
   resize(kFirstSize.boundedTo(screen).expandedTo(kLeastSize));
   ui_->splitMain->setStretchFactor(0, 1);
+  ui_->splitMain->setCollapsible(1, true);
   ui_->splitMain->setSizes({width() - kSideWidth, kSideWidth});
   ui_->splitSide->setStretchFactor(1, 1);
   ui_->splitList->setStretchFactor(0, 1);
@@ -143,6 +144,7 @@ void FrmMain::SessionChanged() {
   ui_->barStatus->ShowSession(*session_);
   ui_->pnlRoomHeader->ShowSession(*session_);
   ui_->picChannels->ShowSession(*session_);
+  ui_->pnlConnection->ShowSession(*session_);
   ui_->pnlSend->SetPurpose(session_->currentRoom.empty()
                                ? QString("Connect and enter a room to talk")
                                : "Message " + ToQString(session_->currentRoom));

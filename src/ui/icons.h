@@ -40,6 +40,7 @@ enum class IconName {
 };
 inline constexpr int kIconNames = static_cast<int>(IconName::kUpdate) + 1;
 inline constexpr int kIconSize = 16;
+inline constexpr int kDotSize = 8;  // of a state, beside its words
 
 QIcon MakeIcon(IconName name, LookRole role = LookRole::kText);
 

@@ -1,5 +1,6 @@
 #include "ui/info_panel.h"
 
+#include "ui/icons.h"
 #include "ui/mnemonic.h"
 #include "ui/observed_list_model.h"
 #include "ui/one_line.h"
@@ -16,6 +17,12 @@ InfoPanel::InfoPanel(QWidget* parent)
     KeepOneLine(*field);
   }
   mnuCommands_.setObjectName("mnuCommands");
+  mnuCommands_.setToolTipsVisible(true);
+  ui_->cmdInfoAdd->setIcon(MakeIcon(IconName::kAdd));
+  ui_->cmdInfoRemove->setIcon(MakeIcon(IconName::kRemove));
+  for (QLabel* label : {ui_->lblCommandsWhat, ui_->lblAdvertiseWhat}) {
+    label->setForegroundRole(kDimText);
+  }
   tmrAD_.setObjectName("tmrAD");
   tmrAD_.setInterval(Advertisement::kTickMilliseconds);
   GiveMenu(*ui_->cmdCommands, mnuCommands_);
@@ -47,17 +54,26 @@ void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands,
   connect(ui_->cmdIdle, &QPushButton::clicked, this,
           [&advertisement] { advertisement.cmdIdle_Click(); });
   connect(&tmrAD_, &QTimer::timeout, this, [&advertisement] { advertisement.tmrAD_Timer(); });
-  AddMenuItem(mnuCommands_, "mnuCommandsRequest", "&Request Code",
-              [this, &commands] { commands.mnuCommandsRequest_Click(Fields()); });
-  AddMenuItem(mnuCommands_, "mnuCommandsVerify", "&Verify Code",
-              [this, &commands] { commands.mnuCommandsVerify_Click(Fields()); });
+  AddCommand("mnuCommandsRequest", "&Request Code", ServerCommand::kRequestCode,
+             [this, &commands] { commands.mnuCommandsRequest_Click(Fields()); });
+  AddCommand("mnuCommandsVerify", "&Verify Code", ServerCommand::kVerifyCode,
+             [this, &commands] { commands.mnuCommandsVerify_Click(Fields()); });
   mnuCommands_.addSeparator()->setObjectName("mnuCommandsDiv0");
-  AddMenuItem(mnuCommands_, "mnuCommandsList", "Request &List", [this, &commands] {
+  AddCommand("mnuCommandsList", "Request &List", ServerCommand::kRequestList, [this, &commands] {
     commands.mnuCommandsList_Click(Fields());
     emit ListAsked();
   });
-  AddMenuItem(mnuCommands_, "mnuCommandsStatus", "Request &Status",
-              [this, &commands] { commands.mnuCommandsStatus_Click(Fields()); });
+  AddCommand("mnuCommandsStatus", "Request &Status", ServerCommand::kRequestStatus,
+             [this, &commands] { commands.mnuCommandsStatus_Click(Fields()); });
+}
+
+void InfoPanel::AddCommand(const char* name, const char* text, ServerCommand command,
+                           const std::function<void()>& run) {
+  QAction* item = AddMenuItem(mnuCommands_, name, text, run);
+  connect(&mnuCommands_, &QMenu::aboutToShow, item, [this, item, command] {
+    item->setToolTip("<span>" + ToQString(ServerCommands::Line(command, Fields())).toHtmlEscaped() +
+                     "</span>");
+  });
 }
 
 QString InfoPanel::ScreenName() const { return ui_->txtInfoAOLSN->text(); }

@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QTimer>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "advert/advertisement.h"
@@ -44,6 +45,9 @@ class InfoPanel : public QWidget, public AdvertisementView {
  private:
   void AttachHandles(ServerHandles& handles);
   CommandFields Fields() const;
+  // An item that tells in its tool tip what it would say.
+  void AddCommand(const char* name, const char* text, ServerCommand command,
+                  const std::function<void()>& run);
 
   std::unique_ptr<Ui::InfoPanel> ui_;
   QMenu mnuCommands_;

@@ -6,7 +6,6 @@ namespace brindle {
 namespace {
 
 constexpr int kHintMilliseconds = 30000;
-constexpr int kDotSize = 8;
 
 // A rule between two panels.
 class Divider : public QWidget {

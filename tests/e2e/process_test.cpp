@@ -133,6 +133,25 @@ TEST_F(ProcessTest, LocksItsFolderAndSavesAtASignal) {
   EXPECT_TRUE(Program(arguments[1].toStdString(), welcome).Open());
 }
 
+TEST_F(ProcessTest, FollowsAnAddressInTheProgramThatRuns) {
+  ScriptedServer server;
+  const QString address = QString("irc://127.0.0.1:%1/%2").arg(server.Port()).arg("mail");
+  folder_.Write("brindle.ini", "[nicks]\r\npreferred=Wanda\r\n");
+  Start({"--data-dir", folder_.Path()}, "minimal");
+  ASSERT_TRUE(IsOpen());
+  QProcess second;
+  second.setProcessEnvironment(process_.processEnvironment());
+  second.start(BRINDLE_PROGRAM, {"--data-dir", folder_.Path(), address});
+  EXPECT_EQ(server.TakeReceivedUpTo("_0.5.85\r\n"),
+            "NICK Wanda\r\nUSER plenty of excellent qel_0.5.85\r\n");
+  server.Send(":s 001 Wanda :hi\r\n");
+  EXPECT_EQ(server.TakeReceivedUpTo("JOIN #mail\r\n"), "JOIN #mail\r\n");
+  EXPECT_TRUE(second.waitForFinished(WindowDriver::kTimeoutMs));
+  EXPECT_EQ(second.exitCode(), 0);
+  process_.terminate();
+  EXPECT_EQ(ExitCode(), 0);
+}
+
 TEST_F(ProcessTest, KeepsItsFilesBesideItselfOrInTheUsersFolder) {
   const QString program = folder_.File("program/brindle");
   ASSERT_TRUE(QDir(folder_.Path()).mkpath("program") && QDir(folder_.Path()).mkpath("user"));
