@@ -19,6 +19,7 @@
 #include "mail/list_selection.h"
 #include "mail/request_runs.h"
 #include "mail/results.h"
+#include "mail/title_search.h"
 #include "measure.h"
 #include "support/fake_dialogs.h"
 
@@ -97,6 +98,11 @@ class Bench {
       Measure(
           std::string("search, ") + name, goal, Grep(text), [this] { results_.Found().Clear(); },
           [this, text = text] { Search(text); });
+    }
+    for (const auto& [name, text] : {std::pair("common", "the"), std::pair("digits", "123")}) {
+      Measure(
+          std::string("filter, ") + name, 0.4, Grep(text), [] {},
+          [this, text = text] { sink = RowNumbersMatching(list_, text).size(); });
     }
     TimeSelection();
   }

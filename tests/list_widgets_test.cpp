@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListView>
@@ -122,7 +124,7 @@ TEST(ListViewTest, NothingIsSelectedOnceTheSelectedRowIsGone) {
 class MailTableTest : public testing::Test {
  protected:
   MailTableTest() {
-    Fill(list_, "1=a|2=a|3=a|4=a|5=a|6=a");
+    Fill(list_, "1=Apple|2=Berry|3=Cherry|4=Apple pie|5=Bread|6=4 berries");
     table_.Attach(list_);
     table_.setSelectionBehavior(QAbstractItemView::SelectRows);
     table_.setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -130,56 +132,127 @@ class MailTableTest : public testing::Test {
     table_.show();
   }
 
+  // On a title, or on the check box before it.
   void Click(int row, Qt::KeyboardModifiers held = {}) {
-    const QPoint title = table_.visualRect(table_.model()->index(row, 1)).center();
-    QTest::mouseClick(table_.viewport(), Qt::LeftButton, held, title);
+    QTest::mouseClick(table_.viewport(), Qt::LeftButton, held, Place(row, 1).center());
   }
-  // The checks, after a key or a click.
-  std::string Space() {
-    QTest::keyClick(&table_, Qt::Key_Space);
+  std::string ClickBox(int row, Qt::KeyboardModifiers held = {}) {
+    const QPoint box = Place(row, 0).topLeft() + QPoint(8, 13);
+    QTest::mouseClick(table_.viewport(), Qt::LeftButton, held, box);
+    return ChecksOf(list_) + Highlighted();
+  }
+  QRect Place(int row, int column) const {
+    return table_.visualRect(table_.model()->index(row, column));
+  }
+  // The checks, after a key.
+  std::string Press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
+    QTest::keyClick(&table_, key, held);
     return ChecksOf(list_);
+  }
+  // The title of the current row.
+  std::string Current() const {
+    return table_.currentIndex().siblingAtColumn(1).data().toString().toStdString();
+  }
+  // The highlighted rows, as "0-2 4".
+  std::string Highlighted() const {
+    std::string text;
+    for (const auto& [first, last] : table_.HighlightedRows()) {
+      text += (text.empty() ? "" : " ") + std::to_string(first);
+      if (last > first) text += "-" + std::to_string(last);
+    }
+    return text;
   }
 
   MailList list_;
   MailTable table_;
 };
 
-TEST_F(MailTableTest, SpaceTogglesTheHighlightedRows) {
+TEST_F(MailTableTest, SpaceTogglesTheHighlightedRowsOrTheCurrentOne) {
   std::string header;
   QObject::connect(table_.model(), &QAbstractItemModel::headerDataChanged, &table_, [&] {
     header = table_.model()->headerData(1, Qt::Horizontal).toString().toStdString();
   });
-  EXPECT_EQ(Space(), "......");
+  // Row 1 is current from the beginning.
+  EXPECT_EQ(Press(Qt::Key_Space), "x.....");
+  EXPECT_EQ(Highlighted(), "");
   Click(4);
-  EXPECT_EQ(ChecksOf(list_), "......");  // on the title; only the box checks
-  EXPECT_EQ(Space(), "....x.");
-  EXPECT_EQ(header, "Mail Title [1/6]");
+  EXPECT_EQ(ChecksOf(list_), "x.....");  // on the title; only the box checks
+  EXPECT_EQ(Press(Qt::Key_Space), "x...x.");
+  EXPECT_EQ(header, "Mail Title [2/6]");
   // All become the opposite of the row that was clicked last.
   Click(3);
   Click(5, Qt::ShiftModifier);
-  Click(0, Qt::ControlModifier);
-  const std::vector<RowRange> highlighted = table_.HighlightedRows();
-  ASSERT_EQ(highlighted.size(), 2U);
-  EXPECT_EQ(highlighted[0].first + 10 * highlighted[0].last, 0U);
-  EXPECT_EQ(highlighted[1].first + 10 * highlighted[1].last, 53U);
-  EXPECT_EQ(Space(), "x..xxx");
-  EXPECT_EQ(header, "Mail Title [4/6]");
-  EXPECT_EQ(Space(), "......");
+  Click(1, Qt::ControlModifier);
+  EXPECT_EQ(Highlighted(), "1 3-5");
+  EXPECT_EQ(Press(Qt::Key_Space), "xx.xxx");
+  EXPECT_EQ(header, "Mail Title [5/6]");
+  EXPECT_EQ(Press(Qt::Key_Return), "x.....");
+  QTest::mouseDClick(table_.viewport(), Qt::LeftButton, {}, Place(2, 1).center());
+  EXPECT_EQ(ChecksOf(list_), "x.x...");
 }
 
-TEST_F(MailTableTest, ShiftAndClickHighlightBeforeTheyAreTold) {
-  size_t highlighted = 0;
+TEST_F(MailTableTest, ABoxStandsForAllHighlightedRows) {
+  EXPECT_EQ(ClickBox(1), ".x....1");
+  EXPECT_EQ(ClickBox(1), "......1");
+  Click(2);
+  Click(4, Qt::ShiftModifier);
+  EXPECT_EQ(ClickBox(3), "..xxx.2-4");
+  EXPECT_EQ(ClickBox(5), "..xxxx5");
+  EXPECT_EQ(ClickBox(3, Qt::ControlModifier), "..x.xx3 5");
   Qt::KeyboardModifiers modifiers;
+  std::string highlighted;
   QObject::connect(&table_, &MailTable::MouseUp, &table_, [&](Qt::KeyboardModifiers held) {
-    highlighted = table_.HighlightedRows().size();
+    highlighted = Highlighted();
     modifiers = held;
   });
-  Click(1);
-  Click(3, Qt::ControlModifier);
-  EXPECT_EQ(highlighted, 2U);
-  Click(5, Qt::ShiftModifier);
-  EXPECT_EQ(table_.HighlightedRows().back().last, 5U);
+  Click(0);
+  EXPECT_EQ(ClickBox(2, Qt::ShiftModifier), "..x.xx0-2");
+  EXPECT_EQ(highlighted, "0-2");  // extended before it is told
   EXPECT_EQ(modifiers, Qt::ShiftModifier);
+}
+
+TEST_F(MailTableTest, KeysFindRowsAndCopyThem) {
+  Press(Qt::Key_End);
+  EXPECT_EQ(Current(), "4 berries");
+  Press(Qt::Key_Home);
+  EXPECT_EQ(Current(), "Apple");
+  EXPECT_EQ(Highlighted(), "0");
+  const struct {
+    const char* typed;
+    const char* found;
+  } table[] = {{"b", "Berry"},  {"br", "Bread"}, {"APPLE P", "Apple pie"},
+               {"zz", "Apple"}, {"5", "Bread"},  {"4 b", "4 berries"}};
+  for (const auto& [typed, found] : table) {
+    QTest::keyClicks(&table_, typed);
+    EXPECT_EQ(Current(), found);
+    Press(Qt::Key_Home);
+  }
+  Press(Qt::Key_Down, Qt::ShiftModifier);
+  Press(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "1\tApple\n2\tBerry\n");
+}
+
+TEST_F(MailTableTest, AFilterHidesRowsAndKeepsTheirChecks) {
+  ClickBox(2);
+  table_.Filter("ber");
+  EXPECT_EQ(table_.model()->rowCount(), 2);
+  EXPECT_EQ(Current(), "Berry");
+  Press(Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(Highlighted(), "1 5");
+  EXPECT_EQ(Press(Qt::Key_Space), ".xx..x");
+  // Digits mean numbers too, and the current row stays where it is shown.
+  table_.Filter("4");
+  EXPECT_EQ(table_.model()->rowCount(), 2);
+  EXPECT_EQ(Current(), "Apple pie");
+  Press(Qt::Key_End);
+  table_.Filter("");
+  EXPECT_EQ(std::to_string(table_.model()->rowCount()) + Current(), "64 berries");
+  table_.Filter("none");
+  list_.CheckAll();
+  EXPECT_EQ(table_.model()->rowCount(), 0);
+  EXPECT_EQ(Press(Qt::Key_Space), "xxxxxx");
+  Fill(list_, "1=a");
+  EXPECT_EQ(table_.model()->rowCount(), 1);
 }
 
 TEST(SearchWindow, ComesAndGoes) {
@@ -196,6 +269,8 @@ TEST(SearchWindow, ComesAndGoes) {
   QWidget owner;
   SelectMenu menu(&owner);
   menu.Attach(selection, main);
+  QPushButton mainSelect(&owner);
+  menu.ServeMain(mainSelect);
   const auto choose = [&menu](const char* item) {
     menu.close();
     menu.findChild<QAction*>(item)->trigger();
@@ -210,7 +285,7 @@ TEST(SearchWindow, ComesAndGoes) {
   click("cmdSelect");
   choose("mnuSelectAll");
   EXPECT_EQ(results.Found().TitleHeader() + ChecksOf(main), "Mail Title [2/2]...");
-  menu.PopUpForMain(owner);
+  QTest::mouseClick(&mainSelect, Qt::LeftButton);
   choose("mnuSelectNone");
   EXPECT_EQ(results.Found().CheckedCount(), 2U);
   click("cmdSelect");

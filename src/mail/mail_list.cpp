@@ -85,6 +85,10 @@ void MailList::CheckRange(size_t first, size_t last) {
   if (rows_.checked.AddRange(first, last)) TellChecksChanged();
 }
 
+void MailList::UncheckRange(size_t first, size_t last) {
+  if (rows_.checked.RemoveRange(first, last)) TellChecksChanged();
+}
+
 void MailList::CheckRows(const RowSet& rows) {
   if (rows_.checked.AddAll(rows)) TellChecksChanged();
 }

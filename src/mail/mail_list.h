@@ -77,6 +77,9 @@ class MailList {
   std::string_view Number(size_t row) const { return rows_.texts->Number(TextRow(row)); }
   std::string_view Title(size_t row) const { return rows_.texts->Title(TextRow(row)); }
 
+  // As settled in the texts; see MailTexts::Settle.
+  std::string_view LowerTitle(size_t row) const { return rows_.texts->LowerTitle(TextRow(row)); }
+
   // REQUIRES: row < Size().
   bool IsChecked(size_t row) const { return rows_.checked.Contains(row); }
   void SetChecked(size_t row, bool checked);
@@ -86,6 +89,7 @@ class MailList {
   void CheckAll();
   void UncheckAll();
   void CheckRange(size_t first, size_t last);
+  void UncheckRange(size_t first, size_t last);
   void CheckRows(const RowSet& rows);
 
   // The first checked row that is not before `from`; nothing when there is none. One checked row in

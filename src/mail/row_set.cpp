@@ -19,20 +19,34 @@ void RowSet::AddBits(size_t word, std::uint64_t bits) {
   words_[word] |= bits;
 }
 
-bool RowSet::AddRange(size_t first, size_t last) {
-  assert(first <= last && last < rows_);
-  const size_t before = count_;
+void RowSet::RemoveBits(size_t word, std::uint64_t bits) {
+  count_ -= static_cast<size_t>(std::popcount(bits & words_[word]));
+  words_[word] &= ~bits;
+}
+
+template <typename Change>
+void RowSet::ForWords(size_t first, size_t last, Change change) {
   const std::uint64_t fromFirst = ~std::uint64_t{0} << (first % kBits);
   const std::uint64_t toLast = ~std::uint64_t{0} >> (kBits - 1 - last % kBits);
   const size_t lastWord = last / kBits;
   size_t word = first / kBits;
-  if (word == lastWord) {
-    AddBits(word, fromFirst & toLast);
-  } else {
-    AddBits(word, fromFirst);
-    for (++word; word < lastWord; ++word) AddBits(word, ~std::uint64_t{0});
-    AddBits(lastWord, toLast);
-  }
+  if (word == lastWord) return change(word, fromFirst & toLast);
+  change(word, fromFirst);
+  for (++word; word < lastWord; ++word) change(word, ~std::uint64_t{0});
+  change(lastWord, toLast);
+}
+
+bool RowSet::AddRange(size_t first, size_t last) {
+  assert(first <= last && last < rows_);
+  const size_t before = count_;
+  ForWords(first, last, [this](size_t word, std::uint64_t bits) { AddBits(word, bits); });
+  return count_ != before;
+}
+
+bool RowSet::RemoveRange(size_t first, size_t last) {
+  assert(first <= last && last < rows_);
+  const size_t before = count_;
+  ForWords(first, last, [this](size_t word, std::uint64_t bits) { RemoveBits(word, bits); });
   return count_ != before;
 }
 

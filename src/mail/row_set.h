@@ -37,9 +37,10 @@ class RowSet {
   // REQUIRES: row < Rows().
   bool Set(size_t row, bool contained);
 
-  // Puts the rows `first` to `last` inclusive into the set; false when that changed nothing.
-  // REQUIRES: first <= last < Rows().
+  // Puts the rows `first` to `last` inclusive into the set, or takes them out; false when that
+  // changed nothing. REQUIRES: first <= last < Rows().
   bool AddRange(size_t first, size_t last);
+  bool RemoveRange(size_t first, size_t last);
 
   // Puts all rows of `other` into the set; false when that changed nothing.
   // REQUIRES: other.Rows() == Rows().
@@ -55,8 +56,12 @@ class RowSet {
  private:
   static constexpr size_t kBits = 64;
 
-  // Adds the rows of `bits` to one word and keeps the count.
+  // Adds the rows of `bits` to one word, or removes them, and keeps the count.
   void AddBits(size_t word, std::uint64_t bits);
+  void RemoveBits(size_t word, std::uint64_t bits);
+  // Calls change(word, bits) for each word that has rows from `first` to `last`.
+  template <typename Change>
+  static void ForWords(size_t first, size_t last, Change change);
 
   std::vector<std::uint64_t> words_;  // bits at and beyond rows_ are 0
   size_t rows_ = 0;

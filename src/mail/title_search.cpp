@@ -1,7 +1,10 @@
 #include "mail/title_search.h"
 
+#include <algorithm>
 #include <cassert>
+#include <iterator>
 
+#include "base/text.h"
 #include "mail/text_sweep.h"
 
 namespace brindle {
@@ -42,6 +45,19 @@ std::vector<std::uint32_t> RowNumbersWithTitle(const MailList& list, std::string
   if (list.TextRows().empty()) return SweepTitles(*list.Texts(), lowerText);
   return list.Size() < list.Texts()->Size() / kSmallPart ? SearchEachRow(list, lowerText)
                                                          : SearchAllTexts(list, lowerText);
+}
+
+std::vector<std::uint32_t> RowNumbersMatching(const MailList& list, std::string_view text) {
+  std::vector<std::uint32_t> titles = RowNumbersWithTitle(list, LowerCase(text));
+  if (!IsAllDigits(text)) return titles;
+  std::vector<std::uint32_t> numbers;
+  for (size_t row = 0; row < list.Size(); ++row) {
+    if (list.Number(row).starts_with(text)) numbers.push_back(static_cast<std::uint32_t>(row));
+  }
+  std::vector<std::uint32_t> both;
+  std::set_union(titles.begin(), titles.end(), numbers.begin(), numbers.end(),
+                 std::back_inserter(both));
+  return both;
 }
 
 RowSet RowsWithTitle(const MailList& list, std::string_view lowerText) {

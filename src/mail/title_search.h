@@ -16,4 +16,8 @@ RowSet RowsWithTitle(const MailList& list, std::string_view lowerText);
 // The same as numbers of rows, in ascending order.
 std::vector<std::uint32_t> RowNumbersWithTitle(const MailList& list, std::string_view lowerText);
 
+// What a filter lets through, in ascending order: the rows whose title contains `text`, whatever
+// the case, and those whose number begins with it where it is all digits. `text` must not be empty.
+std::vector<std::uint32_t> RowNumbersMatching(const MailList& list, std::string_view text);
+
 }  // namespace brindle

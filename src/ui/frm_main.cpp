@@ -103,6 +103,10 @@ void FrmMain::AddKeys() {
   add(QKeySequence(Qt::SHIFT | Qt::Key_F6), [this] { StepPane(-1); });
   add(QKeySequence(Qt::Key_F1), [this] { ShowTab(Tab::kHelp); });
   add(QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
+  add(QKeySequence(Qt::CTRL | Qt::Key_L), [this] {
+    ShowTab(Tab::kList);
+    ui_->pnlList->FocusFilter();
+  });
   add(QKeySequence::Open, [this] {
     ShowTab(Tab::kList);
     ui_->pnlList->LoadFromFile();

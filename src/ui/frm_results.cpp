@@ -43,8 +43,7 @@ void FrmResults::ConnectControls(SelectMenu& mnuSelect) {
           &QPushButton::click);
   connect(ui_->cmdSelected, &QPushButton::clicked, this, [this] { results_.cmdSelected_Click(); });
   connect(ui_->cmdAll, &QPushButton::clicked, this, [this] { results_.cmdAll_Click(); });
-  connect(ui_->cmdSelect, &QPushButton::clicked, this,
-          [this, &mnuSelect] { mnuSelect.PopUpForResults(results_.Found(), *ui_->cmdSelect); });
+  mnuSelect.ServeResults(results_.Found(), *ui_->cmdSelect);
   connect(ui_->cmdReturn, &QPushButton::clicked, this, &QWidget::close);
   connect(new QShortcut(QKeySequence::Cancel, this), &QShortcut::activated, this, &QWidget::close);
 }

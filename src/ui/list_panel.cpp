@@ -1,14 +1,32 @@
 #include "ui/list_panel.h"
 
+#include <QKeyEvent>
 #include <QShortcut>
+#include <QSignalBlocker>
+#include <algorithm>
 
 #include "ui/icons.h"
+#include "ui/look.h"
+#include "ui/mail_list_model.h"
 #include "ui/one_line.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
 #include "ui_list_panel.h"
 
 namespace brindle {
+namespace {
+
+constexpr int kFilterWidth = 210;
+constexpr int kFieldWidth = 150;
+constexpr int kLeastFieldWidth = 95;
+constexpr int kRunLabelWidth = 170;
+
+// One row where there is room, else two.
+void Arrange(QBoxLayout& layout, bool inOneRow) {
+  layout.setDirection(inOneRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+}
+
+}  // namespace
 
 ListPanel::ListPanel(QWidget* parent)
     : QWidget(parent),
@@ -21,14 +39,73 @@ ListPanel::ListPanel(QWidget* parent)
   ui_->cmdSelect->setIcon(MakeIcon(IconName::kCheck));
   ui_->cmdFind->setIcon(MakeIcon(IconName::kFind));
   ui_->cmdManualRequest->setIcon(MakeIcon(IconName::kManual));
-  for (QLineEdit* field : {ui_->txtListServer, ui_->txtListAOLSN}) {
+  for (QLineEdit* field : {ui_->txtListFilter, ui_->txtListServer, ui_->txtListAOLSN}) {
     KeepOneLine(*field);
   }
+  BuildFilter();
   mnuLoadList_.setObjectName("mnuLoadList");
   connect(ui_->txtListAOLSN, &QLineEdit::textEdited, this, &ListPanel::ScreenNameEdited);
 }
 
 ListPanel::~ListPanel() = default;
+
+void ListPanel::BuildFilter() {
+  QLineEdit& filter = *ui_->txtListFilter;
+  filter.addAction(MakeIcon(IconName::kFilter, LookRole::kDim), QLineEdit::LeadingPosition);
+  QAction* clear =
+      filter.addAction(MakeIcon(IconName::kClear, LookRole::kDim), QLineEdit::TrailingPosition);
+  clear->setText("Show all mails");
+  clear->setVisible(false);
+  connect(clear, &QAction::triggered, &filter, &QLineEdit::clear);
+  connect(&filter, &QLineEdit::textChanged, this, [this, clear](const QString& text) {
+    clear->setVisible(!text.isEmpty());
+    if (list_ != nullptr) ui_->lstServerList->Filter(text);
+  });
+  filter.installEventFilter(this);
+}
+
+bool ListPanel::eventFilter(QObject* watched, QEvent* event) {
+  const bool pressed = event->type() == QEvent::KeyPress;
+  if (watched == ui_->txtListFilter && (pressed || event->type() == QEvent::ShortcutOverride)) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool back = key == Qt::Key_Escape;
+    if (back || key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
+      event->accept();
+      if (!pressed) return true;
+      if (back) ui_->txtListFilter->clear();
+      ui_->lstServerList->setFocus(Qt::OtherFocusReason);
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+QSize ListPanel::minimumSizeHint() const {
+  int width = 0;
+  for (const QLayout* row : {ui_->buttonsLayout, ui_->fieldsLayout, ui_->runLayout}) {
+    width = std::max(width, row->minimumSize().width());
+  }
+  const QMargins margins = ui_->toolLayout->contentsMargins();
+  return {width + margins.left() + margins.right(), QWidget::minimumSizeHint().height()};
+}
+
+void ListPanel::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  const int room = contentsRect().width() - 2 * kInset;
+  const bool toolsFit = room >= ui_->buttonsLayout->sizeHint().width() + kGap + kFilterWidth;
+  Arrange(*ui_->toolLayout, toolsFit);
+  ui_->txtListFilter->setMaximumWidth(toolsFit ? kFilterWidth : QWIDGETSIZE_MAX);
+
+  int footer = 2 * kLeastFieldWidth + kRunLabelWidth + 6 * kGap;
+  for (const QWidget* widget : std::initializer_list<const QWidget*>{
+           ui_->lblListServer, ui_->lblListAOLSN, ui_->cmdRequestStop, ui_->cmdRequest}) {
+    footer += widget->sizeHint().width();
+  }
+  Arrange(*ui_->footerLayout, room >= footer);
+  for (QLineEdit* field : {ui_->txtListServer, ui_->txtListAOLSN}) {
+    field->setMaximumWidth(room >= footer ? kFieldWidth : QWIDGETSIZE_MAX);
+  }
+}
 
 void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& selection,
                        Requests& requests) {
@@ -36,8 +113,9 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
   selection_ = &selection;
   ui_->lstServerList->Attach(list);
   const auto* model = ui_->lstServerList->model();
-  connect(model, &QAbstractItemModel::dataChanged, this, &ListPanel::RefreshRunLabel);
-  connect(model, &QAbstractItemModel::modelReset, this, &ListPanel::RefreshRunLabel);
+  // It is told of checks on hidden rows too.
+  connect(model, &QAbstractItemModel::headerDataChanged, this, &ListPanel::RefreshRunLabel);
+  connect(model, &QAbstractItemModel::modelReset, this, &ListPanel::RowsReset);
   connect(ui_->cmdRequestStop, &QPushButton::clicked, this, &ListPanel::StopClicked);
   connect(ui_->lstServerList, &MailTable::MouseUp, this, &ListPanel::ShiftClick);
   // Where the list has the focus; elsewhere the key searches something else.
@@ -61,8 +139,7 @@ void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
               [&loader] { loader.mnuLoadListWeb_Click(); });
 
   mnuSelect_.Attach(selection, *list_);
-  connect(ui_->cmdSelect, &QPushButton::clicked, this,
-          [this] { mnuSelect_.PopUpForMain(*ui_->cmdSelect); });
+  mnuSelect_.ServeMain(*ui_->cmdSelect);
 }
 
 void ListPanel::SetColours(std::optional<Colour> text, std::optional<Colour> background) {
@@ -78,6 +155,18 @@ void ListPanel::Find() { ui_->cmdFind->click(); }
 bool ListPanel::StopRun() {
   if (run_) emit StopClicked();
   return run_.has_value();
+}
+
+void ListPanel::FocusFilter() {
+  ui_->txtListFilter->setFocus(Qt::ShortcutFocusReason);
+  ui_->txtListFilter->selectAll();
+}
+
+void ListPanel::RowsReset() {
+  if (std::exchange(generation_, list_->Generation()) != list_->Generation()) {
+    ui_->txtListFilter->clear();
+  }
+  RefreshRunLabel();
 }
 
 QString ListPanel::ScreenName() const { return ui_->txtListAOLSN->text(); }
@@ -98,11 +187,13 @@ void ListPanel::ShowRun(const std::optional<RunProgress>& progress) {
 
 void ListPanel::RefreshRunLabel() {
   if (!run_) {
-    ui_->lblRun->setText(
-        list_->Size() == 0
-            ? QString()
-            : QString("%1 of %2 checked").arg(list_->CheckedCount()).arg(list_->Size()));
-    return;
+    QString text;
+    if (list_->Size() > 0) {
+      text = QString("%1 of %2 checked").arg(list_->CheckedCount()).arg(list_->Size());
+    }
+    const MailListModel& shown = ui_->lstServerList->Model();
+    if (shown.IsFiltered()) text += QString(", %1 shown").arg(shown.rowCount());
+    return ui_->lblRun->setText(text);
   }
   QString text = QString("Line %1 of %2").arg(run_->sent).arg(run_->lines);
   if (run_->sent > 1) {
@@ -123,6 +214,7 @@ void ListPanel::EnableListButtons(bool enabled) {
 void ListPanel::ShowList(bool shown) {
   ui_->lstServerList->setVisible(shown);
   ui_->lblLoadList->setVisible(!shown);
+  if (shown && list_->Size() > 0) ui_->lstServerList->setFocus(Qt::OtherFocusReason);
 }
 
 void ListPanel::SetListServer(const std::string& handle) {

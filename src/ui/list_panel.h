@@ -42,6 +42,9 @@ class ListPanel : public QWidget, public ListView {
   bool HasChecks() const { return list_ != nullptr && list_->CheckedCount() > 0; }
   // False when there is no run.
   bool StopRun();
+  void FocusFilter();
+
+  QSize minimumSizeHint() const override;
 
   QString ScreenName() const;
   void SetScreenName(const QString& name);
@@ -62,17 +65,25 @@ class ListPanel : public QWidget, public ListView {
   // Something to tell the user without interrupting.
   void Hint(const QString& text);
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void BuildFilter();
   void BuildMenus(ListLoader& loader, ListSelection& selection);
   void ShiftClick(Qt::KeyboardModifiers modifiers);
   // What stands beside the buttons: how the run goes, else how many rows are checked.
   void RefreshRunLabel();
+  // Another list is there: the filter was meant for the one before.
+  void RowsReset();
 
   std::unique_ptr<Ui::ListPanel> ui_;
   QMenu mnuLoadList_;
   SelectMenu mnuSelect_;
   MailList* list_ = nullptr;
   ListSelection* selection_ = nullptr;
+  std::uint64_t generation_ = 0;  // of the rows that the filter was typed for
   std::optional<RunProgress> run_;
   QElapsedTimer sinceRunBegan_;
 };

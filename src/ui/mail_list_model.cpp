@@ -1,5 +1,9 @@
 #include "ui/mail_list_model.h"
 
+#include <algorithm>
+
+#include "base/text.h"
+#include "mail/title_search.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
@@ -30,9 +34,27 @@ int MailListModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : kColumns;
 }
 
+void MailListModel::Filter(const QString& text) {
+  const std::string wanted = text.toStdString();
+  beginResetModel();
+  shown_.reset();
+  if (!IsBlank(wanted)) shown_ = RowNumbersMatching(list_, wanted);
+  rows_ = static_cast<int>(shown_ ? shown_->size() : list_.Size());
+  endResetModel();
+}
+
+int MailListModel::TableRow(size_t listRow) const {
+  if (!shown_) return static_cast<int>(listRow);
+  const auto found = std::lower_bound(shown_->begin(), shown_->end(), listRow);
+  const bool isShown = found != shown_->end() && *found == listRow;
+  return isShown ? static_cast<int>(found - shown_->begin()) : -1;
+}
+
 QVariant MailListModel::data(const QModelIndex& index, int role) const {
-  const auto row = static_cast<size_t>(index.row());
-  if (!index.isValid() || row >= list_.Size()) return {};
+  // While rows are being replaced, the table still has those that were.
+  if (!index.isValid() || index.row() >= rows_) return {};
+  const size_t row = ListRow(index.row());
+  if (row >= list_.Size()) return {};
   const bool number = index.column() == kNumber;
   if (role == Qt::DisplayRole) return ShownText(number ? list_.Number(row) : list_.Title(row));
   if (role == Qt::CheckStateRole && number) {
@@ -42,8 +64,9 @@ QVariant MailListModel::data(const QModelIndex& index, int role) const {
 }
 
 bool MailListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-  const auto row = static_cast<size_t>(index.row());
-  if (role != Qt::CheckStateRole || index.column() != kNumber || row >= list_.Size()) return false;
+  if (role != Qt::CheckStateRole || index.column() != kNumber || index.row() >= rows_) return false;
+  const size_t row = ListRow(index.row());
+  if (row >= list_.Size()) return false;
   list_.SetChecked(row, value.toInt() == Qt::Checked);
   return true;
 }
@@ -59,18 +82,22 @@ Qt::ItemFlags MailListModel::flags(const QModelIndex& index) const {
 }
 
 void MailListModel::RowsReplaced() {
+  shown_.reset();
   rows_ = static_cast<int>(list_.Size());
   endResetModel();
 }
 
 void MailListModel::CheckChanged(size_t row) {
-  TellChecked(static_cast<int>(row), static_cast<int>(row));
+  const int shown = TableRow(row);
+  TellChecked(shown, shown);
 }
 
 void MailListModel::ChecksChanged() { TellChecked(0, rows_ - 1); }
 
 void MailListModel::TellChecked(int first, int last) {
-  emit dataChanged(index(first, kNumber), index(last, kNumber), {Qt::CheckStateRole});
+  if (first >= 0 && last >= first) {
+    emit dataChanged(index(first, kNumber), index(last, kTitle), {Qt::CheckStateRole});
+  }
   emit headerDataChanged(Qt::Horizontal, kTitle, kTitle);
 }
 

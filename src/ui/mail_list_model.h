@@ -1,8 +1,12 @@
 #pragma once
 // Shows a MailList in a table of two columns, the number with its check box and the title under the
-// list's header. Rows are read from the list as they are drawn; nothing is copied.
+// list's header. Rows are read from the list as they are drawn; nothing is copied. A filter leaves
+// out rows of the table, never of the list; the list's next rows come without one.
 
 #include <QAbstractTableModel>
+#include <cstdint>
+#include <optional>
+#include <vector>
 
 #include "mail/mail_list.h"
 
@@ -17,6 +21,17 @@ class MailListModel : public QAbstractTableModel, private MailListObserver {
   // Observes `list` for as long as this lives; `list` must live longer.
   explicit MailListModel(MailList& list, QObject* parent = nullptr);
   ~MailListModel() override;
+
+  // Shows only the rows that `text` lets through (see RowNumbersMatching); all for a blank one.
+  void Filter(const QString& text);
+  bool IsFiltered() const { return shown_.has_value(); }
+
+  // The row of the list behind a row of the table, and the other way round: -1 where it is hidden.
+  size_t ListRow(int tableRow) const {
+    const auto row = static_cast<size_t>(tableRow);
+    return shown_ ? (*shown_)[row] : row;
+  }
+  int TableRow(size_t listRow) const;
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -33,7 +48,8 @@ class MailListModel : public QAbstractTableModel, private MailListObserver {
   void TellChecked(int first, int last);
 
   MailList& list_;
-  int rows_ = 0;  // as told to the view
+  std::optional<std::vector<std::uint32_t>> shown_;  // by the filter
+  int rows_ = 0;                                     // as told to the view
 };
 
 }  // namespace brindle

@@ -1,10 +1,11 @@
 #include "ui/mail_table.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QMouseEvent>
+#include <QPainter>
 #include <algorithm>
 
+#include "ui/look.h"
+#include "ui/mail_delegate.h"
 #include "ui/mail_list_model.h"
 #include "ui/qt_text.h"
 #include "ui/readable_colour.h"
@@ -19,6 +20,13 @@ constexpr int kNumberColumnWidth = 110;
 constexpr int kRowPadding = 6;
 constexpr int kRowHeight = 26;
 
+// Between two colours, nearer to the first.
+QColor Mixed(const QColor& first, const QColor& second) {
+  const auto mix = [](int a, int b) { return (2 * a + b) / 3; };
+  return {mix(first.red(), second.red()), mix(first.green(), second.green()),
+          mix(first.blue(), second.blue())};
+}
+
 }  // namespace
 
 MailTable::MailTable(QWidget* parent) : QTableView(parent) {
@@ -29,22 +37,65 @@ MailTable::MailTable(QWidget* parent) : QTableView(parent) {
   horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setHighlightSections(false);
+  setItemDelegate(new MailDelegate(this));
 }
 
 void MailTable::Attach(MailList& list) {
   list_ = &list;
-  setModel(new MailListModel(list, this));
+  model_ = new MailListModel(list, this);
+  setModel(model_);
   setColumnWidth(MailListModel::kNumber, kNumberColumnWidth);
+  // After the view's own, which forgets the current row.
+  connect(model_, &QAbstractItemModel::modelReset, this, &MailTable::StartAtFirstRow);
+  StartAtFirstRow();
+}
+
+void MailTable::StartAtFirstRow() {
+  const QModelIndex first = model_->index(0, MailListModel::kNumber);
+  if (first.isValid()) selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+}
+
+void MailTable::Filter(const QString& text) {
+  const QModelIndex before = currentIndex();
+  const size_t row = before.isValid() ? model_->ListRow(before.row()) : 0;
+  const bool highlighted = before.isValid() && selectionModel()->isSelected(before);
+  model_->Filter(text);
+  const int now = model_->rowCount() == 0 ? -1 : model_->TableRow(row);
+  if (now < 0) return;
+  const QModelIndex current = model_->index(now, MailListModel::kNumber);
+  selectionModel()->setCurrentIndex(
+      current, highlighted ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate);
 }
 
 std::vector<RowRange> MailTable::HighlightedRows() const {
   std::vector<RowRange> ranges;
   for (const QItemSelectionRange& range : selectionModel()->selection()) {
-    ranges.push_back({static_cast<size_t>(range.top()), static_cast<size_t>(range.bottom())});
+    if (!model_->IsFiltered()) {
+      ranges.push_back({static_cast<size_t>(range.top()), static_cast<size_t>(range.bottom())});
+      continue;
+    }
+    for (int row = range.top(); row <= range.bottom(); ++row) {
+      const size_t listRow = model_->ListRow(row);
+      const bool goesOn = row > range.top() && ranges.back().last + 1 == listRow;
+      if (goesOn) {
+        ranges.back().last = listRow;
+      } else {
+        ranges.push_back({listRow, listRow});
+      }
+    }
   }
   std::sort(ranges.begin(), ranges.end(),
             [](const RowRange& a, const RowRange& b) { return a.first < b.first; });
   return ranges;
+}
+
+std::vector<RowRange> MailTable::ChosenRows() const {
+  const QModelIndex current = currentIndex();
+  if (!current.isValid()) return {};
+  if (selectionModel()->isSelected(current)) return HighlightedRows();
+  const size_t row = model_->ListRow(current.row());
+  return {{row, row}};
 }
 
 void MailTable::SetColours(std::optional<Colour> text, std::optional<Colour> background) {
@@ -57,31 +108,51 @@ void MailTable::SetColours(std::optional<Colour> text, std::optional<Colour> bac
     // The theme's text is made for the theme's background.
     if (!text) text = ReadableOn(kBlack, *background);
   }
-  if (text) colours.setColor(QPalette::Text, ToQColor(*text));
+  if (text) {
+    const QColor base = colours.color(QPalette::Base);
+    colours.setColor(QPalette::Text, ToQColor(*text));
+    colours.setColor(
+        kDimText, ToQColor(ReadableOn(FromQColor(Mixed(ToQColor(*text), base)), FromQColor(base))));
+  }
   setPalette(colours);
 }
 
-void MailTable::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier) {
-    ToggleHighlighted();
-  } else {
-    QTableView::keyPressEvent(event);
+void MailTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  // The mark of the current row is as wide as the table.
+  for (const QModelIndex& index : {current, previous}) {
+    const QRect cell = visualRect(index);
+    if (cell.isValid()) viewport()->update(0, cell.top(), viewport()->width(), cell.height());
   }
 }
 
-void MailTable::mouseReleaseEvent(QMouseEvent* event) {
-  QTableView::mouseReleaseEvent(event);
-  emit MouseUp(event->modifiers());
+void MailTable::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  if (model_ == nullptr) return;
+  PaintFocus();
+  if (model_->IsFiltered() && model_->rowCount() == 0) PaintNothingFound();
 }
 
-void MailTable::ToggleHighlighted() {
+// Once the keyboard is used, and where the highlight does not show which row is meant.
+void MailTable::PaintFocus() {
   const QModelIndex current = currentIndex();
-  if (!current.isValid()) return;
-  const bool checked = !list_->IsChecked(static_cast<size_t>(current.row()));
-  const MailList::BulkChange bulk(*list_);
-  for (const RowRange& range : HighlightedRows()) {
-    for (size_t row = range.first; row <= range.last; ++row) list_->SetChecked(row, checked);
-  }
+  if (!current.isValid() || !hasFocus()) return;
+  const bool keyboard = window()->testAttribute(Qt::WA_KeyboardFocusChange);
+  if (!keyboard && selectionModel()->isSelected(current)) return;
+  QStyleOptionFocusRect option;
+  option.initFrom(this);
+  option.rect = visualRect(current);
+  option.rect.setLeft(0);
+  option.rect.setRight(viewport()->width() - 1);
+  option.state |= QStyle::State_KeyboardFocusChange | QStyle::State_Item;
+  QPainter painter(viewport());
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+}
+
+void MailTable::PaintNothingFound() {
+  QPainter painter(viewport());
+  painter.setPen(palette().color(kDimText));
+  painter.drawText(viewport()->rect(), Qt::AlignCenter, "No mail fits the filter. Esc shows all.");
 }
 
 }  // namespace brindle

@@ -25,16 +25,17 @@ void SelectMenu::Attach(ListSelection& selection, MailList& main) {
   AddMenuItem(*this, "mnuSelectSimilarRight", "Similar From &Right", [] {});
 }
 
-void SelectMenu::PopUpForMain(const QWidget& button) {
-  mnuSelectAll_->setVisible(false);
-  PopUpBelow(*this, button);
+// A button pops its menu up when it is pressed, so it says which list is meant just before.
+void SelectMenu::ServeMain(QPushButton& button) {
+  connect(&button, &QPushButton::pressed, this, [this] { mnuSelectAll_->setVisible(false); });
+  button.setMenu(this);
 }
 
-void SelectMenu::PopUpForResults(MailList& results, const QWidget& button) {
+void SelectMenu::ServeResults(MailList& results, QPushButton& button) {
   results_ = &results;
   resultsButton_ = &button;
-  mnuSelectAll_->setVisible(true);
-  PopUpBelow(*this, button);
+  connect(&button, &QPushButton::pressed, this, [this] { mnuSelectAll_->setVisible(true); });
+  button.setMenu(this);
 }
 
 MailList* SelectMenu::Target() const {

@@ -4,6 +4,7 @@
 
 #include <QMenu>
 #include <QPointer>
+#include <QPushButton>
 
 #include "mail/list_selection.h"
 
@@ -19,10 +20,10 @@ class SelectMenu : public QMenu {
   void Attach(ListSelection& selection, MailList& main);
 
   // Pops up under a button of the main window.
-  void PopUpForMain(const QWidget& button);
+  void ServeMain(QPushButton& button);
   // Pops up under a button of the search window. Once the window is gone, its list is no longer
   // worked on.
-  void PopUpForResults(MailList& results, const QWidget& button);
+  void ServeResults(MailList& results, QPushButton& button);
 
  private:
   // The list that an item works on, when it is chosen: the results while "All" is offered; null

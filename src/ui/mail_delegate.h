@@ -1,0 +1,26 @@
+#pragma once
+// Draws the rows of a MailTable: numbers dim, checked titles stronger. A title that is cut has a
+// tool tip. What a click on a check box means, the table decides.
+
+#include <QStyledItemDelegate>
+
+namespace brindle {
+
+class MailDelegate : public QStyledItemDelegate {
+  Q_OBJECT
+
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) override;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+  bool editorEvent(QEvent*, QAbstractItemModel*, const QStyleOptionViewItem&,
+                   const QModelIndex&) override {
+    return false;
+  }
+};
+
+}  // namespace brindle
