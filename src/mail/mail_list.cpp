@@ -93,6 +93,20 @@ void MailList::CheckRows(const RowSet& rows) {
   if (rows_.checked.AddAll(rows)) TellChecksChanged();
 }
 
+void MailList::MarkRequested(size_t first, size_t last) {
+  const BulkChange change(*this, Header::kStays);
+  if (rows_.requested.Rows() != Size()) rows_.requested = RowSet(Size());
+  if (rows_.requested.AddRange(first, last)) bulkChanged_ = true;
+}
+
+void MailList::TakeBackRequested(size_t first, size_t last) {
+  const BulkChange change(*this);
+  CheckRange(first, last);
+  if (rows_.requested.Rows() == Size() && rows_.requested.RemoveRange(first, last)) {
+    bulkChanged_ = true;
+  }
+}
+
 void MailList::TellChecksChanged() {
   RefreshHeader();
   if (bulkDepth_ > 0) {

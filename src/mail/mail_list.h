@@ -1,5 +1,6 @@
 #pragma once
-// The mails of one server's list: a number (kept as text), a title and a check for each row. The
+// The mails of one server's list: a number (kept as text), a title and a check for each row, and
+// whether it was requested. The
 // texts themselves are in MailTexts, which lists can share: the results of a search are row numbers
 // over the texts of the list that was searched, with checks of their own. Rows count from 0.
 // Observers are told about every change.
@@ -84,6 +85,15 @@ class MailList {
   bool IsChecked(size_t row) const { return rows_.checked.Contains(row); }
   void SetChecked(size_t row, bool checked);
 
+  // Rows that were asked for and did not come back. They do not bear on the checks.
+  bool IsRequested(size_t row) const {
+    return row < rows_.requested.Rows() && rows_.requested.Contains(row);
+  }
+  // REQUIRES: first <= last < Size().
+  void MarkRequested(size_t first, size_t last);
+  // They are checked again instead.
+  void TakeBackRequested(size_t first, size_t last);
+
   // The bulk changes: whatever they do, the observer is told once, and not at all when nothing
   // changed. REQUIRES: first <= last < Size(); rows.Rows() == Size().
   void CheckAll();
@@ -127,6 +137,7 @@ class MailList {
     std::shared_ptr<const MailTexts> texts;
     std::vector<std::uint32_t> textRows;
     RowSet checked;
+    RowSet requested;  // without room for rows until the first is requested
   };
 
   size_t TextRow(size_t row) const {

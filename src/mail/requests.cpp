@@ -5,26 +5,66 @@
 #include <optional>
 
 #include "base/text.h"
-#include "mail/request_runs.h"
 
 namespace brindle {
 
-void Requests::cmdRequest_Click(const std::string& screenName, const std::string& handle) {
-  if (!voice_.IsConnected()) {
-    voice_.HasRoom();  // says what is missing
-    return;
-  }
+bool Requests::MayRequest(const std::string& screenName, const std::string& handle) {
+  if (!voice_.IsConnected()) return voice_.HasRoom();  // says what is missing
   if (IsBlank(screenName)) {
     dialogs_.Notice(Icon::kInformation, "You must enter an AOL Screen Name for this to work.");
-    return;
+    return false;
   }
   if (IsBlank(handle)) {
     dialogs_.Notice(Icon::kInformation, "You must enter a servers handle for this to work.");
-    return;
+    return false;
   }
+  return true;
+}
+
+void Requests::cmdRequest_Click(const std::string& screenName, const std::string& handle) {
   // Without a room nobody would hear the requests, and the selection would be gone.
-  if (list_.CheckedCount() == 0 || !voice_.HasRoom()) return;
+  if (!MayRequest(screenName, handle) || list_.CheckedCount() == 0 || !voice_.HasRoom()) return;
   stack_.Push(RunOver(screenName, handle));
+}
+
+void Requests::RequestRows(const std::vector<RowRange>& rows, const std::string& screenName,
+                           const std::string& handle) {
+  if (!MayRequest(screenName, handle) || rows.empty() || !voice_.HasRoom()) return;
+  std::vector<RowRange> runs;
+  for (const RowRange& range : rows) {
+    if (!runs.empty() && runs.back().last + 1 == range.first) {
+      runs.back().last = range.last;
+    } else {
+      runs.push_back(range);
+    }
+  }
+  RequestRun run;
+  run.lines = runs.size();
+  run.isStale = [this, generation = list_.Generation()] {
+    return list_.Generation() != generation;
+  };
+  run.next = [this, runs, next = size_t{0}, screenName,
+              handle]() mutable -> std::optional<RequestLine> {
+    if (next == runs.size()) return std::nullopt;
+    const auto [first, last] = runs[next++];
+    std::string what(list_.Number(first));
+    if (last > first) what.append("-").append(list_.Number(last));
+    const MailList::BulkChange bulk(list_, MailList::Header::kStays);
+    if (options_.deselectAfterRequested) list_.UncheckRange(first, last);
+    return LineOf({what, first, last}, screenName, handle);
+  };
+  stack_.Push(std::move(run));
+}
+
+RequestLine Requests::LineOf(const RequestRuns::Request& request, const std::string& screenName,
+                             const std::string& handle) {
+  list_.MarkRequested(request.firstRow, request.lastRow);
+  RequestLine line{RequestText(handle, screenName, request.what), request.what, {}};
+  line.takeBack = [this, generation = list_.Generation(), first = request.firstRow,
+                   last = request.lastRow] {
+    if (list_.Generation() == generation) list_.TakeBackRequested(first, last);
+  };
+  return line;
 }
 
 RequestRun Requests::RunOver(const std::string& screenName, const std::string& handle) {
@@ -53,12 +93,7 @@ RequestRun Requests::RunOver(const std::string& screenName, const std::string& h
          row = list_.NextChecked(walk->next)) {
       walk->next = *row + 1;
       const auto request = walk->runs.Step(list_, *row, walk->after);
-      if (!request) continue;
-      RequestLine line{RequestText(handle, screenName, request->what), request->what, {}};
-      line.takeBack = [this, walk, first = request->firstRow, last = request->lastRow] {
-        if (list_.Generation() == walk->generation) list_.CheckRange(first, last);
-      };
-      return line;
+      if (request) return LineOf(*request, screenName, handle);
     }
     return std::nullopt;
   };

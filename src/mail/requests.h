@@ -2,11 +2,15 @@
 // "Request Selected": asks the server for every checked mail, one line for each mail or run of
 // neighbouring mails.
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/dialogs.h"
 #include "irc/room_voice.h"
+#include "mail/list_selection.h"
 #include "mail/mail_list.h"
+#include "mail/request_runs.h"
 #include "mail/request_stack.h"
 #include "settings/options.h"
 
@@ -22,8 +26,17 @@ class Requests {
   // keep their checks. The title header is not refreshed.
   void cmdRequest_Click(const std::string& screenName, const std::string& handle);
 
+  // The same for the given rows, checked or not, in ascending order; neighbours are one request.
+  void RequestRows(const std::vector<RowRange>& rows, const std::string& screenName,
+                   const std::string& handle);
+
  private:
+  // Tells the user what is missing.
+  bool MayRequest(const std::string& screenName, const std::string& handle);
   RequestRun RunOver(const std::string& screenName, const std::string& handle);
+  // What is said for `request`, whose rows are marked, and checked again if it does not arrive.
+  RequestLine LineOf(const RequestRuns::Request& request, const std::string& screenName,
+                     const std::string& handle);
 
   MailList& list_;
   RequestStack& stack_;

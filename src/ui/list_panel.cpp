@@ -118,6 +118,9 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
   connect(model, &QAbstractItemModel::modelReset, this, &ListPanel::RowsReset);
   connect(ui_->cmdRequestStop, &QPushButton::clicked, this, &ListPanel::StopClicked);
   connect(ui_->lstServerList, &MailTable::MouseUp, this, &ListPanel::ShiftClick);
+  ui_->lstServerList->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(ui_->lstServerList, &QWidget::customContextMenuRequested, this,
+          [this, &requests](const QPoint& place) { ShowRowMenu(place, requests); });
   // Where the list has the focus; elsewhere the key searches something else.
   auto* find = new QShortcut(QKeySequence::Find, ui_->lstServerList);
   find->setContext(Qt::WidgetShortcut);
@@ -140,6 +143,23 @@ void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
 
   mnuSelect_.Attach(selection, *list_);
   mnuSelect_.ServeMain(*ui_->cmdSelect);
+}
+
+void ListPanel::ShowRowMenu(const QPoint& place, Requests& requests) {
+  MailTable& table = *ui_->lstServerList;
+  if (table.ChosenRows().empty()) return;
+  if (mnuRows_ == nullptr) {
+    mnuRows_ = new QMenu("Mails", this);
+    AddMenuItem(*mnuRows_, "mnuRowsCheck", "&Check", [&table] { table.CheckChosen(true); });
+    AddMenuItem(*mnuRows_, "mnuRowsUncheck", "&Uncheck", [&table] { table.CheckChosen(false); });
+    AddMenuItem(*mnuRows_, "mnuRowsCopy", "C&opy", [&table] { table.CopyChosen(); });
+    mnuRows_->addSeparator();
+    AddMenuItem(*mnuRows_, "mnuRowsRequest", "&Request", [this, &table, &requests] {
+      requests.RequestRows(table.ChosenRows(), ui_->txtListAOLSN->text().toStdString(),
+                           ui_->txtListServer->text().toStdString());
+    });
+  }
+  mnuRows_->popup(table.viewport()->mapToGlobal(place));
 }
 
 void ListPanel::SetColours(std::optional<Colour> text, std::optional<Colour> background) {

@@ -73,6 +73,8 @@ class ListPanel : public QWidget, public ListView {
   void BuildFilter();
   void BuildMenus(ListLoader& loader, ListSelection& selection);
   void ShiftClick(Qt::KeyboardModifiers modifiers);
+  // The menu of the highlighted rows, or of the current one.
+  void ShowRowMenu(const QPoint& place, Requests& requests);
   // What stands beside the buttons: how the run goes, else how many rows are checked.
   void RefreshRunLabel();
   // Another list is there: the filter was meant for the one before.
@@ -81,6 +83,7 @@ class ListPanel : public QWidget, public ListView {
   std::unique_ptr<Ui::ListPanel> ui_;
   QMenu mnuLoadList_;
   SelectMenu mnuSelect_;
+  QMenu* mnuRows_ = nullptr;  // made when first shown
   MailList* list_ = nullptr;
   ListSelection* selection_ = nullptr;
   std::uint64_t generation_ = 0;  // of the rows that the filter was typed for

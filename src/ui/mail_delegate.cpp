@@ -4,6 +4,7 @@
 #include <QHelpEvent>
 #include <QToolTip>
 
+#include "ui/icons.h"
 #include "ui/look.h"
 #include "ui/look_paint.h"
 #include "ui/mail_list_model.h"
@@ -25,6 +26,12 @@ void MailDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelInd
   const bool checked =
       index.siblingAtColumn(MailListModel::kNumber).data(Qt::CheckStateRole).toInt() == Qt::Checked;
   if (checked) option->font = Medium(option->font);
+  if (!index.data(MailListModel::kRequestedRole).toBool()) return;
+  if (!checked) dim();
+  if (tick_.isNull()) tick_ = MakeIcon(IconName::kCheck);
+  option->features |= QStyleOptionViewItem::HasDecoration;
+  option->icon = tick_;
+  option->decorationSize = {kIconSize, kIconSize};
 }
 
 bool MailDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

@@ -1,6 +1,6 @@
 #pragma once
-// Draws the rows of a MailTable: numbers dim, checked titles stronger. A title that is cut has a
-// tool tip. What a click on a check box means, the table decides.
+// Draws the rows of a MailTable: numbers dim, checked titles stronger, requested ones dim with a
+// tick. A title that is cut has a tool tip. What a click on a check box means, the table decides.
 
 #include <QStyledItemDelegate>
 
@@ -21,6 +21,9 @@ class MailDelegate : public QStyledItemDelegate {
                    const QModelIndex&) override {
     return false;
   }
+
+ private:
+  mutable QIcon tick_;  // made when it is first needed
 };
 
 }  // namespace brindle

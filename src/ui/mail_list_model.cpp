@@ -60,6 +60,7 @@ QVariant MailListModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::CheckStateRole && number) {
     return list_.IsChecked(row) ? Qt::Checked : Qt::Unchecked;
   }
+  if (role == kRequestedRole) return list_.IsRequested(row);
   return {};
 }
 

@@ -18,6 +18,9 @@ class MailListModel : public QAbstractTableModel, private MailListObserver {
  public:
   enum Column { kNumber = 0, kTitle = 1, kColumns = 2 };
 
+  // Of the data: whether the row was requested.
+  static constexpr int kRequestedRole = Qt::UserRole;
+
   // Observes `list` for as long as this lives; `list` must live longer.
   explicit MailListModel(MailList& list, QObject* parent = nullptr);
   ~MailListModel() override;
