@@ -38,6 +38,8 @@ class NoView : public ListView {
   void EnableListButtons(bool) override {}
   void ShowList(bool) override {}
   void SetListServer(const std::string&) override {}
+  std::string ListServer() const override { return ""; }
+  void ShowNote(const ListNote&) override {}
 };
 
 class NoEvents : public EventPump {

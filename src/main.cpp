@@ -26,10 +26,11 @@ namespace {
 constexpr int kWrongUse = 2;  // exit code
 
 constexpr char kHelp[] =
-    "Usage: brindle [--data-dir DIR] [ADDRESS]\n"
+    "Usage: brindle [--data-dir DIR] [ADDRESS | LIST]\n"
     "Gets mails from the mail servers in IRC rooms.\n"
     "\n"
     "  ADDRESS         irc://HOST[:PORT]/ROOM: connect there and enter the room\n"
+    "  LIST            the list file to load\n"
     "  --data-dir DIR  keep settings and lists in DIR; it is made when missing\n"
     "  --help          show this text\n"
     "  --version       show the version\n"
@@ -80,6 +81,12 @@ brindle::ThemeChoice StoredTheme(const std::string& folder) {
   return brindle::ReadOptions(brindle::SettingsText(bytes.value_or(""))).theme;
 }
 
+// A list file is named in full, because a program that runs already may be in another folder.
+std::string StartedWith(const QString& argument) {
+  const bool isFile = !argument.isEmpty() && !brindle::LooksLikeIrcAddress(argument.toStdString());
+  return (isFile ? QFileInfo(argument).absoluteFilePath() : argument).toStdString();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -92,9 +99,7 @@ int main(int argc, char** argv) {
   line.addOption(dataDir);
   const bool understood = line.parse(QCoreApplication::arguments());
   const QStringList given = line.positionalArguments();
-  const std::string startedWith = given.value(0).toStdString();
-  const bool isAddress = startedWith.empty() || brindle::LooksLikeIrcAddress(startedWith);
-  if (!understood || given.size() > 1 || !isAddress) {
+  if (!understood || given.size() > 1) {
     std::fprintf(stderr, "%s\n%s", qPrintable(line.errorText()), kHelp);
     return kWrongUse;
   }
@@ -106,7 +111,7 @@ int main(int argc, char** argv) {
   brindle::ApplyLook(application, StoredTheme(folder));
   brindle::WatchDesktopScheme(application, &brindle::SetDesktopScheme);
   brindle::QtDialogs dialogs;
-  brindle::Program program(folder, dialogs, startedWith);
+  brindle::Program program(folder, dialogs, StartedWith(given.value(0)));
   if (!program.Open()) return program.IsHandedOver() ? 0 : 1;
   // Asked to end from outside, the program ends as if its window had been closed.
   brindle::OnEndSignal([&program] {

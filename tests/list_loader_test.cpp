@@ -12,6 +12,7 @@
 #include "mail/byte_kernels.h"
 #include "support/list_check.h"
 #include "support/mail_stage.h"
+#include "support/memory_files.h"
 
 namespace brindle {
 namespace {
@@ -156,11 +157,75 @@ TEST_F(ListLoaderTest, ShowsThatItIsBusy) {
   loader_.mnuLoadListWeb_Click();
   loader_.mnuLoadListWeb_Click();
   EXPECT_EQ(RowsOf(list_) + list_.TitleHeader(), "Mail Title [0/2]");
-  EXPECT_EQ(stage_.Taken(), "");
-  EXPECT_EQ(Load(Write(u8"empty", "")), busy + "list; buttons:  Mail Title [0/0]");
+  const std::string web = "'From Web clears the list and fetches nothing.' undo";
+  EXPECT_EQ(stage_.Taken(), web + "; " + web);
+  EXPECT_EQ(Load(Write(u8"empty", "")),
+            busy + "'empty is empty.' undo; list; buttons:  Mail Title [0/0]");
   // The file goes away in the meantime.
   stage_.onEvents = [this] { std::filesystem::remove_all(folder_); };
-  EXPECT_EQ(Load(path), busy + "list; buttons:  Mail Title [0/0]");
+  EXPECT_TRUE(
+      Load(path).ends_with(" could not be opened.' undo; list; buttons:  Mail Title [0/0]"));
+}
+
+TEST_F(ListLoaderTest, SaysWhatWasWrongAndBringsTheOldListBack) {
+  using namespace std::string_literals;
+  const struct {
+    const char8_t* name;
+    std::string bytes;
+    std::string words;
+    std::string rows;
+  } table[] = {
+      {u8"a.txt", "", "a.txt is empty.", ""},
+      {u8"a.zip", "!bot send x\n1 PK\0\3"s, "a.zip is not a text file.", "1=PK\0\3"s},
+      {u8"a.htm", "<html>\n", "a.htm holds no mails: none of its lines begins with a number.", ""},
+      {u8"b.txt",
+       "\xFF\xFE"
+       "1\0 \0a\0"s,
+       "", "1=a"},
+  };
+  for (const auto& row : table) {
+    Fill(list_, "1=old|2=old", "x");
+    stage_.server = "old";
+    stage_.answer = Write(row.name, row.bytes);
+    loader_.mnuLoadListFile_Click();
+    const std::string told = stage_.Taken();
+    const std::string note = "'" + row.words + "' undo";
+    EXPECT_EQ(told.find(note) != std::string::npos, !row.words.empty()) << told;
+    EXPECT_EQ(RowsOf(list_), row.rows);
+    loader_.Undo();
+    const bool back = !row.words.empty();
+    EXPECT_EQ(RowsOf(list_) + ChecksOf(list_), back ? "1=old|2=oldx." : row.rows + ".");
+    EXPECT_EQ(stage_.server, "old");
+  }
+}
+
+TEST_F(ListLoaderTest, RemembersWhatItLoaded) {
+  MemoryFiles files;
+  SettingsFile settings(files, "ini");
+  RecentLists recent(settings);
+  loader_.Remember(recent);
+  std::vector<std::string> expected;
+  for (int i = 0; i < 9; ++i) {
+    std::u8string name = u8"a.txt";
+    name[0] = static_cast<char8_t>(u8'a' + i);
+    const std::string path = Write(name, "1 a\n");
+    loader_.OpenFile(path);
+    loader_.OpenFile(path);
+    expected.insert(expected.begin(), path);
+  }
+  expected.pop_back();
+  EXPECT_EQ(loader_.Recent(), expected);
+  // One from the middle comes first, an empty one is not kept, and one that is gone is forgotten.
+  loader_.OpenFile(expected[3]);
+  std::rotate(expected.begin(), expected.begin() + 3, expected.begin() + 4);
+  loader_.OpenFile(Write(u8"empty.txt", ""));
+  std::filesystem::remove(expected[7]);
+  stage_.Taken();
+  Fill(list_, "1=old");
+  loader_.OpenFile(expected[7]);
+  EXPECT_EQ(stage_.Taken() + RowsOf(list_), "'b.txt could not be found.' undo1=old");
+  expected.pop_back();
+  EXPECT_EQ(loader_.Recent(), expected);
 }
 
 TEST_F(ListLoaderTest, DoesNothingWithoutAFile) {

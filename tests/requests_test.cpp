@@ -107,23 +107,28 @@ TEST(Requests, EndWithTheirReason) {
   const struct {
     std::function<void(TalkStage&)> meanwhile;  // after the second line
     std::string told;
-    const char* left;
+    const char* left;  // checked, and requested
   } table[] = {
       {[](TalkStage& s) { s.connection.wsChat_Error("gone"); },
-       "[Disconnected: gone] [The session ended (gone)" + again, "x.x.x."},
+       "[Disconnected: gone] [The session ended (gone)" + again, "x.x.x. ......"},
       {[](TalkStage& s) { s.Receive(":op!u@h KICK #room me :bye"); },
        "[You are no longer in #room: kicked by op: bye] "
        "[The room was left (kicked by op: bye)" +
            again,
-       "....x."},
+       "....x. x.x..."},
       {[](TalkStage& s) { s.Receive(":me!u@h PART :#room"); }, "[The room was left" + again,
-       "....x."},
+       "....x. x.x..."},
       {[](TalkStage& s) { s.Receive(":srv 404 me #room :Moderated"); },
-       "[#room: Moderated] [The room takes no requests (Moderated)" + again, "x.x.x."},
+       "[#room: Moderated] [The room takes no requests (Moderated)" + again, "x.x.x. ......"},
       {[](TalkStage& s) { s.Receive(":srv 404 me #else :Moderated"); },
-       "[#else: Moderated] 5 [Requests sent: 3]", "......"},
-      {[](TalkStage& s) { s.list.Clear(); }, "[The list was replaced after 2 of 3 requests.]", ""},
-      {[](TalkStage& s) { s.stack.Stop(); }, "[Stopped after 2 of 3 requests.]", "....x."},
+       "[#else: Moderated] 5 [Requests sent: 3]", "...... x.x.x."},
+      {[](TalkStage& s) { s.list.Clear(); }, "[The list was replaced after 2 of 3 requests.]", " "},
+      {[](TalkStage& s) { s.stack.Stop(); }, "[Stopped after 2 of 3 requests.]", "....x. x.x..."},
+  };
+  const auto requested = [](const MailList& list) {
+    std::string rows;
+    for (size_t row = 0; row < list.Size(); ++row) rows += list.IsRequested(row) ? 'x' : '.';
+    return rows;
   };
   for (const auto& row : table) {
     TalkStage stage;
@@ -135,7 +140,7 @@ TEST(Requests, EndWithTheirReason) {
     row.meanwhile(stage);
     stage.Wait(1000);
     EXPECT_EQ(stage.Asked(), row.told);
-    EXPECT_EQ(stage.Checks(), row.left) << row.told;
+    EXPECT_EQ(stage.Checks() + " " + requested(stage.list), row.left) << row.told;
     EXPECT_TRUE(stage.stack.IsIdle() && !stage.lines.IsBusy()) << row.told;
   }
   // A refusal may come when all has been said.
@@ -146,6 +151,20 @@ TEST(Requests, EndWithTheirReason) {
   stage.Wait(1000);
   stage.Receive(":srv 404 me #room :Moderated");
   EXPECT_EQ(stage.Checks(), "x.");
+}
+
+TEST(Requests, AskForGivenRows) {
+  TalkStage stage;
+  stage.EnterRoom();
+  stage.Fill("xx....");
+  stage.requests.RequestRows({{1, 1}, {2, 3}, {5, 5}}, "", "Bot");
+  EXPECT_EQ(stage.Taken(), kNoName);
+  stage.requests.RequestRows({{1, 1}, {2, 3}, {5, 5}}, "My Name", "Bot");
+  stage.Wait(1000);
+  EXPECT_EQ(stage.Asked(), "2-4 6 [Requests sent: 2]");
+  EXPECT_EQ(stage.Checks(), "x.....");
+  stage.Receive(":srv 404 me #room :Moderated");
+  EXPECT_EQ(stage.Checks(), "xxxx.x");
 }
 
 TEST(Requests, ASecondClickRunsInTheMiddleOfTheFirst) {

@@ -13,6 +13,7 @@ MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
       detection_(chat.Voice(), chat.Queue(), {stored.options, machine.clock}, handles_,
                  [this] { return window_.Info().ScreenName().toStdString(); }),
       advertisement_(chat.CurrentSession(), chat.Voice(), window.Info(), webHost),
+      recentLists_(stored.settings),
       loader_(machine.dialogs, machine.events, window.List(), mailList_),
       selection_(machine.dialogs),
       stack_(chat.CurrentSession(), chat.Voice(), chat.Lines(), window, machine.clock),
@@ -25,6 +26,7 @@ MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
   chat.Parser().OnRefusedLine([this](const std::string& reason) { stack_.LineRefused(reason); });
   stack_.OnProgress(
       [this](const std::optional<RunProgress>& progress) { window_.ShowRun(progress); });
+  loader_.Remember(recentLists_);
   window.Info().Attach(handles_, commands_, advertisement_);
   window.List().Attach(mailList_, loader_, selection_, requests_);
   QObject::connect(&window.List(), &ListPanel::ManualRequestClicked, &window,

@@ -46,6 +46,7 @@ class MailDesk {
   ServerCommands commands_;
   ServerDetection detection_;
   Advertisement advertisement_;
+  RecentLists recentLists_;
   ListLoader loader_;
   ListSelection selection_;
   RequestStack stack_;

@@ -64,7 +64,14 @@ bool Program::Open() {
 }
 
 void Program::Take(const std::string& text) {
-  if (!LooksLikeIrcAddress(text)) return;
+  if (text.empty()) return;
+  if (!LooksLikeIrcAddress(text)) {
+    // Loading lets events run, and who calls this is in the middle of something.
+    QMetaObject::invokeMethod(
+        window_.get(), [this, text] { window_->OpenListFile(ToQString(text)); },
+        Qt::QueuedConnection);
+    return;
+  }
   const std::optional<IrcAddress> address = ParseIrcAddress(text);
   if (!address) {
     dialogs_.Notice(Icon::kExclamation, "This is no address of an IRC server or room:\r" +

@@ -24,7 +24,7 @@ namespace brindle {
 class Program {
  public:
   // `dataFolder` must exist; settings and lists live in it.
-  // `startedWith` is an address that the program was started with, or empty.
+  // `startedWith` is an address or the full path of a list file, or empty.
   Program(const std::string& dataFolder, Dialogs& dialogs, std::string startedWith = "");
   ~Program();
   Program(const Program&) = delete;
@@ -54,7 +54,7 @@ class Program {
   void TellMissing(LoadResult result, const std::string& path);
   void MakeMissing(const StoredState::Results& results);
   void CheckForUpdate();
-  // Follows an address.
+  // Follows an address, or loads a list.
   void Take(const std::string& text);
 
   QtClock clock_;

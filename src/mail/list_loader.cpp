@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "base/text.h"
+#include "mail/list_fault.h"
 #include "mail/list_reader.h"
 
 namespace brindle {
@@ -17,15 +18,46 @@ constexpr const char* kListFileFilter =
 
 void ListLoader::mnuLoadListFile_Click() {
   const std::optional<std::string> path = dialogs_.OpenFile(kListFileFilter);
-  if (!path || IsBlank(*path) || !IsListFile(*path)) return;
+  if (path && !IsBlank(*path) && IsListFile(*path)) LoadBusy(*path);
+}
 
+void ListLoader::OpenFile(const std::string& path) {
+  if (IsListFile(path)) return LoadBusy(path);
+  if (recent_ != nullptr) recent_->Remove(path);
+  Tell(FileNameOf(path) + " could not be found.");
+}
+
+void ListLoader::mnuLoadListWeb_Click() {
+  KeepForUndo();
+  list_.ClearBelowHeader();
+  Tell("From Web clears the list and fetches nothing.");
+}
+
+void ListLoader::Undo() {
+  if (before_.Size() == 0) return;
+  list_.Replace(before_);
+  view_.SetListServer(serverBefore_);
+  Tell("");
+  view_.ShowList(true);
+}
+
+void ListLoader::KeepForUndo() {
+  if (list_.Size() == 0) return;
+  before_.CopyFrom(list_);
+  serverBefore_ = view_.ListServer();
+}
+
+void ListLoader::Tell(const std::string& text) { view_.ShowNote({text, before_.Size() > 0}); }
+
+void ListLoader::LoadBusy(const std::string& path) {
   view_.EnableListButtons(false);
-  Load(*path);
+  Load(path);
   view_.ShowList(true);
   view_.EnableListButtons(true);
 }
 
 void ListLoader::Load(const std::string& path) {
+  KeepForUndo();
   list_.Clear();
   const std::uint64_t mine = list_.Generation();
   view_.ShowList(false);
@@ -42,6 +74,10 @@ void ListLoader::Load(const std::string& path) {
   if (list_.Generation() != mine) return;
   list_.Replace(loaded);
   if (result.handle) view_.SetListServer(*result.handle);
+  const std::string wrong = WrongWithList(path, result.status, list_.Size());
+  if (wrong.empty()) before_.Clear();
+  Tell(wrong);
+  if (wrong.empty() && recent_ != nullptr) recent_->Add(path);
 }
 
 }  // namespace brindle

@@ -253,6 +253,19 @@ bool IsListFile(const std::string& path) {
   }
 }
 
+std::optional<std::string> StartOfFile(const std::string& path, size_t bytes) {
+  try {
+    FileSource file(PathFrom(path));
+    if (!file.IsOpen()) return std::nullopt;
+    std::string start(bytes, '\0');
+    start.resize(file.Read(start.data(), bytes));
+    if (file.Failed()) return std::nullopt;
+    return start;
+  } catch (const std::exception&) {
+    return std::nullopt;
+  }
+}
+
 ReadResult ReadListFile(const std::string& path, MailList& list, const KeepGoing& keepGoing) {
   list.Clear();
   try {

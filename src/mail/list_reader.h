@@ -57,6 +57,9 @@ ReadResult ReadList(BlockSource& source, MailList& list, const KeepGoing& keepGo
 // True when `path` (UTF-8) is a file, and not a folder, a device or nothing at all.
 bool IsListFile(const std::string& path);
 
+// The first bytes of the file at `path`, as many as there are; nothing when it cannot be read.
+std::optional<std::string> StartOfFile(const std::string& path, size_t bytes);
+
 // ReadList from the file at `path` (UTF-8).
 ReadResult ReadListFile(const std::string& path, MailList& list, const KeepGoing& keepGoing);
 

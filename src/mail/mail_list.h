@@ -50,6 +50,10 @@ class MailList {
   // generation stay this list's own. A list that is observed is filled in this way.
   void Replace(MailList& other);
 
+  // Takes over all rows of `other`, with their checks, and leaves them there too. The texts are
+  // shared.
+  void CopyFrom(const MailList& other) { TakeRows(other.rows_); }
+
   // Replaces all rows by those of `texts`, none of them checked.
   void SetTexts(std::shared_ptr<const MailTexts> texts);
 

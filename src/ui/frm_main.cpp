@@ -12,6 +12,7 @@
 
 #include "settings/product.h"
 #include "ui/accessible_tree.h"
+#include "ui/file_drop.h"
 #include "ui/hover_guide.h"
 #include "ui/icons.h"
 #include "ui/qt_text.h"
@@ -53,6 +54,7 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   }
   ConnectPanels();
   ConnectOptions();
+  new FileDrop(*this, [this](const QString& path) { OpenListFile(path); });
   new HoverGuide(
       *this, [this](const std::string& help) { ui_->barStatus->ShowHelp(help); },
       [this](const std::string& help) { ui_->pnlOptions->SetQuickHelp(ToQString(help)); });
@@ -347,6 +349,11 @@ ListPanel& FrmMain::List() { return *ui_->pnlList; }
 InfoPanel& FrmMain::Info() { return *ui_->pnlInfo; }
 ChannelsPanel& FrmMain::ChannelList() { return *ui_->picChannels; }
 WhoPanel& FrmMain::Who() { return *ui_->picWhosHere; }
+
+void FrmMain::OpenListFile(const QString& path) {
+  ShowTab(Tab::kList);
+  ui_->pnlList->OpenFile(path);
+}
 
 void FrmMain::ShowTab(Tab tab) { ui_->tabMain->setCurrentIndex(static_cast<int>(tab)); }
 

@@ -66,6 +66,8 @@ class FrmMain : public QMainWindow, public WindowView {
 
   // How the run of requests goes; nothing when none goes.
   void ShowRun(const std::optional<RunProgress>& progress);
+  // Shows the list, loaded from the file at `path`.
+  void OpenListFile(const QString& path);
   void SetScreenName(const QString& name);
 
   void SetStatusPanel(const std::string& text) override;

@@ -1,5 +1,8 @@
 #include "ui/list_panel.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -110,6 +113,7 @@ void ListPanel::resizeEvent(QResizeEvent* event) {
 void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& selection,
                        Requests& requests) {
   list_ = &list;
+  loader_ = &loader;
   selection_ = &selection;
   ui_->lstServerList->Attach(list);
   const auto* model = ui_->lstServerList->model();
@@ -132,9 +136,12 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
                               ui_->txtListServer->text().toStdString());
   });
   BuildMenus(loader, selection);
+  ShowEmptyState();
 }
 
 void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
+  mnuLoadList_.setToolTipsVisible(true);
+  connect(&mnuLoadList_, &QMenu::aboutToShow, this, &ListPanel::ShowRecent);
   GiveMenu(*ui_->cmdLoadList, mnuLoadList_);
   AddMenuItem(mnuLoadList_, "mnuLoadListFile", "From &File",
               [&loader] { loader.mnuLoadListFile_Click(); });
@@ -143,6 +150,67 @@ void ListPanel::BuildMenus(ListLoader& loader, ListSelection& selection) {
 
   mnuSelect_.Attach(selection, *list_);
   mnuSelect_.ServeMain(*ui_->cmdSelect);
+}
+
+void ListPanel::ShowRecent() {
+  qDeleteAll(std::exchange(recent_, {}));
+  for (const std::string& stored : loader_->Recent()) {
+    if (recent_.isEmpty()) recent_ << mnuLoadList_.addSeparator();
+    const QString path = ToQString(stored);
+    const auto place = recent_.size();
+    const QString name = QFileInfo(path).fileName().replace('&', "&&");
+    const QString text = QString("&%1  %2").arg(place).arg(name);
+    QAction* item = mnuLoadList_.addAction(text);
+    item->setObjectName(QString("mnuLoadListRecent_%1").arg(place - 1));
+    item->setToolTip(QDir::toNativeSeparators(path));
+    connect(item, &QAction::triggered, this, [this, path] { OpenFile(path); });
+    recent_ << item;
+  }
+}
+
+void ListPanel::OpenFile(const QString& path) {
+  if (loader_ != nullptr) loader_->OpenFile(path.toStdString());
+}
+
+void ListPanel::BuildNote() {
+  barNote_ = new QWidget(this);
+  barNote_->setObjectName("barListNote");
+  lblNote_ = new QLabel(barNote_);
+  lblNote_->setObjectName("lblListNote");
+  lblNote_->setTextFormat(Qt::PlainText);
+  lblNote_->setWordWrap(true);
+  auto* undo = new QPushButton("&Undo", barNote_);
+  undo->setObjectName("cmdListUndo");
+  undo->setAutoDefault(true);
+  undo->setToolTip("Brings back the list that was there before, with its checks.");
+  auto* row = new QHBoxLayout(barNote_);
+  row->setContentsMargins(kInset, 0, kInset, kGap);
+  row->addWidget(lblNote_, 1);
+  row->addWidget(undo);
+  connect(undo, &QPushButton::clicked, this, [this] { loader_->Undo(); });
+  ui_->panelLayout->insertWidget(1, barNote_);
+}
+
+void ListPanel::ShowNote(const ListNote& note) {
+  note_ = ToQString(note.text);
+  const bool canUndo = note.canUndo && !note_.isEmpty();
+  if (canUndo && barNote_ == nullptr) BuildNote();
+  if (barNote_ != nullptr) {
+    lblNote_->setText(note_);
+    barNote_->setVisible(canUndo);
+  }
+  if (!note_.isEmpty()) emit Hint(note_);
+  ShowEmptyState();
+}
+
+void ListPanel::ShowEmptyState() {
+  const QString how =
+      "Open a server's list with Load Server List, or drop the file here.\n"
+      "Ask a server for its list with Commands, Request List, on Info / Commands.";
+  ui_->lstServerList->SetEmptyText(note_.isEmpty() ? "No list loaded" : note_, how);
+  // From Web leaves the total of the list that was there.
+  const bool hasHeader = list_->Size() > 0 || list_->TitleHeader() != "Mail Title [0/0]";
+  ui_->lstServerList->horizontalHeader()->setVisible(hasHeader);
 }
 
 void ListPanel::ShowRowMenu(const QPoint& place, Requests& requests) {
@@ -186,6 +254,7 @@ void ListPanel::RowsReset() {
   if (std::exchange(generation_, list_->Generation()) != list_->Generation()) {
     ui_->txtListFilter->clear();
   }
+  ShowEmptyState();
   RefreshRunLabel();
 }
 
@@ -240,6 +309,8 @@ void ListPanel::ShowList(bool shown) {
 void ListPanel::SetListServer(const std::string& handle) {
   ui_->txtListServer->setText(ToQString(handle));
 }
+
+std::string ListPanel::ListServer() const { return ui_->txtListServer->text().toStdString(); }
 
 void ListPanel::ShiftClick(Qt::KeyboardModifiers held) {
   const Modifiers modifiers{held.testFlag(Qt::ShiftModifier), held.testFlag(Qt::ControlModifier),

@@ -2,6 +2,7 @@
 // The list tab: the mail list with its buttons and menus, and where requests go to.
 
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QMenu>
 #include <QWidget>
 #include <memory>
@@ -35,13 +36,14 @@ class ListPanel : public QWidget, public ListView {
   // Colours of rows, where they are not the theme's.
   void SetColours(std::optional<Colour> text, std::optional<Colour> background);
 
-  // As by the menu item From File.
+  // As by the menu item From File, and without asking.
   void LoadFromFile();
   void Find();
   bool HasRows() const { return list_ != nullptr && list_->Size() > 0; }
   bool HasChecks() const { return list_ != nullptr && list_->CheckedCount() > 0; }
   // False when there is no run.
   bool StopRun();
+  void OpenFile(const QString& path);
   void FocusFilter();
 
   QSize minimumSizeHint() const override;
@@ -55,6 +57,8 @@ class ListPanel : public QWidget, public ListView {
   void EnableListButtons(bool enabled) override;
   void ShowList(bool shown) override;
   void SetListServer(const std::string& handle) override;
+  std::string ListServer() const override;
+  void ShowNote(const ListNote& note) override;
 
  signals:
   // The user typed in the screen name box.
@@ -72,6 +76,12 @@ class ListPanel : public QWidget, public ListView {
  private:
   void BuildFilter();
   void BuildMenus(ListLoader& loader, ListSelection& selection);
+  // Puts the lists that were loaded last into the menu.
+  void ShowRecent();
+  // The line above the list that says what went wrong, with Undo.
+  void BuildNote();
+  // What stands in place of the rows, and whether there is a header above.
+  void ShowEmptyState();
   void ShiftClick(Qt::KeyboardModifiers modifiers);
   // The menu of the highlighted rows, or of the current one.
   void ShowRowMenu(const QPoint& place, Requests& requests);
@@ -83,8 +93,13 @@ class ListPanel : public QWidget, public ListView {
   std::unique_ptr<Ui::ListPanel> ui_;
   QMenu mnuLoadList_;
   SelectMenu mnuSelect_;
-  QMenu* mnuRows_ = nullptr;  // made when first shown
+  QMenu* mnuRows_ = nullptr;    // made when first shown
+  QList<QAction*> recent_;      // of mnuLoadList_
+  QWidget* barNote_ = nullptr;  // made when first shown
+  QLabel* lblNote_ = nullptr;
+  QString note_;
   MailList* list_ = nullptr;
+  ListLoader* loader_ = nullptr;
   ListSelection* selection_ = nullptr;
   std::uint64_t generation_ = 0;  // of the rows that the filter was typed for
   std::optional<RunProgress> run_;

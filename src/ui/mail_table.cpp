@@ -1,10 +1,13 @@
 #include "ui/mail_table.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QPainter>
 #include <algorithm>
 
+#include "ui/icons.h"
 #include "ui/look.h"
+#include "ui/look_paint.h"
 #include "ui/mail_delegate.h"
 #include "ui/mail_list_model.h"
 #include "ui/qt_text.h"
@@ -19,6 +22,7 @@ constexpr int kHalfLight = 128;
 constexpr int kNumberColumnWidth = 110;
 constexpr int kRowPadding = 6;
 constexpr int kRowHeight = 26;
+constexpr int kEmptyIconSize = 56;
 
 // Between two colours, nearer to the first.
 QColor Mixed(const QColor& first, const QColor& second) {
@@ -130,7 +134,9 @@ void MailTable::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (model_ == nullptr) return;
   PaintFocus();
-  if (model_->IsFiltered() && model_->rowCount() == 0) PaintNothingFound();
+  if (model_->rowCount() > 0) return;
+  if (list_->Size() > 0) return PaintNothingFound();
+  if (!emptyHeading_.isEmpty()) PaintEmpty();
 }
 
 // Once the keyboard is used, and where the highlight does not show which row is meant.
@@ -153,6 +159,36 @@ void MailTable::PaintNothingFound() {
   QPainter painter(viewport());
   painter.setPen(palette().color(kDimText));
   painter.drawText(viewport()->rect(), Qt::AlignCenter, "No mail fits the filter. Esc shows all.");
+}
+
+void MailTable::SetEmptyText(const QString& heading, const QString& text) {
+  emptyHeading_ = heading;
+  emptyText_ = text;
+  setAccessibleDescription(list_->Size() > 0 ? QString() : heading + ". " + text);
+  viewport()->update();
+}
+
+void MailTable::PaintEmpty() {
+  QPainter painter(viewport());
+  const QRect page = viewport()->rect();
+  painter.fillRect(page, palette().window());
+  const QFont heading = Medium(font());
+  const int line = fontMetrics().height();
+  const QRect width = page.adjusted(kInset, 0, -kInset, 0);
+  const QRect text = fontMetrics().boundingRect(QRect(0, 0, width.width(), page.height()),
+                                                Qt::AlignHCenter | Qt::TextWordWrap, emptyText_);
+  const int height = kEmptyIconSize + kGap + line + kSmallGap + text.height();
+  int top = std::max(0, (page.height() - height) / 2);
+  MakeIcon(IconName::kTray).paint(&painter, QRect(page.left(), top, page.width(), kEmptyIconSize));
+  top += kEmptyIconSize + kGap;
+  painter.setFont(heading);
+  painter.setPen(palette().color(QPalette::WindowText));
+  painter.drawText(QRect(width.left(), top, width.width(), line), Qt::AlignCenter, emptyHeading_);
+  top += line + kSmallGap;
+  painter.setFont(font());
+  painter.setPen(QApplication::palette().color(kDimText));
+  painter.drawText(QRect(width.left(), top, width.width(), text.height()),
+                   Qt::AlignHCenter | Qt::TextWordWrap, emptyText_);
 }
 
 }  // namespace brindle

@@ -29,6 +29,9 @@ class MailTable : public QTableView {
   void Filter(const QString& text);
   const MailListModel& Model() const { return *model_; }
 
+  // What stands in place of the rows when the list has none.
+  void SetEmptyText(const QString& heading, const QString& text);
+
   // The highlighted rows, in order; hidden ones are never highlighted.
   std::vector<RowRange> HighlightedRows() const;
   // The same; where the current row is not among them, that row alone.
@@ -68,11 +71,14 @@ class MailTable : public QTableView {
   bool GoToRow(const std::string& lowerText, bool numbers);
   void PaintFocus();
   void PaintNothingFound();
+  void PaintEmpty();
 
   MailList* list_ = nullptr;
   MailListModel* model_ = nullptr;
   int pressedBox_ = -1;     // row of the table
   bool keepsRows_ = false;  // the press on it left the highlight alone
+  QString emptyHeading_;
+  QString emptyText_;
   QString typed_;
   QElapsedTimer sinceTyped_;
 };

@@ -92,10 +92,15 @@ class MailStage : public Dialogs,
 
   void EnableListButtons(bool enabled) override { Note(enabled ? "buttons" : "no buttons"); }
   void ShowList(bool shown) override { Note(shown ? "list" : "wait"); }
-  void SetListServer(const std::string& handle) override { Note("to " + handle); }
+  void SetListServer(const std::string& handle) override { Note("to " + (server = handle)); }
+  std::string ListServer() const override { return server; }
+  void ShowNote(const ListNote& note) override {
+    if (!note.text.empty()) Note("'" + note.text + "'" + (note.canUndo ? " undo" : ""));
+  }
 
   std::optional<std::string> answer;  // to every box; nothing cancels
   std::function<void()> onEvents;     // once
+  std::string server;                 // that requests go to
 
  private:
   void Box(Icon icon, const std::string& text) {

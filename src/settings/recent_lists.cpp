@@ -1,0 +1,53 @@
+#include "settings/recent_lists.h"
+
+#include "base/text.h"
+
+namespace brindle {
+namespace {
+
+constexpr char kSection[] = "window";
+constexpr size_t kLongestValue = 999;
+
+std::string KeyOf(size_t place) { return "list" + std::to_string(place); }
+
+// What comes back as it was written.
+bool CanBeStored(const std::string& path) {
+  return path.size() <= kLongestValue && FirstLine(path) == path && TrimBlanks(path) == path &&
+         !path.starts_with('"');
+}
+
+}  // namespace
+
+std::vector<std::string> RecentLists::Paths() const {
+  std::vector<std::string> paths;
+  for (size_t place = 0; place < kMost; ++place) {
+    std::string path = settings_.ReadSetting(kSection, KeyOf(place));
+    if (!path.empty()) paths.push_back(std::move(path));
+  }
+  return paths;
+}
+
+void RecentLists::Add(const std::string& path) {
+  if (!CanBeStored(path)) return;
+  std::vector<std::string> paths = Paths();
+  if (!paths.empty() && paths.front() == path) return;
+  std::erase(paths, path);
+  paths.insert(paths.begin(), path);
+  Store(paths);
+}
+
+void RecentLists::Remove(const std::string& path) {
+  std::vector<std::string> paths = Paths();
+  if (std::erase(paths, path) > 0) Store(paths);
+}
+
+// Lists that cannot be kept are no reason to trouble the user.
+void RecentLists::Store(const std::vector<std::string>& paths) {
+  std::vector<Setting> settings;
+  for (size_t place = 0; place < kMost; ++place) {
+    settings.push_back({kSection, KeyOf(place), place < paths.size() ? paths[place] : ""});
+  }
+  settings_.WriteSettings(settings);
+}
+
+}  // namespace brindle
