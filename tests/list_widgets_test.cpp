@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QGroupBox>
@@ -253,6 +254,27 @@ TEST_F(MailTableTest, AFilterHidesRowsAndKeepsTheirChecks) {
   EXPECT_EQ(Press(Qt::Key_Space), "xxxxxx");
   Fill(list_, "1=a");
   EXPECT_EQ(table_.model()->rowCount(), 1);
+}
+
+TEST_F(MailTableTest, AssistiveTechnologyReadsAndTogglesRows) {
+  QAccessibleInterface* table = QAccessible::queryAccessibleInterface(&table_);
+  ASSERT_NE(table, nullptr);
+  EXPECT_EQ(table->text(QAccessible::Name) + QString::number(table->childCount()), "12");
+  const auto cell = [&](int row) { return table->tableInterface()->cellAt(row, 0); };
+  EXPECT_EQ(cell(3)->text(QAccessible::Name), "4 Apple pie");
+  EXPECT_TRUE(cell(3)->state().checkable && !cell(3)->state().checked);
+  cell(3)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(ChecksOf(list_), "...x..");
+  EXPECT_EQ(Highlighted(), "");
+  EXPECT_TRUE(cell(3)->state().checked);
+  EXPECT_EQ(cell(3), table->child(table->indexOfChild(cell(3))));
+  EXPECT_EQ(cell(3), table->childAt(cell(3)->rect().center().x(), cell(3)->rect().center().y()));
+  list_.CheckAll();
+  list_.MarkRequested(5, 5);
+  EXPECT_EQ(cell(5)->text(QAccessible::Description), "requested");
+  table_.Filter("pie");
+  EXPECT_EQ(cell(0)->text(QAccessible::Name), "4 Apple pie");
+  EXPECT_EQ(cell(1), nullptr);
 }
 
 TEST(SearchWindow, ComesAndGoes) {

@@ -1,5 +1,6 @@
 #include "ui/mail_table.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QHeaderView>
 #include <QPainter>
@@ -8,6 +9,7 @@
 #include "ui/icons.h"
 #include "ui/look.h"
 #include "ui/look_paint.h"
+#include "ui/mail_accessible.h"
 #include "ui/mail_delegate.h"
 #include "ui/mail_list_model.h"
 #include "ui/qt_text.h"
@@ -42,6 +44,7 @@ MailTable::MailTable(QWidget* parent) : QTableView(parent) {
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setHighlightSections(false);
   setItemDelegate(new MailDelegate(this));
+  InstallMailAccessibility();
 }
 
 void MailTable::Attach(MailList& list) {
@@ -51,6 +54,10 @@ void MailTable::Attach(MailList& list) {
   setColumnWidth(MailListModel::kNumber, kNumberColumnWidth);
   // After the view's own, which forgets the current row.
   connect(model_, &QAbstractItemModel::modelReset, this, &MailTable::StartAtFirstRow);
+  connect(model_, &QAbstractItemModel::dataChanged, this,
+          [this](const QModelIndex& first, const QModelIndex& last) {
+            TellChecks(first.row(), last.row());
+          });
   StartAtFirstRow();
 }
 
@@ -122,12 +129,39 @@ void MailTable::SetColours(std::optional<Colour> text, std::optional<Colour> bac
 }
 
 void MailTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-  QTableView::currentChanged(current, previous);
+  // The table's own would tell of cells that ours are not, and the same below.
+  QAbstractItemView::currentChanged(current, previous);
+  if (QAccessible::isActive() && current.isValid() && hasFocus()) {
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(AccessibleChildOf(current.row()));
+    QAccessible::updateAccessibility(&event);
+  }
   // The mark of the current row is as wide as the table.
   for (const QModelIndex& index : {current, previous}) {
     const QRect cell = visualRect(index);
     if (cell.isValid()) viewport()->update(0, cell.top(), viewport()->width(), cell.height());
   }
+}
+
+void MailTable::selectionChanged(const QItemSelection& selected, const QItemSelection& before) {
+  QAbstractItemView::selectionChanged(selected, before);
+  if (!QAccessible::isActive() || selected.isEmpty()) return;
+  QAccessibleEvent event(this, QAccessible::SelectionAdd);
+  event.setChild(AccessibleChildOf(selected.first().top()));
+  QAccessible::updateAccessibility(&event);
+}
+
+// Of many rows only the current one is told: nobody can listen to more.
+void MailTable::TellChecks(int first, int last) {
+  if (!QAccessible::isActive()) return;
+  const int current = currentIndex().row();
+  const int row = first == last ? first : current;
+  if (row < first || row > last) return;
+  QAccessible::State changed;
+  changed.checked = true;
+  QAccessibleStateChangeEvent event(this, changed);
+  event.setChild(AccessibleChildOf(row));
+  QAccessible::updateAccessibility(&event);
 }
 
 void MailTable::paintEvent(QPaintEvent* event) {

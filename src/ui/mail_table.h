@@ -56,10 +56,13 @@ class MailTable : public QTableView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& before) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers held) override;
   void keyboardSearch(const QString& typed) override;
 
  private:
+  // Tells assistive technology, where there is any, that the checks of these rows may have changed.
+  void TellChecks(int first, int last);
   // Makes the first row current, without highlighting it.
   void StartAtFirstRow();
   // Gives the chosen rows the opposite of the current row's check.
