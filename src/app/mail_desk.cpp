@@ -1,13 +1,24 @@
 #include "app/mail_desk.h"
 
+#include <algorithm>
+
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
+namespace {
+
+constexpr char kManualWidth[] = "manual width";
+constexpr char kManualHeight[] = "manual height";
+constexpr long long kLargestSize = 10000;  // pixels; a size beyond is a fault of the settings
+
+}  // namespace
+
 MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
                    const Machine& machine, const std::string& webHost)
     : window_(window),
       chat_(chat),
+      settings_(stored.settings),
       handles_(machine.dialogs),
       commands_(chat.Voice(), machine.dialogs),
       detection_(chat.Voice(), chat.Queue(), {stored.options, machine.clock}, handles_,
@@ -43,8 +54,18 @@ void MailDesk::Close() {
 
 void MailDesk::ShowManualRequest() {
   if (manualRequestWindow_.isNull()) {
-    manualRequestWindow_ = new FrmManualRequest(manualRequest_, handles_.Items(),
-                                                window_.List().ScreenName(), &window_);
+    const auto stored = [this](const char* key) {
+      const long long pixels = settings_.ReadNumber("window", key, "-1");
+      return static_cast<int>(std::clamp(pixels, -1LL, kLargestSize));
+    };
+    manualRequestWindow_ =
+        new FrmManualRequest(manualRequest_, handles_.Items(), window_.List().ScreenName(),
+                             QSize(stored(kManualWidth), stored(kManualHeight)), &window_);
+    QObject::connect(
+        manualRequestWindow_, &FrmManualRequest::Closing, &window_, [this](const QSize& size) {
+          settings_.WriteSettings({{"window", kManualWidth, std::to_string(size.width())},
+                                   {"window", kManualHeight, std::to_string(size.height())}});
+        });
   }
   BringUp(*manualRequestWindow_);
 }

@@ -41,6 +41,7 @@ class MailDesk {
 
   FrmMain& window_;
   ChatDesk& chat_;
+  SettingsFile& settings_;
   MailList mailList_;
   ServerHandles handles_;
   ServerCommands commands_;

@@ -6,7 +6,9 @@
 #include <QSignalBlocker>
 
 #include "ui/accessible_tree.h"
+#include "ui/icons.h"
 #include "ui/one_line.h"
+#include "ui/place_beside.h"
 #include "ui/qt_text.h"
 #include "ui_frm_manual_request.h"
 
@@ -14,13 +16,12 @@ namespace brindle {
 namespace {
 
 constexpr QSize kFirstSize{420, 430};
-constexpr int kOffset = 40;  // from the top left of the main window
 
 }  // namespace
 
 FrmManualRequest::FrmManualRequest(ManualRequest& manualRequest,
                                    const ObservedList<std::string>& handles,
-                                   const QString& screenName, QWidget* parent)
+                                   const QString& screenName, const QSize& size, QWidget* parent)
     : QWidget(parent, Qt::Window),
       ui_(std::make_unique<Ui::FrmManualRequest>()),
       manualRequest_(manualRequest) {
@@ -37,8 +38,13 @@ FrmManualRequest::FrmManualRequest(ManualRequest& manualRequest,
     ui_->cmbRequestFrom->addItem(ToQString(handle));
   }
   ui_->txtManualAOLSN->setText(screenName);
-  resize(kFirstSize);
-  if (parent != nullptr) move(parent->pos() + QPoint(kOffset, kOffset));
+  ui_->cmdAdd->setIcon(MakeIcon(IconName::kAdd));
+  ui_->cmdRemove->setIcon(MakeIcon(IconName::kRemove));
+  ui_->cmdClear->setIcon(MakeIcon(IconName::kClear));
+  ui_->lblSuggestion->setForegroundRole(kDimText);
+  ui_->lstRequests->setAlternatingRowColors(true);
+  resize(size.isValid() ? size : kFirstSize);
+  if (parent != nullptr) PlaceBeside(*this, *parent);
   ConnectButtons();
   manualRequest_.SetView(this);
   RowsChanged();
@@ -47,6 +53,11 @@ FrmManualRequest::FrmManualRequest(ManualRequest& manualRequest,
 FrmManualRequest::~FrmManualRequest() {
   manualRequest_.Stop();
   manualRequest_.SetView(nullptr);
+}
+
+void FrmManualRequest::closeEvent(QCloseEvent* event) {
+  emit Closing(isMaximized() ? normalGeometry().size() : size());
+  QWidget::closeEvent(event);
 }
 
 void FrmManualRequest::ConnectButtons() {

@@ -18,10 +18,17 @@ class FrmManualRequest : public QWidget, private ManualRequestView {
 
  public:
   // `handles` fills the box of servers, `screenName` its field, once. The window deletes itself
-  // when closed.
+  // when closed. It has a size of its own where `size` is none.
   FrmManualRequest(ManualRequest& manualRequest, const ObservedList<std::string>& handles,
-                   const QString& screenName, QWidget* parent);
+                   const QString& screenName, const QSize& size, QWidget* parent);
   ~FrmManualRequest() override;
+
+ signals:
+  // With the size to come back with.
+  void Closing(const QSize& size);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   void ReadyForNextNumber() override;

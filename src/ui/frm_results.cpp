@@ -6,7 +6,9 @@
 
 #include "base/twips.h"
 #include "ui/accessible_tree.h"
+#include "ui/icons.h"
 #include "ui/mail_list_model.h"
+#include "ui/place_beside.h"
 #include "ui/qt_text.h"
 #include "ui_frm_results.h"
 
@@ -14,7 +16,6 @@ namespace brindle {
 namespace {
 
 constexpr int kLargestSize = 10000;  // pixels; a size beyond is a fault of the settings
-constexpr int kOffset = 40;          // from the top left of the main window
 
 int Pixels(int twips) { return qBound(0, twips / kTwipsPerPixel, kLargestSize); }
 
@@ -25,11 +26,13 @@ FrmResults::FrmResults(Results& results, SelectMenu& mnuSelect, QWidget* parent)
   setAttribute(Qt::WA_DeleteOnClose);
   ui_->setupUi(this);
   NameTextFields(*this);
+  ui_->cmdSearch->setIcon(MakeIcon(IconName::kFind));
+  ui_->cmdSelect->setIcon(MakeIcon(IconName::kCheck));
   ui_->cmbSearch->Attach(results.RememberedSearches());
   ui_->lstResults->Attach(results.Found());
   ConnectControls(mnuSelect);
   TakeGeometry(results_.Form_Load(*this));
-  if (parent != nullptr) move(parent->pos() + QPoint(kOffset, kOffset));
+  if (parent != nullptr) PlaceBeside(*this, *parent);
   ui_->cmbSearch->lineEdit()->selectAll();
   ui_->cmbSearch->setFocus();
 }
