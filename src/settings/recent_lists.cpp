@@ -1,5 +1,7 @@
 #include "settings/recent_lists.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 
 namespace brindle {
@@ -31,20 +33,23 @@ void RecentLists::Add(const std::string& path) {
   if (!CanBeStored(path)) return;
   std::vector<std::string> paths = Paths();
   if (!paths.empty() && paths.front() == path) return;
+  const size_t before = paths.size();
   std::erase(paths, path);
   paths.insert(paths.begin(), path);
-  Store(paths);
+  paths.resize(std::min(paths.size(), kMost));
+  Store(paths, before);
 }
 
 void RecentLists::Remove(const std::string& path) {
   std::vector<std::string> paths = Paths();
-  if (std::erase(paths, path) > 0) Store(paths);
+  const size_t before = paths.size();
+  if (std::erase(paths, path) > 0) Store(paths, before);
 }
 
 // Lists that cannot be kept are no reason to trouble the user.
-void RecentLists::Store(const std::vector<std::string>& paths) {
+void RecentLists::Store(const std::vector<std::string>& paths, size_t before) {
   std::vector<Setting> settings;
-  for (size_t place = 0; place < kMost; ++place) {
+  for (size_t place = 0; place < std::max(paths.size(), before); ++place) {
     settings.push_back({kSection, KeyOf(place), place < paths.size() ? paths[place] : ""});
   }
   settings_.WriteSettings(settings);

@@ -22,7 +22,8 @@ class RecentLists {
   void Remove(const std::string& path);
 
  private:
-  void Store(const std::vector<std::string>& paths);
+  // In place of the `before` paths that are stored.
+  void Store(const std::vector<std::string>& paths, size_t before);
 
   SettingsFile& settings_;
 };

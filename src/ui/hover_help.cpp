@@ -42,6 +42,7 @@ constexpr Hint kHints[] = {
     {"txtConnectNick", "The name you wish to be known by on IRC."},
     {"txtInfoAOLSN", "Enter the AOL Screen name where you want the mails to be sent."},
     {"txtListAOLSN", "Enter the AOL Screen name where you want the mails to be sent."},
+    {"txtListFilter", "Show only the mails whose title contains this text."},
     {"txtListServer", "Requests will be sent to this server handle."},
     // The areas that clear the hint.
     {"frmMain", ""},

@@ -94,9 +94,19 @@ QSize ListPanel::minimumSizeHint() const {
 
 void ListPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
+  FitRows();
+}
+
+void ListPanel::FitRows() {
   const int room = contentsRect().width() - 2 * kInset;
-  const bool toolsFit = room >= ui_->buttonsLayout->sizeHint().width() + kGap + kFilterWidth;
+  int tools = kFilterWidth;
+  for (const QWidget* button :
+       {ui_->cmdLoadList, ui_->cmdSelect, ui_->cmdFind, ui_->cmdManualRequest}) {
+    tools += button->sizeHint().width() + kGap;
+  }
+  const bool toolsFit = room >= tools;
   Arrange(*ui_->toolLayout, toolsFit);
+  ui_->buttonsLayout->setSpacing(toolsFit ? kGap : kSmallGap);
   ui_->txtListFilter->setMaximumWidth(toolsFit ? kFilterWidth : QWIDGETSIZE_MAX);
 
   int footer = 2 * kLeastFieldWidth + kRunLabelWidth + 6 * kGap;
@@ -106,7 +116,8 @@ void ListPanel::resizeEvent(QResizeEvent* event) {
   }
   Arrange(*ui_->footerLayout, room >= footer);
   for (QLineEdit* field : {ui_->txtListServer, ui_->txtListAOLSN}) {
-    field->setMaximumWidth(room >= footer ? kFieldWidth : QWIDGETSIZE_MAX);
+    const int width = run_ ? kLeastFieldWidth : kFieldWidth;
+    field->setMaximumWidth(room >= footer ? width : QWIDGETSIZE_MAX);
   }
 }
 
@@ -179,15 +190,17 @@ void ListPanel::BuildNote() {
   lblNote_->setObjectName("lblListNote");
   lblNote_->setTextFormat(Qt::PlainText);
   lblNote_->setWordWrap(true);
-  auto* undo = new QPushButton("&Undo", barNote_);
+  auto* undo = new QPushButton("Undo", barNote_);
+  undo->setShortcut(QKeySequence::Undo);  // all its letters are taken on this screen
   undo->setObjectName("cmdListUndo");
   undo->setAutoDefault(true);
-  undo->setToolTip("Brings back the list that was there before, with its checks.");
+  undo->setToolTip("Brings back the list that was there before, with its checks (Ctrl+Z).");
   auto* row = new QHBoxLayout(barNote_);
   row->setContentsMargins(kInset, 0, kInset, kGap);
   row->addWidget(lblNote_, 1);
   row->addWidget(undo);
   connect(undo, &QPushButton::clicked, this, [this] { loader_->Undo(); });
+  barNote_->setFocusProxy(undo);
   ui_->panelLayout->insertWidget(1, barNote_);
 }
 
@@ -198,6 +211,7 @@ void ListPanel::ShowNote(const ListNote& note) {
   if (barNote_ != nullptr) {
     lblNote_->setText(note_);
     barNote_->setVisible(canUndo);
+    if (canUndo) barNote_->setFocus(Qt::OtherFocusReason);
   }
   if (!note_.isEmpty()) emit Hint(note_);
   ShowEmptyState();
@@ -264,7 +278,8 @@ void ListPanel::SetScreenName(const QString& name) { ui_->txtListAOLSN->setText(
 
 void ListPanel::ShowRun(const std::optional<RunProgress>& progress) {
   if (progress && !run_) sinceRunBegan_.start();
-  run_ = progress;
+  const bool goes = progress.has_value();
+  if (std::exchange(run_, progress).has_value() != goes) FitRows();
   ui_->barRun->setVisible(run_.has_value());
   ui_->cmdRequestStop->setVisible(run_.has_value());
   if (run_) {

@@ -85,6 +85,8 @@ class ListPanel : public QWidget, public ListView {
   void ShiftClick(Qt::KeyboardModifiers modifiers);
   // The menu of the highlighted rows, or of the current one.
   void ShowRowMenu(const QPoint& place, Requests& requests);
+  // Puts buttons and fields into one row each where there is room, else into two.
+  void FitRows();
   // What stands beside the buttons: how the run goes, else how many rows are checked.
   void RefreshRunLabel();
   // Another list is there: the filter was meant for the one before.

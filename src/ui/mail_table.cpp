@@ -36,6 +36,7 @@ QColor Mixed(const QColor& first, const QColor& second) {
 }  // namespace
 
 MailTable::MailTable(QWidget* parent) : QTableView(parent) {
+  InstallMailAccessibility();  // before anybody asks
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(
       std::max(kRowHeight, fontMetrics().height() + kRowPadding));
@@ -44,7 +45,6 @@ MailTable::MailTable(QWidget* parent) : QTableView(parent) {
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setHighlightSections(false);
   setItemDelegate(new MailDelegate(this));
-  InstallMailAccessibility();
 }
 
 void MailTable::Attach(MailList& list) {
@@ -217,7 +217,9 @@ void MailTable::PaintEmpty() {
   top += kEmptyIconSize + kGap;
   painter.setFont(heading);
   painter.setPen(palette().color(QPalette::WindowText));
-  painter.drawText(QRect(width.left(), top, width.width(), line), Qt::AlignCenter, emptyHeading_);
+  const QString shown =
+      QFontMetrics(heading).elidedText(emptyHeading_, Qt::ElideMiddle, width.width());
+  painter.drawText(QRect(width.left(), top, width.width(), line), Qt::AlignCenter, shown);
   top += line + kSmallGap;
   painter.setFont(font());
   painter.setPen(QApplication::palette().color(kDimText));

@@ -25,17 +25,17 @@ void SelectMenu::Attach(ListSelection& selection, MailList& main) {
   AddMenuItem(*this, "mnuSelectSimilarRight", "Similar From &Right", [] {});
 }
 
-// A button pops its menu up when it is pressed, so it says which list is meant just before.
+// Which list is meant is said just before the menu pops up.
 void SelectMenu::ServeMain(QPushButton& button) {
-  connect(&button, &QPushButton::pressed, this, [this] { mnuSelectAll_->setVisible(false); });
-  button.setMenu(this);
+  connect(&button, &QPushButton::clicked, this, [this] { mnuSelectAll_->setVisible(false); });
+  GiveMenu(button, *this);
 }
 
 void SelectMenu::ServeResults(MailList& results, QPushButton& button) {
   results_ = &results;
   resultsButton_ = &button;
-  connect(&button, &QPushButton::pressed, this, [this] { mnuSelectAll_->setVisible(true); });
-  button.setMenu(this);
+  connect(&button, &QPushButton::clicked, this, [this] { mnuSelectAll_->setVisible(true); });
+  GiveMenu(button, *this);
 }
 
 MailList* SelectMenu::Target() const {

@@ -90,11 +90,11 @@ TEST_F(ProcessTest, AnswersTheCommandLine) {
     int code;
     const char* said;  // on the one stream or the other, by the code
   } table[] = {
-      {{"--data-dir", "x", "-h"}, "none", 0, "Usage: brindle [--data-dir DIR] [ADDRESS]\n"},
+      {{"--data-dir", "x", "-h"}, "none", 0, "Usage: brindle [--data-dir DIR] [ADDRESS | LIST]\n"},
       {{"--version"}, "none", 0, "Brindle v0.5.85\n"},
       {{"--data-dir=x", "--data-dirs", "y"}, "none", 2, "Unknown option '--data-dirs'.\n"},
       {{"--data-dir"}, "minimal", 2, "Usage: "},
-      {{"word"}, "minimal", 2, "Usage: "},
+      {{"word", "more"}, "minimal", 2, "Usage: "},
       {{"--data-dir", folder_.File("brindle.ini/x")}, "minimal", 1, "Cannot make the folder "},
   };
   for (const auto& row : table) {

@@ -21,7 +21,9 @@ const std::string kListHeader = File(
     "// PLEASE DO NOT TRY TO MODIFY THIS FILE DIRECTLY.|// INSTEAD PLEASE USE THE ABILITY TO DO SO "
     "IN THE|// PROGRAM. THANK YOU.| |");
 const std::string kSettings = File(
-    "[list]|forecolor=0|backcolor=1|[room]|forecolor=2|backcolor=3|[find]|last=Second|[results]|"
+    "[list]|forecolor=0|backcolor=1|[room]|forecolor=2|backcolor=3|[window]|list0=<list>|<place>["
+    "find]|"
+    "last=Second|[results]|"
     "height=7500|width=10500|column1=<first>|column2=<rest>|[nicks]|preferred=Wanda|"
     "alternate=Wanda`|[server]|last used=1|[misc options]|Send notices to status window=1|"
     "Send mesagess to status window=1|Scan chat for servers=0|Request accesscode if found=1|"
@@ -110,18 +112,19 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   window->Find<QWidget>("frmResults").resize(700, 500);
   LetTicksPass(1);
   QString settings = QString::fromStdString(kSettings);
+  settings.replace("<list>", folder->File("mails.txt"));
   settings.replace("<first>", QString::number(table.columnWidth(0) * 15));
   settings.replace("<rest>", QString::number(table.columnWidth(1) * 15));
   window->App().Window().setGeometry(20, 30, 780, 600);
   window->Find<QSplitter>("splitMain").setSizes({500, 280});
   window->Find<QSplitter>("splitSide").setSizes({300, 250});
   LetTicksPass(1);
-  settings += QString(
-                  "[window]\r\nleft=20\r\ntop=30\r\nwidth=780\r\nheight=600\r\nmaximised=0\r\n"
-                  "side=%1\r\nchannels=%2\r\nroom=%3\r\ntab=2\r\n")
-                  .arg(window->Find<QSplitter>("splitMain").sizes()[1])
-                  .arg(window->Find<QSplitter>("splitSide").sizes()[0])
-                  .arg(window->Find<QSplitter>("splitList").sizes()[1]);
+  settings.replace("<place>",
+                   QString("left=20\r\ntop=30\r\nwidth=780\r\nheight=600\r\nmaximised=0\r\n"
+                           "side=%1\r\nchannels=%2\r\nroom=%3\r\ntab=2\r\n")
+                       .arg(window->Find<QSplitter>("splitMain").sizes()[1])
+                       .arg(window->Find<QSplitter>("splitSide").sizes()[0])
+                       .arg(window->Find<QSplitter>("splitList").sizes()[1]));
   window.reset();  // the search window is open still: it is saved with the rest
   const std::string today = QDate::currentDate().toString(Qt::ISODate).toStdString();
   const std::map<std::string, std::string> files = {
