@@ -7,6 +7,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListView>
+#include <QPushButton>
 
 #include "ui/icons.h"
 #include "ui/look.h"
@@ -77,6 +78,8 @@ LookStyle::LookStyle() : QProxyStyle("Fusion") {}
 void LookStyle::polish(QWidget* widget) {
   QProxyStyle::polish(widget);
   if (qobject_cast<QLineEdit*>(widget) != nullptr) widget->setAttribute(Qt::WA_Hover);
+  const auto* button = qobject_cast<QPushButton*>(widget);
+  if (button != nullptr && button->isDefault()) widget->setProperty(kAccentedProperty, true);
 }
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,

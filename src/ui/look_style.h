@@ -17,6 +17,9 @@ const Option* As(const QStyleOption* option) {
 
 inline QFont FontOf(const QWidget* widget) { return widget == nullptr ? QFont() : widget->font(); }
 
+// Of a button that leads on. The toolkit's mark for it goes and comes with the focus.
+inline constexpr char kAccentedProperty[] = "accented";
+
 class LookStyle : public QProxyStyle {
  public:
   LookStyle();

@@ -1,5 +1,8 @@
 // The controls of LookStyle: how they are drawn and where their parts lie.
 
+#include <QDialog>
+#include <QPushButton>
+
 #include "ui/look.h"
 #include "ui/look_paint.h"
 #include "ui/look_rects.h"
@@ -57,6 +60,17 @@ void DrawSpinBox(QPainter& painter, const QStyleOptionSpinBox& option) {
         option.stepEnabled & QAbstractSpinBox::StepDownEnabled);
 }
 
+// Outside dialogs the accent belongs to the button that had it from the beginning.
+QStyleOptionButton WithOwnAccent(QStyleOptionButton button, const QWidget* widget) {
+  if (qobject_cast<const QPushButton*>(widget) == nullptr ||
+      qobject_cast<const QDialog*>(widget->window()) != nullptr) {
+    return button;
+  }
+  button.features.setFlag(QStyleOptionButton::DefaultButton,
+                          widget->property(kAccentedProperty).toBool());
+  return button;
+}
+
 }  // namespace
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -68,11 +82,13 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
       proxy()->drawControl(CE_PushButtonBevel, option, painter, widget);
       return proxy()->drawControl(CE_PushButtonLabel, option, painter, widget);
     case CE_PushButtonBevel:
-      if (const auto* button = As<QStyleOptionButton>(option)) return DrawButton(*painter, *button);
+      if (const auto* button = As<QStyleOptionButton>(option)) {
+        return DrawButton(*painter, WithOwnAccent(*button, widget));
+      }
       break;
     case CE_PushButtonLabel:
       if (const auto* button = As<QStyleOptionButton>(option)) {
-        return DrawButtonLabel(*painter, *button,
+        return DrawButtonLabel(*painter, WithOwnAccent(*button, widget),
                                widget == nullptr ? QPalette::ButtonText : widget->foregroundRole());
       }
       break;
