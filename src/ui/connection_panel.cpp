@@ -11,6 +11,8 @@ namespace brindle {
 namespace {
 
 constexpr int kWidthForGuide = 720;
+constexpr int kFormStretch = 5;  // beside each other
+constexpr int kGuideStretch = 3;
 
 }  // namespace
 
@@ -128,6 +130,8 @@ void ConnectionPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   const bool beside = width() >= kWidthForGuide;
   ui_->panelLayout->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+  ui_->panelLayout->setStretchFactor(ui_->formColumn, beside ? kFormStretch : 0);
+  ui_->panelLayout->setStretchFactor(ui_->fmeGuide, beside ? kGuideStretch : 0);
 }
 
 bool ConnectionPanel::CancelAttempt() {
