@@ -90,7 +90,11 @@ class Window:
         names = [actions.getName(i) for i in range(actions.nActions)]
         for index, name in enumerate(names):
             if name.lower() == action.lower():
-                return actions.doAction(index)
+                try:
+                    actions.doAction(index)
+                except GLib.GError:
+                    pass  # a box that opens holds the answer back until it is closed
+                return
         raise AssertionError("'%s' has no action %s, only %s" % (thing.name, action, names))
 
     def press(self, name, role="push button"):
@@ -133,6 +137,23 @@ class Window:
     def key(self, keys):
         subprocess.run(["xdotool", "key", keys], check=True)
 
+    def key_until(self, keys, condition):
+        """Presses a key again whenever nothing has come of it for a second."""
+        pressed = [0.0]
+
+        def has_come():
+            if condition():
+                return True
+            if time.monotonic() - pressed[0] > 1:
+                pressed[0] = time.monotonic()
+                self.key(keys)
+            return False
+
+        wait_for("what " + keys + " does", has_come)
+
+    def rows(self, table):
+        return self.find("table", table).queryTable().nRows
+
     def type(self, text):
         subprocess.run(["xdotool", "type", "--delay", "1", text], check=True)
 
@@ -141,10 +162,12 @@ class Window:
         self.wait_for_end()
 
     def focused(self):
-        for thing in walk(self.root):
-            if has(thing, pyatspi.STATE_FOCUSED) and is_showing(thing):
-                return thing
-        return None
+        """What has the focus: the innermost, since what holds it says so too. Entries say so whenever
+        they are the current ones."""
+        found = [thing for thing in walk(self.root)
+                 if thing.getRoleName() not in ("page tab", "list item", "table cell")
+                 and has(thing, pyatspi.STATE_FOCUSED) and is_showing(thing)]
+        return found[-1] if found else None
 
     def wait_for_end(self):
         code = self.process.wait(timeout=PATIENCE_SECONDS)
