@@ -125,13 +125,17 @@ void ConnectionPanel::Connect() {
 
 GuideCard& ConnectionPanel::Guide() { return *ui_->fmeGuide; }
 
-// The guide stands below the fields where there is no room beside them.
+// The guide stands below the fields where there is no room beside them, and gives way to them where
+// there is none below either.
 void ConnectionPanel::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   const bool beside = width() >= kWidthForGuide;
   ui_->panelLayout->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
   ui_->panelLayout->setStretchFactor(ui_->formColumn, beside ? kFormStretch : 0);
   ui_->panelLayout->setStretchFactor(ui_->fmeGuide, beside ? kGuideStretch : 0);
+  const int needed = ui_->formColumn->sizeHint().height() + ui_->fmeGuide->sizeHint().height() +
+                     ui_->cmdCheckForUpdate->sizeHint().height() + 3 * kWideGap;
+  ui_->fmeGuide->setVisible(beside || height() >= needed);
 }
 
 bool ConnectionPanel::CancelAttempt() {
