@@ -11,6 +11,7 @@
 
 #include "app/program.h"
 #include "irc/irc_address.h"
+#include "platform/console.h"
 #include "platform/desktop_scheme_native.h"
 #include "platform/end_signals.h"
 #include "platform/native.h"
@@ -90,6 +91,7 @@ std::string StartedWith(const QString& argument) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  brindle::UseCallersConsole();
   if (const std::optional<int> code = AnsweredWithoutDisplay(argc, argv)) return *code;
   QApplication application(argc, argv);
   QCoreApplication::setApplicationName("Brindle");

@@ -6,14 +6,17 @@
 namespace brindle {
 namespace {
 
-// The command 0xF000 (Size) as a 16-bit value, sign-extended.
+// The command Size, SC_SIZE, as a 16-bit value with its sign: not every system takes it for the
+// same.
 constexpr int kSizeCommand = -4096;
 
 }  // namespace
 
 void RemoveSizeCommand(std::uintptr_t window) {
   const HMENU menu = GetSystemMenu(reinterpret_cast<HWND>(window), FALSE);
-  if (menu != nullptr) DeleteMenu(menu, static_cast<UINT>(kSizeCommand), MF_BYCOMMAND);
+  if (menu == nullptr) return;
+  if (DeleteMenu(menu, static_cast<UINT>(kSizeCommand), MF_BYCOMMAND) != 0) return;
+  DeleteMenu(menu, SC_SIZE, MF_BYCOMMAND);
 }
 
 }  // namespace brindle

@@ -305,9 +305,11 @@ void FrmMain::ConnectOptions() {
 }
 
 void FrmMain::SetTopmost(bool topmost) {
-  // On the window of the desktop, where there is one: the widget's own flag would hide the window.
+  // Told to the window of the desktop, where there is one: the widget's own way makes a new window,
+  // which hides it and loses what was changed in its menu.
   if (windowHandle() != nullptr) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
-  if (!isVisible()) setWindowFlag(Qt::WindowStaysOnTopHint, topmost);
+  Qt::WindowFlags flags = windowFlags();
+  overrideWindowFlags(flags.setFlag(Qt::WindowStaysOnTopHint, topmost));
 }
 
 void FrmMain::PlaceRoomView() {

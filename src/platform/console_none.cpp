@@ -1,0 +1,7 @@
+#include "platform/console.h"
+
+namespace brindle {
+
+void UseCallersConsole() {}
+
+}  // namespace brindle
