@@ -215,8 +215,9 @@ TEST(DataFolder, IsBesideTheProgramOnlyWhereThatWorks) {
   EXPECT_EQ(DataFolder({"", "/p", false, true, "/u"}), "/p");
   EXPECT_EQ(DataFolder({"", "/p", false, false, "/u"}), "/u");
   EXPECT_EQ(DataFolder({"/d", "/p", true, true, "/u"}), "/d");
-  EXPECT_EQ(PathsIn("/d").settings, PathsIn("/d/").settings);
   EXPECT_EQ(PathsIn("/d/").finds, "/d/finds.txt");
+  const std::string finds = PathsIn("/d").finds;  // with the system's own separator
+  EXPECT_TRUE(finds == "/d/finds.txt" || finds == "/d\\finds.txt") << finds;
 }
 
 }  // namespace

@@ -33,8 +33,8 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
   state.options.stayOnTop = true;
   state.options.listForecolor = kWhite;
   EXPECT_TRUE(SaveState(files, paths, state));
-  EXPECT_EQ(files.changes, (Texts{"replace /d/brindle.ini", "replace /d/irc_servers.txt",
-                                  "replace /d/channels.txt", "replace /d/brindle.ini"}));
+  EXPECT_EQ(files.changes, (Texts{"replace " + paths.settings, "replace " + paths.servers,
+                                  "replace " + paths.channels, "replace " + paths.settings}));
   // The colours are stored when they are picked, and the screen name never is.
   const std::string& ini = files.files[paths.settings];
   EXPECT_TRUE(ini.starts_with(before + "[nicks]\r\npreferred=joe\r\nalternate=joe2\r\n"
@@ -50,7 +50,7 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
   EXPECT_EQ(state.options.listForecolor, kPureRed);
   state.options.clearFindsOnExit = true;
   EXPECT_TRUE(SaveState(files, paths, state));
-  EXPECT_EQ(files.changes.back(), "remove /d/finds.txt");
+  EXPECT_EQ(files.changes.back(), "remove " + paths.finds);
   files.full = true;
   EXPECT_FALSE(SaveState(files, paths, state));
 }

@@ -1,0 +1,153 @@
+// Our settings file beside the system's own functions for such files: hundreds of files, each read
+// and changed by both.
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "settings/settings_text.h"
+
+namespace brindle {
+namespace {
+
+constexpr int kFiles = 400;
+
+class ProfileStrings : public testing::Test {
+ protected:
+  ~ProfileStrings() override { DeleteFileA(path_.c_str()); }
+
+  void SetContent(const std::string& content) const {
+    std::ofstream(path_, std::ios::binary) << content;
+  }
+  std::string Content() const {
+    std::ostringstream all;
+    all << std::ifstream(path_, std::ios::binary).rdbuf();
+    return all.str();
+  }
+  std::string Theirs(const std::string& section, const std::string& key) const {
+    char value[1000] = "";
+    GetPrivateProfileStringA(section.c_str(), key.c_str(), "", value, sizeof value, path_.c_str());
+    return value;
+  }
+  // Everything that can be asked for.
+  template <typename Check>
+  void ForEachKey(const Check& check) const {
+    for (const char* section : kSections) {
+      for (const char* key : kKeys) check(section, key);
+    }
+  }
+  template <size_t kSize>
+  std::string Any(const char* const (&from)[kSize]) {
+    return from[random_() % kSize];
+  }
+  std::string AnyFile() {
+    std::string text;
+    const auto lines = random_() % 12;
+    for (size_t i = 0; i < lines; ++i) {
+      const auto kind = random_() % 10;
+      if (kind < 3) text += Any(kBlanks) + "[" + Any(kSections) + "]" + Any(kBlanks);
+      if (kind == 3) text += Any(kNoise);
+      if (kind > 3)
+        text += Any(kBlanks) + Any(kKeys) + Any(kBlanks) + "=" + Any(kBlanks) + Any(kValues) +
+                Any(kBlanks);
+      text += "\r\n";
+    }
+    return text;
+  }
+
+  static constexpr const char* kSections[] = {"s", "S", "other", "long name"};
+  static constexpr const char* kKeys[] = {"k", "K", "key", "two words", "k2"};
+  static constexpr const char* kBlanks[] = {"", "", "", " ", "\t", "  "};
+  static constexpr const char* kValues[] = {"",      "v",         "1",    "two words",  "\"q\"",
+                                            "' q '", "\"",        "'a\"", "a=b",        "a ; b",
+                                            "[s]",   "\"\"q\"\"", "#5",   "c:\\x y.wav"};
+  static constexpr const char* kNoise[] = {"",   "; k=1", ";k=2", "noise", "=v",
+                                           "[s", "s]",    "]",    "#k=1"};
+
+  std::mt19937 random_{20261121};
+  const std::string path_ =
+      (std::filesystem::temp_directory_path() / "brindle-profile.ini").string();
+};
+
+// Difference 1: a value of nothing but blanks is kept by us, for a sound that is none is one blank.
+std::string AsTheyKeepIt(const std::string& value) {
+  return value.find_first_not_of(" \t") == std::string::npos ? "" : value;
+}
+
+// The lines that say something, without the blanks at their ends and around their equals signs, in
+// any order. Difference 2: when they change one line they tidy up all others, and drop empty ones;
+// we leave them alone. Difference 3: a new line goes behind the last one with a key, or to the end
+// of the section, which is the same to any reader.
+std::multiset<std::string> LinesOf(const std::string& file) {
+  std::multiset<std::string> all;
+  std::istringstream lines(file);
+  for (std::string line; std::getline(lines, line);) {
+    const std::string tidy = std::regex_replace(line, std::regex("^\\s+|\\s+$"), "");
+    const bool isComment = tidy.starts_with(";");
+    all.insert(isComment ? tidy
+                         : std::regex_replace(tidy, std::regex("^([^=]*?)\\s*=\\s*"), "$1="));
+  }
+  all.erase("");
+  return all;
+}
+
+TEST_F(ProfileStrings, AreReadAlike) {
+  for (int i = 0; i < kFiles; ++i) {
+    const std::string file = AnyFile();
+    SetContent(file);
+    ForEachKey([&](const std::string& section, const std::string& key) {
+      EXPECT_EQ(AsTheyKeepIt(ReadSettingText(file, section, key)), Theirs(section, key))
+          << "[" << section << "] " << key << " of\n"
+          << file;
+    });
+  }
+}
+
+TEST_F(ProfileStrings, AreWrittenAlike) {
+  for (int i = 0; i < kFiles; ++i) {
+    const std::string file = AnyFile();
+    const Setting setting{Any(kSections), Any(kKeys), Any(kValues), ValueForm::kPlain};
+    SetContent(file);
+    WritePrivateProfileStringA(setting.section.c_str(), setting.key.c_str(), setting.value.c_str(),
+                               path_.c_str());
+    SettingsText ours(file);
+    ours.Write(setting);
+    const std::string theirs = Content();
+    EXPECT_EQ(LinesOf(ours.Text()), LinesOf(theirs)) << file;
+    ForEachKey([&](const std::string& section, const std::string& key) {
+      EXPECT_EQ(AsTheyKeepIt(ReadSettingText(ours.Text(), section, key)),
+                AsTheyKeepIt(ReadSettingText(theirs, section, key)))
+          << "[" << section << "] " << key << " after " << setting.key << "=" << setting.value
+          << " in\n"
+          << file;
+    });
+  }
+}
+
+// Difference 4: a value that reading would change is put into quotes by us; they lose its blanks.
+TEST_F(ProfileStrings, WhatWeWriteTheyRead) {
+  for (int i = 0; i < kFiles; ++i) {
+    const std::string section = Any(kSections), key = Any(kKeys),
+                      value = Any(kBlanks) + Any(kValues);
+    SetContent(WriteSettingText(AnyFile(), section, key, value));
+    EXPECT_EQ(AsTheyKeepIt(Theirs(section, key)), AsTheyKeepIt(value)) << Content();
+  }
+}
+
+// Difference 5: to them a line without an equals sign is a key without a value.
+TEST_F(ProfileStrings, ALineWithoutAnEqualsSignIsNoKeyToUs) {
+  SetContent("[s]\r\nk\r\nk=v\r\n");
+  EXPECT_EQ(Theirs("s", "k"), "");
+  EXPECT_EQ(ReadSettingText(Content(), "s", "k"), "v");
+}
+
+}  // namespace
+}  // namespace brindle
