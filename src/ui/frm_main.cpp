@@ -40,6 +40,7 @@ FrmMain::FrmMain() : ui_(std::make_unique<Ui::FrmMain>()) {
   resize(kFirstSize.boundedTo(screen).expandedTo(kLeastSize));
   ui_->splitMain->setStretchFactor(0, 1);
   ui_->splitMain->setCollapsible(1, true);
+  ui_->splitSide->setMinimumWidth(kSideWidth);
   ui_->splitMain->setSizes({width() - kSideWidth, kSideWidth});
   ui_->splitSide->setStretchFactor(1, 1);
   ui_->splitList->setStretchFactor(0, 1);
