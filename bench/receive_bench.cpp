@@ -34,6 +34,8 @@ class NoWindow : public WindowView, public ConnectView {
   void FocusSendBox() override {}
   void SetSendText(const std::string&) override {}
   void ShowHint(const std::string&) override {}
+  void SessionChanged() override {}
+  void CallUser() override {}
   void SetConnectButton(ConnectCaption, bool) override {}
   void ShowCancelButton(bool) override {}
   void SetNickFieldsEnabled(bool) override {}
