@@ -7,8 +7,8 @@
 namespace brindle {
 namespace {
 
-constexpr int kPatienceMilliseconds = 2000;
-constexpr qint64 kLongestText = 8192;  // bytes; more than any path or address
+constexpr int kPatienceMilliseconds = 5000;  // a busy program answers late
+constexpr qint64 kLongestText = 8192;        // bytes; more than any path or address
 
 // Short, for the system allows no long names, and another one for each folder.
 QString NameFor(const std::string& folder) {

@@ -142,12 +142,12 @@ TEST_F(ProcessTest, FollowsAnAddressInTheProgramThatRuns) {
   QProcess second;
   second.setProcessEnvironment(process_.processEnvironment());
   second.start(BRINDLE_PROGRAM, {"--data-dir", folder_.Path(), address});
+  ASSERT_TRUE(second.waitForFinished(WindowDriver::kTimeoutMs));
+  EXPECT_EQ(second.exitCode(), 0);
   EXPECT_EQ(server.TakeReceivedUpTo("_0.5.85\r\n"),
             "NICK Wanda\r\nUSER plenty of excellent qel_0.5.85\r\n");
   server.Send(":s 001 Wanda :hi\r\n");
   EXPECT_EQ(server.TakeReceivedUpTo("JOIN #mail\r\n"), "JOIN #mail\r\n");
-  EXPECT_TRUE(second.waitForFinished(WindowDriver::kTimeoutMs));
-  EXPECT_EQ(second.exitCode(), 0);
   process_.terminate();
   EXPECT_EQ(ExitCode(), 0);
 }
