@@ -6,6 +6,7 @@ namespace brindle {
 namespace {
 
 constexpr int kHintMilliseconds = 30000;
+constexpr int kFreshMilliseconds = 5000;
 
 // A rule between two panels.
 class Divider : public QWidget {
@@ -58,7 +59,13 @@ MainStatusBar::MainStatusBar(QWidget* parent)
   lblRTBSizePeak_ = monitor("lblRTBSizePeak", "Characters in the room view / most so far");
   hintTimer_.setSingleShot(true);
   hintTimer_.setInterval(kHintMilliseconds);
-  connect(&hintTimer_, &QTimer::timeout, this, [this] { ShowHint(""); });
+  connect(&hintTimer_, &QTimer::timeout, this, [this] {
+    hint_.clear();
+    Refresh();
+  });
+  freshTimer_.setSingleShot(true);
+  freshTimer_.setInterval(kFreshMilliseconds);
+  connect(&freshTimer_, &QTimer::timeout, this, &MainStatusBar::Refresh);
 }
 
 QLabel* MainStatusBar::AddPanel(QLabel* label, const char* name, int stretch) {
@@ -78,8 +85,14 @@ void MainStatusBar::SetStatus(const std::string& text) { statusPanel_->setText(T
 void MainStatusBar::ShowHint(const std::string& text) {
   hint_ = ToQString(text);
   help_.clear();
-  Refresh();
   hintTimer_.start();
+  freshTimer_.start();
+  Refresh();
+}
+
+void MainStatusBar::Refresh() {
+  const bool hint = help_.isEmpty() || (freshTimer_.isActive() && !hint_.isEmpty());
+  hintPanel_->ShowText(hint ? hint_ : help_);
 }
 
 void MainStatusBar::ShowHelp(const std::string& text) {

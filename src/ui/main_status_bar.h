@@ -22,13 +22,14 @@ class MainStatusBar : public QStatusBar {
   void SetStatus(const std::string& text);
   // Goes by itself after a while.
   void ShowHint(const std::string& text);
-  // What the mouse is over, in place of the hint until it is empty again.
+  // What the mouse or the keyboard is at, in place of the hint until it is empty again; a hint that
+  // has just come stays first, so that it can be read.
   void ShowHelp(const std::string& text);
   void SetBufferMonitor(const std::string& text);
   void SetRtbMonitor(const std::string& text);
 
  private:
-  void Refresh() { hintPanel_->ShowText(help_.isEmpty() ? hint_ : help_); }
+  void Refresh();
   QLabel* AddPanel(QLabel* label, const char* name, int stretch);
 
   IconLabel* dot_;
@@ -38,6 +39,7 @@ class MainStatusBar : public QStatusBar {
   QLabel* lblBufferSizePeak_;
   QLabel* lblRTBSizePeak_;
   QTimer hintTimer_;
+  QTimer freshTimer_;  // runs while the hint has just come
   QString hint_;
   QString help_;
 };
