@@ -11,6 +11,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import time
 
 MOST_SECONDS = 150
 
@@ -29,6 +30,19 @@ def start_screen():
     return screen, ":" + number
 
 
+def start_manager(environment):
+    """Starts a window manager and waits until it manages: a window that is there before it does
+    would never get the keyboard."""
+    manager = subprocess.Popen(["openbox"], env=environment, stderr=subprocess.DEVNULL)
+    end = time.monotonic() + MOST_SECONDS / 5
+    while subprocess.run(["xdotool", "get_num_desktops"], env=environment, check=False,
+                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode != 0:
+        if time.monotonic() > end:
+            sys.exit("The window manager did not start.")
+        time.sleep(0.05)
+    return manager
+
+
 def run(script, programs, folder):
     screen, display = start_screen()
     runtime = os.path.join(folder, "runtime")
@@ -40,7 +54,7 @@ def run(script, programs, folder):
         DISPLAY=display, HOME=folder, TMPDIR=folder, XDG_RUNTIME_DIR=runtime, LC_ALL="C.UTF-8",
         QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_ACCESSIBILITY="1",
         PYTHONDONTWRITEBYTECODE="1")
-    manager = subprocess.Popen(["openbox"], env=environment, stderr=subprocess.DEVNULL)
+    manager = start_manager(environment)
     inside = subprocess.Popen(
         ["dbus-run-session", "--", sys.executable, script, *programs],
         env=environment, start_new_session=True)
