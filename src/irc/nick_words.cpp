@@ -15,16 +15,19 @@ bool IsNickByte(char c) {
          byte == '-';
 }
 
-// Of a colour mark that begins `text`: the digits behind it are not those of a word.
-size_t ColourMarkLength(std::string_view text) {
+// True where the digits of a colour mark end: they are none of a word.
+bool IsAfterColourMark(std::string_view text, size_t at) {
   constexpr size_t kMostDigits = 2;
-  if (!text.starts_with('\x03')) return 0;
-  size_t length = 1;
-  while (length < text.size() && length <= kMostDigits && text[length] >= '0' &&
-         text[length] <= '9') {
-    ++length;
+  size_t begin = at;
+  while (begin > 0 && at - begin < kMostDigits && text[begin - 1] >= '0' &&
+         text[begin - 1] <= '9') {
+    --begin;
   }
-  return length;
+  return begin > 0 && text[begin - 1] == '\x03';
+}
+
+bool BeginsWord(std::string_view text, size_t at) {
+  return at == 0 || !IsNickByte(text[at - 1]) || IsAfterColourMark(text, at);
 }
 
 }  // namespace
@@ -35,15 +38,15 @@ std::string_view WithoutStatusMarks(std::string_view entry) {
 
 bool Mentions(std::string_view text, std::string_view nick) {
   if (nick.empty()) return false;
-  // Words are few beside bytes, and nothing is copied for those of another length.
-  for (size_t begin = 0; begin < text.size();) {
-    begin += ColourMarkLength(text.substr(begin));
-    size_t end = begin;
-    while (end < text.size() && IsNickByte(text[end])) ++end;
-    if (end - begin == nick.size() && EqualsIgnoringCase(text.substr(begin, nick.size()), nick)) {
-      return true;
-    }
-    begin = end + 1;
+  // Every line is asked, so few bytes may cost more than one look: letters differ in one bit by
+  // their case.
+  constexpr char kCaseBit = 0x20;
+  const char first = static_cast<char>(nick.front() | kCaseBit);
+  for (size_t at = 0; at + nick.size() <= text.size(); ++at) {
+    if (static_cast<char>(text[at] | kCaseBit) != first || !BeginsWord(text, at)) continue;
+    const size_t end = at + nick.size();
+    const bool ends = end == text.size() || !IsNickByte(text[end]);
+    if (ends && EqualsIgnoringCase(text.substr(at, nick.size()), nick)) return true;
   }
   return false;
 }
