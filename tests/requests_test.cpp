@@ -232,7 +232,7 @@ TEST(ServerCommands, SayWhatTheBotUnderstands) {
   const auto kStatus = &ServerCommands::mnuCommandsStatus_Click;
   const Fields all{"My Name", "c0de", "Mail Bot"};
   const struct {
-    void (ServerCommands::*command)(const Fields&);
+    bool (ServerCommands::*command)(const Fields&);
     Fields fields;
     std::string journal;
   } table[] = {

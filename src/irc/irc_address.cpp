@@ -83,7 +83,7 @@ std::optional<IrcAddress> ParseIrcAddress(std::string_view text) {
   const size_t pathBegin = std::min(rest.find('/'), rest.size());
   std::string_view authority = rest.substr(0, pathBegin);
   const std::string_view path = rest.substr(std::min(pathBegin + 1, rest.size()));
-  // Before the path so that neither can hide behind the other's marks.
+  // Nothing here knows what a query would ask for.
   if (path.find('?') != std::string_view::npos) return std::nullopt;
 
   bool hostIsGood = false;

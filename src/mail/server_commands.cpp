@@ -27,23 +27,23 @@ std::string ServerCommands::Line(ServerCommand command, const CommandFields& fie
   return "";
 }
 
-void ServerCommands::mnuCommandsRequest_Click(const CommandFields& fields) {
-  Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestCode);
+bool ServerCommands::mnuCommandsRequest_Click(const CommandFields& fields) {
+  return Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestCode);
 }
 
-void ServerCommands::mnuCommandsVerify_Click(const CommandFields& fields) {
-  Run(fields.accessCode, kNoAccessCode, fields, ServerCommand::kVerifyCode);
+bool ServerCommands::mnuCommandsVerify_Click(const CommandFields& fields) {
+  return Run(fields.accessCode, kNoAccessCode, fields, ServerCommand::kVerifyCode);
 }
 
-void ServerCommands::mnuCommandsList_Click(const CommandFields& fields) {
-  Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestList);
+bool ServerCommands::mnuCommandsList_Click(const CommandFields& fields) {
+  return Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestList);
 }
 
-void ServerCommands::mnuCommandsStatus_Click(const CommandFields& fields) {
-  Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestStatus);
+bool ServerCommands::mnuCommandsStatus_Click(const CommandFields& fields) {
+  return Run(fields.screenName, kNoScreenName, fields, ServerCommand::kRequestStatus);
 }
 
-void ServerCommands::Run(const std::string& required, const char* refusal,
+bool ServerCommands::Run(const std::string& required, const char* refusal,
                          const CommandFields& fields, ServerCommand command) {
   if (!voice_.IsConnected()) {
     dialogs_.Notice(Icon::kInformation,
@@ -54,7 +54,9 @@ void ServerCommands::Run(const std::string& required, const char* refusal,
     dialogs_.Notice(Icon::kInformation, kNoHandle);
   } else {
     voice_.SayWhole(Line(command, fields));
+    return true;
   }
+  return false;
 }
 
 }  // namespace brindle

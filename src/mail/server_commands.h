@@ -25,14 +25,16 @@ class ServerCommands {
 
   ServerCommands(RoomVoice& voice, Dialogs& dialogs) : voice_(voice), dialogs_(dialogs) {}
 
-  void mnuCommandsRequest_Click(const CommandFields& fields);
-  void mnuCommandsVerify_Click(const CommandFields& fields);
-  void mnuCommandsList_Click(const CommandFields& fields);
-  void mnuCommandsStatus_Click(const CommandFields& fields);
+  // False when the command was refused, and the user was told why.
+  bool mnuCommandsRequest_Click(const CommandFields& fields);
+  bool mnuCommandsVerify_Click(const CommandFields& fields);
+  bool mnuCommandsList_Click(const CommandFields& fields);
+  bool mnuCommandsStatus_Click(const CommandFields& fields);
 
  private:
   // Sends the command unless `required`, the field it cannot do without, is empty.
-  void Run(const std::string& required, const char* refusal, const CommandFields& fields,
+  // False when it was not sent.
+  bool Run(const std::string& required, const char* refusal, const CommandFields& fields,
            ServerCommand command);
 
   RoomVoice& voice_;

@@ -3,19 +3,19 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "settings/settings_text.h"
 
 namespace brindle {
 namespace {
 
 constexpr char kSection[] = "window";
-constexpr size_t kLongestValue = 999;
 
 std::string KeyOf(size_t place) { return "list" + std::to_string(place); }
 
 // What comes back as it was written.
 bool CanBeStored(const std::string& path) {
-  return path.size() <= kLongestValue && FirstLine(path) == path && TrimBlanks(path) == path &&
-         !path.starts_with('"');
+  return path.size() <= SettingsText::kLongestValue && FirstLine(path) == path &&
+         TrimBlanks(path) == path && !path.starts_with('"');
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <QStackedWidget>
 #include <QUrl>
 #include <QWindow>
+#include <utility>
 
 #include "settings/product.h"
 #include "ui/accessible_tree.h"
@@ -156,10 +157,9 @@ void FrmMain::SessionChanged() {
                                ? QString("Connect and enter a room to talk")
                                : "Message " + ToQString(session_->currentRoom));
   // Next comes a room, for a user who waited for the connection.
-  const bool waited = ui_->pnlConnection->isAncestorOf(focusWidget());
-  if (session_->connectionState == ConnectionState::kRegistered && waited) {
-    ui_->picChannels->FocusList();
-  }
+  const ConnectionState before = std::exchange(shownState_, session_->connectionState);
+  const bool welcomed = before != shownState_ && shownState_ == ConnectionState::kRegistered;
+  if (welcomed && ui_->pnlConnection->isAncestorOf(focusWidget())) ui_->picChannels->FocusList();
 }
 
 void FrmMain::CallUser() { QApplication::alert(this); }
@@ -188,7 +188,7 @@ WindowPlace FrmMain::Place() const {
   place.maximised = isMaximized();
   place.side = ui_->splitMain->sizes().last();
   place.channels = ui_->splitSide->sizes().first();
-  place.room = roomOnListTab_ ? ui_->splitList->sizes().last() : roomHeight_;
+  place.room = IsRoomBelowList() ? ui_->splitList->sizes().last() : roomHeight_;
   place.tab = ui_->tabMain->currentIndex();
   return place;
 }
@@ -328,7 +328,10 @@ void FrmMain::PlaceRoomView() {
   ui_->txtChannel->show();
 }
 
+bool FrmMain::IsRoomBelowList() const { return ui_->txtChannel->parentWidget() == ui_->splitList; }
+
 void FrmMain::SizeListPane() {
+  if (!IsRoomBelowList()) return;
   const int height = ui_->splitList->height();
   const int room = roomHeight_.value_or(height / 3);
   ui_->splitList->setSizes({std::max(1, height - room), room});

@@ -108,6 +108,7 @@ class FrmMain : public QMainWindow, public WindowView {
   // Puts the room view where the shown tab wants it.
   void PlaceRoomView();
   void SizeListPane();
+  bool IsRoomBelowList() const;
   void ScrollChat(int key);
   void HoldPumpDuringSelection(bool selecting);
 
@@ -116,6 +117,7 @@ class FrmMain : public QMainWindow, public WindowView {
   QTimer uptimeTimer_;
   LinePump* pump_ = nullptr;
   const Session* session_ = nullptr;
+  ConnectionState shownState_ = ConnectionState::kDisconnected;
   bool roomOnListTab_ = false;
   std::optional<int> roomHeight_;  // below the mail list
   bool asked_ = false;             // a server for its list

@@ -60,8 +60,7 @@ void InfoPanel::Attach(ServerHandles& handles, ServerCommands& commands,
              [this, &commands] { commands.mnuCommandsVerify_Click(Fields()); });
   mnuCommands_.addSeparator()->setObjectName("mnuCommandsDiv0");
   AddCommand("mnuCommandsList", "Request &List", ServerCommand::kRequestList, [this, &commands] {
-    commands.mnuCommandsList_Click(Fields());
-    emit ListAsked();
+    if (commands.mnuCommandsList_Click(Fields())) emit ListAsked();
   });
   AddCommand("mnuCommandsStatus", "Request &Status", ServerCommand::kRequestStatus,
              [this, &commands] { commands.mnuCommandsStatus_Click(Fields()); });

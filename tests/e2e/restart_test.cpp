@@ -123,10 +123,11 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   LetTicksPass(1);
   settings.replace("<place>",
                    QString("left=20\r\ntop=30\r\nwidth=780\r\nheight=600\r\nmaximised=0\r\n"
-                           "side=%1\r\nchannels=%2\r\nroom=%3\r\ntab=2\r\n")
+                           "side=%1\r\nchannels=%2\r\nroom=%3\r\ntab=5\r\n")
                        .arg(window->Find<QSplitter>("splitMain").sizes()[1])
                        .arg(window->Find<QSplitter>("splitSide").sizes()[0])
                        .arg(window->Find<QSplitter>("splitList").sizes()[1]));
+  window->ShowTab(Tab::kOptions);
   window.reset();  // the search window is open still: it is saved with the rest
   const std::string today = QDate::currentDate().toString(Qt::ISODate).toStdString();
   const std::map<std::string, std::string> files = {
@@ -145,6 +146,7 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   window->Click("cmdFind");
   EXPECT_EQ(window->Find<QWidget>("frmResults").size(), QSize(700, 500));
   EXPECT_EQ(window->Items("cmbSearch") + ": " + window->Text("cmbSearch"), "mail Second: Second");
+  window->ShowTab(Tab::kOptions);
   window.reset();
   EXPECT_EQ(folder->All(), files);
 }
