@@ -19,6 +19,7 @@ struct OptionsStage : Stage, OptionsPageView {
   void SetSoundPath(SoundSlot slot, const std::string& path) override {
     Note(std::to_string(static_cast<int>(slot)) + " " + path);
   }
+  void ShowConnection(const ConnectionOptions& choices) override { Note(choices.certificatePath); }
   void ShowOptionsHint(const std::string& text) override { ShowHint(text); }
   void ShowTheme() override { Note("theme"); }
   void ShowColour(ColourSlot slot, Colour shown) override {
@@ -83,7 +84,19 @@ TEST(Options, AreStoredUnderTheirCaptionsAndReadBack) {
       "Ask before saying an unknown command=0\r\n"
       "[theme options]\r\n"
       "Keep chat colours readable=1\r\n"
-      "theme=0\r\n";
+      "theme=0\r\n"
+      "[connection options]\r\n"
+      "Connect again when the connection is lost=0\r\n"
+      "Use what newer servers offer=0\r\n"
+      "Catch up when many lines wait=0\r\n"
+      "Ask before requests to a server that is not in the room=0\r\n"
+      "Answer questions about this program=0\r\n"
+      "Tell NickServ the password where a server has no accounts=0\r\n"
+      "account proof=0\r\n"
+      "account=\r\n"
+      "certificate=\r\n"
+      "proxy=0\r\n"
+      "proxy address=\r\n";
   EXPECT_EQ(Stored(Options()), text);
   EXPECT_EQ(Stored(Read("")), text);
   // Each value on its own in another state, each path cleared and another.
@@ -101,10 +114,13 @@ TEST(Options, AreReadLeniently) {
   const Options options = Read(
       "[misc options]\nScan chat for servers=no\nMake window stay on top=-1\n"
       "[find options]\nREMOVE INACTIVE FINDS AFTER=1x\ndays=30\n"
-      "[sound options]\nsound2=\nsound6=  \n[theme options]\ntheme=3\n");
+      "[sound options]\nsound2=\nsound6=  \n[theme options]\ntheme=3\n"
+      "[connection options]\nproxy=4\naccount proof=-1\naccount=me\n");
   EXPECT_FALSE(options.scanChatForServers);
   EXPECT_TRUE(options.stayOnTop && options.removeInactiveFinds);
   EXPECT_EQ(options.FindDays(), 2);
+  EXPECT_EQ(options.connection,
+            (ConnectionOptions{AccountProof::kNone, "me", "", ProxyKind::kNone, ""}));
   EXPECT_EQ(Read("[find options]\ndays=29").FindDays(), 30);
   EXPECT_EQ(options.theme, ThemeChoice::kSystem);
   EXPECT_EQ(Read("[theme options]\ntheme=2").theme, ThemeChoice::kDark);

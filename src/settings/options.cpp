@@ -36,6 +36,15 @@ constexpr OptionBox kThemeBoxes[] = {
     {"Keep chat colours readable", &Options::readableChatColours},
 };
 
+constexpr OptionBox kConnectionBoxes[] = {
+    {"Connect again when the connection is lost", &Options::reconnect},
+    {"Use what newer servers offer", &Options::useNewerProtocol},
+    {"Catch up when many lines wait", &Options::catchUp},
+    {"Ask before requests to a server that is not in the room", &Options::askAbsentServer},
+    {"Answer questions about this program", &Options::answerCtcp},
+    {"Tell NickServ the password where a server has no accounts", &Options::tellNickServ},
+};
+
 constexpr long long kLargestColour = 0xFFFFFF;
 constexpr const char* kDaysKey = "days";
 constexpr const char* kThemeKey = "theme";
@@ -94,6 +103,7 @@ const OptionGroup kRoomOptions = {"room options", kRoomBoxes};
 const OptionGroup kFindOptions = {"find options", kFindBoxes};
 const OptionGroup kChatOptions = {"chat options", kChatBoxes};
 const OptionGroup kThemeOptions = {"theme options", kThemeBoxes};
+const OptionGroup kConnectionOptions = {kConnectionSection, kConnectionBoxes};
 
 const std::array<const char*, kSoundSlots> kSoundCaptions = {
     "Play when someone joins channel", "Play when someone parts channel",
@@ -110,9 +120,10 @@ const std::array<ColourOption, 4> kColourOptions = {
 Options ReadOptions(const SettingsText& settings) {
   Options options;
   for (const OptionGroup* group : {&kMiscOptions, &kListOptions, &kRoomOptions, &kFindOptions,
-                                   &kChatOptions, &kThemeOptions}) {
+                                   &kChatOptions, &kThemeOptions, &kConnectionOptions}) {
     ReadGroup(settings, *group, options);
   }
+  options.connection = ReadConnectionOptions(settings);
   ReadSounds(settings, options);
   // A row that the days box does not have is no selection.
   const long long index =
@@ -142,6 +153,8 @@ void AppendOptions(const Options& options, std::vector<Setting>& settings) {
   AppendGroup(kThemeOptions, options, settings);
   settings.push_back(
       {kThemeOptions.section, kThemeKey, std::to_string(static_cast<int>(options.theme))});
+  AppendGroup(kConnectionOptions, options, settings);
+  AppendConnectionOptions(options.connection, settings);
 }
 
 std::optional<Colour> PickedColour(const Options& options, ColourSlot slot) {

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/colour.h"
+#include "settings/connection_options.h"
 #include "settings/settings_file.h"
 
 namespace brindle {
@@ -57,6 +58,15 @@ struct Options {
   // chkOptionsChat
   bool keepDigitsApart = false;
   bool askUnknownCommand = false;  // a new user's first start turns it on
+  // chkOptionsConnection; with all of these off, nothing goes over the wire that RFC 1459 does not
+  // ask for
+  bool reconnect = false;
+  bool useNewerProtocol = false;  // IRCv3
+  bool catchUp = false;
+  bool askAbsentServer = false;
+  bool answerCtcp = false;
+  bool tellNickServ = false;
+  ConnectionOptions connection = {};
   // chkOptionsTheme and cmbOptionsTheme
   bool readableChatColours = true;
   ThemeChoice theme = ThemeChoice::kSystem;
@@ -97,6 +107,7 @@ extern const OptionGroup kRoomOptions;
 extern const OptionGroup kFindOptions;
 extern const OptionGroup kChatOptions;
 extern const OptionGroup kThemeOptions;
+extern const OptionGroup kConnectionOptions;
 
 // The captions of the sound boxes, by slot.
 inline constexpr const char* kSoundSection = "sound options";

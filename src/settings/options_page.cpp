@@ -20,6 +20,13 @@ void OptionsPage::cmdOptionsFinds_Click() {
   }
 }
 
+void OptionsPage::cmdOptionsCertificate_Click() {
+  const std::optional<std::string> path = dialogs_.OpenFile("Certificates|*.pem;*.crt");
+  if (!path) return;
+  options_.connection.certificatePath = *path;
+  view_.ShowConnection(options_.connection);
+}
+
 void OptionsPage::cmdSoundOpen_Click(SoundSlot slot) {
   const std::optional<std::string> path = dialogs_.OpenFile("Wav Files | *.wav");
   if (!path || !files_.FileExists(*path)) return;

@@ -25,6 +25,8 @@ class OptionsPageView {
   // The list tab shows the room too, or no longer.
   virtual void ShowRoomOnListTab(bool shown) = 0;
   virtual void SetSoundPath(SoundSlot slot, const std::string& path) = 0;
+  // The account and the proxy.
+  virtual void ShowConnection(const ConnectionOptions& choices) = 0;
   // A line in the status bar.
   virtual void ShowOptionsHint(const std::string& text) = 0;
   // The windows' colours, and how the chat treats its own.
@@ -54,6 +56,10 @@ class OptionsPage {
     options_.theme = theme;
     view_.ShowTheme();
   }
+
+  void ConnectionChanged(const ConnectionOptions& choices) { options_.connection = choices; }
+  // Asks for the file of the client certificate.
+  void cmdOptionsCertificate_Click();
 
   // "Clear finds now": asks, then forgets the remembered searches.
   void cmdOptionsFinds_Click();

@@ -79,6 +79,26 @@ constexpr Help kHelps[] = {
     {"chkOptionsChat", 1, "Chat / Ask before saying an unknown command",
      "If checked you are asked before a line that begins like a command, but is none that Brindle "
      "knows, is said in the room for all to see."},
+    {"chkOptionsConnection", 0, "Connection / Connect again when the connection is lost",
+     "If checked a lost connection is made again after growing pauses, the room is entered, and "
+     "an interrupted run of requests is offered again."},
+    {"chkOptionsConnection", 1, "Connection / Use what newer servers offer",
+     "If checked Brindle asks the server what it can do beyond the old protocol: the time at which "
+     "a line was said, who is away, and whether your own lines have arrived."},
+    {"chkOptionsConnection", 2, "Connection / Catch up when many lines wait",
+     "If checked and more than 500 lines wait to be shown, they are shown many at a time instead "
+     "of one by one."},
+    {"chkOptionsConnection", 3,
+     "Connection / Ask before requests to a server that is not in the room",
+     "If checked you are asked before mails are requested from a server whose name is not in the "
+     "who's here list."},
+    {"chkOptionsConnection", 4, "Connection / Answer questions about this program",
+     "If checked others who ask for the program's version, for the time or for a ping are "
+     "answered, a few times a minute."},
+    {"chkOptionsConnection", 5,
+     "Connection / Tell NickServ the password where a server has no accounts",
+     "If checked and the server knows no accounts of its own, the password is told to NickServ "
+     "after the welcome."},
     {"chkOptionsFind", 0, "Finds / *",
      "Clear the finds combobox of any items that were searched for."},
     {"chkOptionsFind", 1, "Finds / * X days",
@@ -109,6 +129,17 @@ constexpr Help kHelps[] = {
     {"chkOptionsTheme", 0, "Theme / Keep chat colours readable",
      "If checked, text in the chat that could hardly be read on its background is shown lighter or "
      "darker. What you copy keeps its colour."},
+    {"cmbOptionsAccount", kAnyIndex, "Connection / Account",
+     "How you prove to the server that an account there is yours, before the session begins."},
+    {"txtOptionsAccount", kAnyIndex, "Connection / Account", "The name of your account."},
+    {"txtOptionsCertificate", kAnyIndex, "Connection / Client certificate",
+     "A PEM file with the certificate and the key that the server knows you by."},
+    {"cmdOptionsCertificate", kAnyIndex, "Connection / Client certificate",
+     "Choose the file of the certificate."},
+    {"cmbOptionsProxy", kAnyIndex, "Connection / Proxy",
+     "The way to IRC servers and to updates. A proxy looks up the names of the servers itself."},
+    {"txtOptionsProxy", kAnyIndex, "Connection / Proxy",
+     "The host and the port of the proxy, as host:port."},
     {"cmbOptionsTheme", kAnyIndex, "Theme",
      "Light or dark windows. Colours that you picked yourself stay as they are."},
     {"lblListBackcolor", kAnyIndex, "List / Backcolor", kListBackcolorText},

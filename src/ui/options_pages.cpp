@@ -8,6 +8,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "ui/connection_options_box.h"
 #include "ui/look.h"
 #include "ui/mnemonic.h"
 #include "ui/options_panel.h"
@@ -46,6 +47,7 @@ const char* ControlOf(const OptionGroup& group) {
   if (&group == &kListOptions) return "chkOptionsList";
   if (&group == &kRoomOptions) return "chkOptionsRoom";
   if (&group == &kThemeOptions) return "chkOptionsTheme";
+  if (&group == &kConnectionOptions) return "chkOptionsConnection";
   return &group == &kFindOptions ? "chkOptionsFind" : "chkOptionsChat";
 }
 
@@ -107,6 +109,14 @@ void OptionsPanel::Build() {
   AddPage("Sounds", IconName::kSound, {BuildSounds()});
   AddPage("Colors", IconName::kColours, {BuildColours()});
   AddPage("Theme", IconName::kTheme, {BuildTheme()});
+  connectionBox_ = new ConnectionOptionsBox;
+  connect(connectionBox_, &ConnectionOptionsBox::Changed, this,
+          [this](const ConnectionOptions& choices) { page_->ConnectionChanged(choices); });
+  connect(connectionBox_, &ConnectionOptionsBox::CertificateWanted, this,
+          [this] { page_->cmdOptionsCertificate_Click(); });
+  AddPage(
+      "Connection", IconName::kPlug,
+      {BuildGroup("Connection", kConnectionOptions, "nwuarv", {0, 1, 2, 3, 4, 5}), connectionBox_});
   pageList_->setCurrentRow(0);
   PlaceSounds();
 }

@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QSignalBlocker>
 
+#include "ui/connection_options_box.h"
 #include "ui/look.h"
 #include "ui/qt_text.h"
 #include "ui/readable_colour.h"
@@ -12,8 +13,9 @@
 namespace brindle {
 namespace {
 
-const OptionGroup* const kGroups[] = {&kMiscOptions, &kListOptions, &kRoomOptions,
-                                      &kFindOptions, &kChatOptions, &kThemeOptions};
+const OptionGroup* const kGroups[] = {&kMiscOptions,      &kListOptions, &kRoomOptions,
+                                      &kFindOptions,      &kChatOptions, &kThemeOptions,
+                                      &kConnectionOptions};
 
 bool IsText(ColourSlot slot) {
   return slot == ColourSlot::kListForecolor || slot == ColourSlot::kRoomForecolor;
@@ -58,6 +60,7 @@ void OptionsPanel::Fill() {
   const QSignalBlocker quietTheme(cmbOptionsTheme_);
   cmbOptionsFinds_->setCurrentIndex(options_->findDaysIndex);
   cmbOptionsTheme_->setCurrentIndex(static_cast<int>(options_->theme));
+  connectionBox_->Show(options_->connection);
   EnableRequestAccessCode(options_->scanChatForServers);
   EnableFindDays(options_->removeInactiveFinds);
   for (size_t i = 0; i < swatches_.size(); ++i) ShowSwatch(static_cast<ColourSlot>(i));
@@ -92,6 +95,10 @@ void OptionsPanel::EnableFindDays(bool enabled) {
 
 void OptionsPanel::SetSoundPath(SoundSlot slot, const std::string& path) {
   if (IsBuilt()) sounds_[static_cast<size_t>(slot)].path->setText(ToQString(path));
+}
+
+void OptionsPanel::ShowConnection(const ConnectionOptions& choices) {
+  if (IsBuilt()) connectionBox_->Show(choices);
 }
 
 void OptionsPanel::ShowTheme() {

@@ -22,6 +22,8 @@ class QStackedWidget;
 
 namespace brindle {
 
+class ConnectionOptionsBox;
+
 class OptionsPanel : public QWidget, public OptionsPageView {
   Q_OBJECT
 
@@ -41,6 +43,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void SetTopmost(bool topmost) override { emit TopmostChanged(topmost); }
   void ShowRoomOnListTab(bool shown) override { emit RoomOnListTabChanged(shown); }
   void SetSoundPath(SoundSlot slot, const std::string& path) override;
+  void ShowConnection(const ConnectionOptions& choices) override;
   void ShowOptionsHint(const std::string& text) override { emit Hint(text); }
   void ShowTheme() override;
   void ShowColour(ColourSlot slot, Colour colour) override;
@@ -93,6 +96,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   ColourSample* roomSample_ = nullptr;
   QComboBox* cmbOptionsFinds_ = nullptr;
   QComboBox* cmbOptionsTheme_ = nullptr;
+  ConnectionOptionsBox* connectionBox_ = nullptr;
   QuickHelpCard* lblQuickHelp_ = nullptr;
   OptionsPage* page_ = nullptr;
   const Options* options_ = nullptr;

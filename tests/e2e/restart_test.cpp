@@ -42,7 +42,13 @@ const std::string kSettings = File(
     "[find options]|Clear finds list on program exit=0|Remove inactive finds after=1|days=6|"
     "[chat options]|Keep digits that stand apart from a colour mark=1|"
     "Ask before saying an unknown command=0|"
-    "[theme options]|Keep chat colours readable=0|theme=0|");
+    "[theme options]|Keep chat colours readable=0|theme=0|"
+    "[connection options]|Connect again when the connection is lost=1|"
+    "Use what newer servers offer=1|Catch up when many lines wait=1|"
+    "Ask before requests to a server that is not in the room=1|"
+    "Answer questions about this program=1|"
+    "Tell NickServ the password where a server has no accounts=1|"
+    "account proof=2|account=Wanda|certificate=/me.pem|proxy=3|proxy address=localhost:1|");
 
 void SetUpEverything(WindowDriver& window) {
   window.ShowTab(Tab::kOptions);
@@ -59,6 +65,12 @@ void SetUpEverything(WindowDriver& window) {
   for (int i = 0; i < 5; ++i) {
     QTest::keyClick(&window.Find<QComboBox>("cmbOptionsFinds"), Qt::Key_Down);
   }
+  for (const auto& [box, steps] : {std::pair{"cmbOptionsAccount", 2}, {"cmbOptionsProxy", 3}}) {
+    for (int i = 0; i < steps; ++i) QTest::keyClick(&window.Find<QComboBox>(box), Qt::Key_Down);
+  }
+  window.Type("txtOptionsAccount", "Wanda");
+  window.Type("txtOptionsCertificate", "/me.pem");
+  window.Type("txtOptionsProxy", "localhost:1");
   std::uint8_t red = 0;
   for (const char* swatch :
        {"picListForecolor", "picListBackcolor", "picRoomForecolor", "picRoomBackcolor"}) {

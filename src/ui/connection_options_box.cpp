@@ -1,0 +1,123 @@
+#include "ui/connection_options_box.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/look.h"
+#include "ui/one_line.h"
+#include "ui/qt_text.h"
+
+namespace brindle {
+namespace {
+
+QComboBox* Choice(const char* name, const char* spoken, const QStringList& entries) {
+  auto* box = new QComboBox;
+  box->setObjectName(name);
+  box->setAccessibleName(spoken);
+  box->addItems(entries);
+  return box;
+}
+
+QLineEdit* Field(const char* name, const char* spoken, const char* example) {
+  auto* field = new QLineEdit;
+  field->setObjectName(name);
+  field->setAccessibleName(spoken);
+  field->setPlaceholderText(example);
+  KeepOneLine(*field);
+  return field;
+}
+
+QFormLayout* FlatForm(QGroupBox& group) {
+  group.setFlat(true);
+  return new QFormLayout(&group);
+}
+
+}  // namespace
+
+ConnectionOptionsBox::ConnectionOptionsBox(QWidget* parent) : QWidget(parent) {
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(kWideGap);
+  rows->addWidget(BuildAccount());
+  rows->addWidget(BuildProxy());
+  for (QComboBox* box : {cmbOptionsAccount_, cmbOptionsProxy_}) {
+    connect(box, &QComboBox::currentIndexChanged, this, &ConnectionOptionsBox::Take);
+  }
+  for (QLineEdit* field : {txtOptionsAccount_, txtOptionsCertificate_, txtOptionsProxy_}) {
+    connect(field, &QLineEdit::textChanged, this, &ConnectionOptionsBox::Take);
+  }
+  EnableFields();
+}
+
+QWidget* ConnectionOptionsBox::BuildAccount() {
+  auto* group = new QGroupBox("Account");
+  QFormLayout* form = FlatForm(*group);
+  // As AccountProof counts.
+  cmbOptionsAccount_ = Choice("cmbOptionsAccount", "Account",
+                              {"No account", "Account and password", "Client certificate"});
+  txtOptionsAccount_ = Field("txtOptionsAccount", "Account name", "the name of your account");
+  txtOptionsCertificate_ =
+      Field("txtOptionsCertificate", "Client certificate", "a PEM file with certificate and key");
+  auto* open = new QPushButton("&Open...");
+  open->setObjectName("cmdOptionsCertificate");
+  open->setAccessibleName("Open... (Client certificate)");
+  connect(open, &QPushButton::clicked, this, &ConnectionOptionsBox::CertificateWanted);
+  certificateLine_ = new QWidget;
+  auto* line = new QHBoxLayout(certificateLine_);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->addWidget(txtOptionsCertificate_);
+  line->addWidget(open);
+  form->addRow("Prove it with", cmbOptionsAccount_);
+  form->addRow("Account", txtOptionsAccount_);
+  form->addRow("Certificate", certificateLine_);
+  return group;
+}
+
+QWidget* ConnectionOptionsBox::BuildProxy() {
+  auto* group = new QGroupBox("Proxy");
+  QFormLayout* form = FlatForm(*group);
+  // As ProxyKind counts.
+  cmbOptionsProxy_ =
+      Choice("cmbOptionsProxy", "Proxy", {"None", "As the system", "SOCKS5", "HTTP"});
+  txtOptionsProxy_ = Field("txtOptionsProxy", "Proxy address", "host:port");
+  form->addRow("Connect through", cmbOptionsProxy_);
+  form->addRow("Address", txtOptionsProxy_);
+  return group;
+}
+
+void ConnectionOptionsBox::Show(const ConnectionOptions& options) {
+  showing_ = true;
+  cmbOptionsAccount_->setCurrentIndex(static_cast<int>(options.proof));
+  txtOptionsAccount_->setText(ToQString(options.account));
+  txtOptionsCertificate_->setText(ToQString(options.certificatePath));
+  cmbOptionsProxy_->setCurrentIndex(static_cast<int>(options.proxy));
+  txtOptionsProxy_->setText(ToQString(options.proxyAddress));
+  showing_ = false;
+  EnableFields();
+}
+
+ConnectionOptions ConnectionOptionsBox::Shown() const {
+  return {static_cast<AccountProof>(cmbOptionsAccount_->currentIndex()),
+          txtOptionsAccount_->text().toStdString(), txtOptionsCertificate_->text().toStdString(),
+          static_cast<ProxyKind>(cmbOptionsProxy_->currentIndex()),
+          txtOptionsProxy_->text().toStdString()};
+}
+
+void ConnectionOptionsBox::EnableFields() {
+  const ConnectionOptions shown = Shown();
+  txtOptionsAccount_->setEnabled(shown.proof != AccountProof::kNone);
+  certificateLine_->setEnabled(shown.proof == AccountProof::kCertificate);
+  txtOptionsProxy_->setEnabled(shown.proxy == ProxyKind::kSocks5 ||
+                               shown.proxy == ProxyKind::kHttp);
+}
+
+void ConnectionOptionsBox::Take() {
+  EnableFields();
+  if (!showing_) emit Changed(Shown());
+}
+
+}  // namespace brindle
