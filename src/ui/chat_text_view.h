@@ -119,6 +119,7 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   void UpdatePill();
 
   std::optional<LogRange> LinkUnder(QPoint point);
+  std::optional<LogRange> LinkForKeys();
   QString TextOf(const LogRange& range) const;
   void AddLinkItems(QMenu& menu, const QString& address);
 

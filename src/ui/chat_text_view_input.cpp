@@ -9,6 +9,7 @@
 #include <QTimerEvent>
 #include <QWheelEvent>
 
+#include "irc/link_finder.h"
 #include "ui/chat_find_bar.h"
 #include "ui/chat_text_view.h"
 #include "ui/pop_up.h"
@@ -18,6 +19,7 @@ namespace brindle {
 namespace {
 
 constexpr int kDragScrollMilliseconds = 30;
+constexpr int kLinkWidth = 300;  // of an address in the menu
 constexpr int kWheelStep = 120;  // what the toolkit counts for one notch
 // More than this is not offered to other programs merely because it is selected.
 constexpr size_t kMostPrimaryLines = 50'000;
@@ -173,7 +175,9 @@ void ChatTextView::wheelEvent(QWheelEvent* event) {
 void ChatTextView::contextMenuEvent(QContextMenuEvent* event) {
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  if (const auto link = LinkUnder(event->pos())) AddLinkItems(*menu, TextOf(*link));
+  const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+  const auto link = byKey ? LinkForKeys() : LinkUnder(event->pos());
+  if (link) AddLinkItems(*menu, TextOf(*link));
   QAction* copy = AddMenuItem(*menu, "mnuChatCopy", "&Copy", [this] { Copy(); });
   copy->setShortcut(QKeySequence::Copy);
   copy->setEnabled(!selection_.IsEmpty());
@@ -187,8 +191,11 @@ void ChatTextView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void ChatTextView::AddLinkItems(QMenu& menu, const QString& address) {
-  AddMenuItem(menu, "mnuChatOpenLink", "&Open Link",
-              [this, address] { emit LinkClicked(address); });
+  // Told, for the keyboard points at nothing.
+  QString told = fontMetrics().elidedText(address, Qt::ElideMiddle, kLinkWidth);
+  AddMenuItem(menu, "mnuChatOpenLink", "&Open Link", [this, address] {
+    emit LinkClicked(address);
+  })->setText("&Open Link\t" + told.replace('&', "&&"));
   AddMenuItem(menu, "mnuChatCopyLink", "Copy &Link",
               [address] { QApplication::clipboard()->setText(address); });
   menu.addSeparator();
@@ -199,6 +206,19 @@ std::optional<LogRange> ChatTextView::LinkUnder(QPoint point) {
   const LogPosition place = PositionAt(point);
   for (const LogPosition position : {place, layout_.Previous(place)}) {
     if (RectOf(position).contains(point)) return layout_.LinkAt(position);
+  }
+  return std::nullopt;
+}
+
+// The one at the selection, else the last in sight.
+std::optional<LogRange> ChatTextView::LinkForKeys() {
+  if (const auto link = layout_.LinkAt(selection_.Range().begin); link && !selection_.IsEmpty()) {
+    return link;
+  }
+  const size_t first = PositionAt({0, 0}).line;
+  for (size_t line = PositionAt({0, viewport()->height() - 1}).line + 1; line-- > first;) {
+    const std::vector<LinkRange> links = FindLinks(log_.Line(line));
+    if (!links.empty()) return LogRange{{line, links.back().begin}, {line, links.back().end}};
   }
   return std::nullopt;
 }

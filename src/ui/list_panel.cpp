@@ -300,7 +300,9 @@ void ListPanel::RefreshRunLabel() {
     return ui_->lblRun->setText(text);
   }
   QString text = QString("Line %1 of %2").arg(run_->sent).arg(run_->lines);
-  if (run_->sent > 1) {
+  if (run_->sent >= run_->lines) {
+    text += ", waiting for the server";
+  } else if (run_->sent > 1) {
     const auto sent = static_cast<qint64>(run_->sent);
     const auto left = static_cast<qint64>(run_->lines) - sent;
     const qint64 seconds = sinceRunBegan_.elapsed() * left / (sent - 1) / 1000;

@@ -1,4 +1,5 @@
-// Letters that work with Alt: every button, tab and menu entry has one, none twice on a screen.
+// Every screen at its least size: no button is cut, and every button, tab and menu entry has a
+// letter that works with Alt, none twice on a screen.
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 #include <map>
 
 #include "support/window_driver.h"
+#include "ui/frm_updater.h"
 
 namespace brindle::test {
 namespace {
@@ -31,6 +33,16 @@ class Letters {
                        << taken->second.toStdString();
   }
 
+  // At the least size of its window.
+  void ExpectWhole(const QAbstractButton& button) {
+    const QSize text = button.fontMetrics().size(Qt::TextShowMnemonic, button.text());
+    const int needed = text.width() + (button.icon().isNull() ? 0 : button.iconSize().width());
+    EXPECT_GE(button.width(), needed) << screen_ << ": cut: " << button.text().toStdString();
+    const QPoint end = button.mapTo(button.window(), button.rect().bottomRight());
+    EXPECT_TRUE(button.window()->rect().contains(end))
+        << screen_ << ": outside: " << button.text().toStdString();
+  }
+
   void AddScreen(const QWidget& window) {
     for (const auto* bar : window.findChildren<QTabBar*>()) {
       for (int i = 0; bar->isVisible() && i < bar->count(); ++i) Add(bar->tabText(i));
@@ -46,6 +58,7 @@ class Letters {
                            button->objectName() == "cmdConnectCancel";
       if (hasCaption && mayShow && button->parentWidget()->isVisible())
         Add(button->text(), !isOfASound);
+      if (hasCaption && button->isVisible()) ExpectWhole(*button);
     }
     for (const auto* label : window.findChildren<QLabel*>()) {
       if (label->isVisible() && label->buddy() != nullptr) Add(label->text(), false);
@@ -57,9 +70,16 @@ class Letters {
   std::map<QString, QString> by_;
 };
 
-TEST(Mnemonics, OneForEachAndNoneTwiceOnAScreen) {
+void AddWindow(QWidget& window) {
+  window.resize(window.minimumSizeHint());
+  LetTicksPass(1);
+  Letters(window.objectName().toStdString()).AddScreen(window);
+}
+
+TEST(Screens, HaveALetterForEachButtonAndCutNone) {
   WindowDriver window;
   QWidget& main = window.App().Window();
+  main.resize(main.minimumSizeHint());
   const auto* tabs = main.findChild<QTabBar*>();
   for (int tab = 0; tab < tabs->count(); ++tab) {
     window.ShowTab(static_cast<Tab>(tab));
@@ -70,8 +90,16 @@ TEST(Mnemonics, OneForEachAndNoneTwiceOnAScreen) {
       Letters(tabs->tabText(tab).toStdString() + " " + std::to_string(page)).AddScreen(main);
     }
   }
+  window.Folder().Write("mails.txt", "!MailBot send x y\n1 a\n");
+  window.LoadList(window.Folder().File("mails.txt"));
+  window.ShowTab(Tab::kList);
   window.Click("cmdManualRequest");
-  Letters("Manual Request").AddScreen(window.Find<QWidget>("frmManualRequest"));
+  AddWindow(window.Find<QWidget>("frmManualRequest"));
+  window.Click("cmdFind");
+  AddWindow(window.Find<QWidget>("frmResults"));
+  FrmUpdater updater(nullptr);
+  updater.show();
+  AddWindow(updater);
   for (const auto* menu : main.findChildren<QMenu*>()) {
     Letters letters(menu->objectName().toStdString());
     for (const QAction* entry : menu->actions()) {
