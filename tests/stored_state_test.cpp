@@ -29,7 +29,7 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
   state.alternateNick = "joe2";
   state.lastServer = 1;
   state.rooms = {"#new"};
-  state.servers = {{"h", 1}, {"i", 2}};
+  state.servers = {{"::1", 1, true}, {"i", 2}};
   state.options.stayOnTop = true;
   state.options.listForecolor = kWhite;
   EXPECT_TRUE(SaveState(files, paths, state));
@@ -45,12 +45,14 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
   EXPECT_EQ(state.nick + "/" + state.alternateNick, "joe/joe2");
   EXPECT_EQ(state.lastServer, 1U);
   EXPECT_EQ(state.rooms, Texts{"#new"});
-  EXPECT_EQ(state.servers, (std::vector<IrcServer>{{"h", 1}, {"i", 2}}));
+  EXPECT_EQ(state.servers, (std::vector<IrcServer>{{"::1", 1, true}, {"i", 2}}));
   EXPECT_TRUE(state.options.stayOnTop);
   EXPECT_EQ(state.options.listForecolor, kPureRed);
+  state.servers[0].tls = false;
   state.options.clearFindsOnExit = true;
   EXPECT_TRUE(SaveState(files, paths, state));
   EXPECT_EQ(files.changes.back(), "remove " + paths.finds);
+  EXPECT_FALSE(Load().servers[0].tls);
   files.full = true;
   EXPECT_FALSE(SaveState(files, paths, state));
 }

@@ -8,6 +8,7 @@
 #include "base/encoding.h"
 #include "base/text.h"
 #include "base/utf8.h"
+#include "settings/endpoint.h"
 #include "settings/settings_text.h"
 
 namespace brindle {
@@ -74,7 +75,7 @@ Loaded<IrcServer> LoadServers(const Files& files, const std::string& path) {
   Loaded<IrcServer> servers{fields.result, {}};
   for (const std::string& field : fields.entries) {
     if (field.starts_with('/')) continue;
-    const auto parts = Split(field, ":");
+    const auto parts = EndpointParts(field);
     if (parts.size() != 2 || !IsNumericText(parts[1])) continue;
     // The host stays when its port is out of range; the user can type a port again.
     servers.entries.push_back(
@@ -92,7 +93,7 @@ bool SaveChannels(Files& files, const std::vector<std::string>& rooms, const std
 bool SaveServers(Files& files, const std::vector<IrcServer>& servers, const std::string& path) {
   std::string text(kHeader);
   for (const IrcServer& server : servers) {
-    AppendLine(text, server.host + ":" + std::to_string(server.port));
+    AppendLine(text, EndpointText(server.host, server.port));
   }
   return files.Replace(path, text);
 }

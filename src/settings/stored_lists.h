@@ -29,6 +29,7 @@ struct Loaded {
 struct IrcServer {
   std::string host;
   std::int32_t port = 0;
+  bool tls = false;  // kept in the settings file: the list has no place for it
   friend bool operator==(const IrcServer&, const IrcServer&) = default;
 };
 

@@ -3,6 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include "settings/endpoint.h"
+#include "settings/secure_servers.h"
 #include "settings/settings_file.h"
 
 namespace brindle {
@@ -13,6 +15,30 @@ std::optional<size_t> LastServer(const SettingsText& settings, size_t servers) {
   const long long row = settings.ReadNumber("server", "last used", "-1");
   if (row < 0 || row >= static_cast<long long>(servers)) return std::nullopt;
   return static_cast<size_t>(row);
+}
+
+std::string TlsKey(size_t row) { return "tls" + std::to_string(row); }
+
+// Marks the servers that are reached by TLS; how many names there are.
+size_t ReadTls(const SettingsText& settings, std::vector<IrcServer>& servers) {
+  for (size_t row = 0;; ++row) {
+    const std::string name = settings.Read(kSecureServersSection, TlsKey(row));
+    if (name.empty()) return row;
+    for (IrcServer& server : servers) {
+      server.tls |= EndpointText(server.host, server.port) == name;
+    }
+  }
+}
+
+// A shorter list than before ends with an empty row.
+void AppendTls(const StoredState& state, std::vector<Setting>& settings) {
+  size_t row = 0;
+  for (const IrcServer& server : state.servers) {
+    if (!server.tls) continue;
+    settings.push_back(
+        {kSecureServersSection, TlsKey(row++), EndpointText(server.host, server.port)});
+  }
+  if (row < state.secureNames) settings.push_back({kSecureServersSection, TlsKey(row), ""});
 }
 
 }  // namespace
@@ -30,6 +56,7 @@ StoredState LoadState(const Files& files, const DataPaths& paths, EventPump* eve
   state.lastServer = LastServer(settings, servers.entries.size());
   state.rooms = std::move(rooms.entries);
   state.servers = std::move(servers.entries);
+  state.secureNames = ReadTls(settings, state.servers);
   state.options = ReadOptions(settings);
   state.window = ReadWindowPlace(settings);
   state.results.settings = bytes         ? LoadResult::kLoaded
@@ -61,6 +88,7 @@ bool SaveState(Files& files, const DataPaths& paths, const StoredState& state) {
     std::vector<Setting> options;
     AppendOptions(state.options, options);
     AppendWindowPlace(state.window, options);
+    AppendTls(state, options);
     saved &= WriteSettings(files, options, paths.settings);
   }
   if (state.options.clearFindsOnExit) saved &= files.Remove(paths.finds);

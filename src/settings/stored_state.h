@@ -22,6 +22,7 @@ struct StoredState {
   std::optional<size_t> lastServer;  // row in `servers`
   std::vector<std::string> rooms;
   std::vector<IrcServer> servers;
+  size_t secureNames = 0;  // of servers by TLS, in the settings file
   Options options;
   WindowPlace window;
 
