@@ -16,6 +16,7 @@
 #include "measure.h"
 #include "platform/chat_socket_qt.h"
 #include "platform/clock_qt.h"
+#include "platform/native.h"
 #include "support/fake_dialogs.h"
 
 namespace brindle {
@@ -43,6 +44,7 @@ class NoWindow : public WindowView, public ConnectView {
   void SetLoginStatus(const std::string&) override {}
   void SetConnectTrouble(const std::string&) override {}
   void SetPort(const std::string&) override {}
+  void SetTls(bool) override {}
 };
 
 // The session as the program puts it together, without its windows.
@@ -54,7 +56,11 @@ struct Client {
   OutputQueue queue;
   NoWindow window;
   FakeDialogs dialogs;
-  Connection connection{session, socket, queue, {window, window, dialogs}, clock, ""};
+  NativeFiles files;
+  SettingsFile settings{files, ""};
+  SecureServers secure{settings};
+  Connection connection{
+      session, socket, queue, {window, window, dialogs}, clock, {options, secure, ""}};
   SendQueue lines{session, connection, clock};
   WhoList who;
   ResponseParser parser{session, connection, lines, who, {queue, window}, {options, clock}};

@@ -30,7 +30,7 @@ constexpr char kHelp[] =
     "Usage: brindle [--data-dir DIR] [ADDRESS | LIST]\n"
     "Gets mails from the mail servers in IRC rooms.\n"
     "\n"
-    "  ADDRESS         irc://HOST[:PORT]/ROOM: connect there and enter the room\n"
+    "  ADDRESS         irc://HOST[:PORT]/ROOM: connect there and enter the room; ircs: by TLS\n"
     "  LIST            the list file to load\n"
     "  --data-dir DIR  keep settings and lists in DIR; it is made when missing\n"
     "  --help          show this text\n"

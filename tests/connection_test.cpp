@@ -180,6 +180,112 @@ TEST(Connection, SendsOneLineOfTheServersLengthWhateverIsInIt) {
   }
 }
 
+struct ReconnectTest : testing::Test, ChatStage {
+  ReconnectTest() {
+    options.reconnect = true;
+    EnterRoom();
+  }
+  // Milliseconds until the next attempt; 0 when none comes.
+  int UntilAttempt() {
+    for (int waited = 100; waited < 400'000; waited += 100) {
+      Wait(100);
+      if (Taken().find("connect irc.example 6667") != std::string::npos) return waited;
+    }
+    return 0;
+  }
+  void Answer() {
+    open = true;
+    connection.wsChat_Connect();
+  }
+};
+
+TEST_F(ReconnectTest, ComesBackAfterGrowingPausesAsTheUserWished) {
+  for (int usual = 2000; usual < 1'000'000; usual *= 2) {
+    connection.wsChat_Error("gone");
+    const int pause = UntilAttempt();
+    EXPECT_GE(pause, std::min(usual, 300'000) * 4 / 5);
+    EXPECT_LE(pause, std::min(usual, 300'000) * 6 / 5 + 100);
+  }
+  Answer();
+  EXPECT_NE(Taken().find("> NICK me\n"), std::string::npos);
+  Receive(":srv 433 * me :taken"), Receive(":srv 433 * other :taken");
+  Receive(":srv 001 Brindle1 :Welcome");
+  EXPECT_NE(Taken().find("> JOIN #room\n"), std::string::npos);
+  connection.wsChat_Close();
+  EXPECT_LE(UntilAttempt(), 2500);
+  Answer();
+  EXPECT_NE(Taken().find("> NICK me\n"), std::string::npos);
+}
+
+TEST_F(ReconnectTest, StaysAwayWhenThatIsMeant) {
+  const std::pair<const char*, std::function<void()>> table[] = {
+      {"quit", [&] { Quit(*this), connection.wsChat_Close(); }},
+      {"cancelled", [&] { connection.wsChat_Error("x"), connection.cmdConnectCancel_Click(); }},
+      {"banned", [&] { Receive(":srv 465 me :No"), connection.wsChat_Close(); }},
+      {"not wanted", [&] { options.reconnect = false, connection.wsChat_Error("x"); }},
+      {"the program ends", [&] { connection.wsChat_Error("x"), connection.Stop(); }},
+  };
+  for (const auto& [name, end] : table) {
+    EnterRoom();
+    end();
+    EXPECT_EQ(UntilAttempt(), 0) << name;
+    options.reconnect = true;
+  }
+}
+
+TEST_F(ReconnectTest, NoticesADeadLinkByAskingAndShowsNothingOfIt) {
+  Wait(34'990);
+  EXPECT_EQ(Taken(), "");
+  Wait(10);
+  EXPECT_EQ(Taken(), "> PING :brindle-link");
+  Wait(19'990);
+  Receive(":srv PONG srv :brindle-link");
+  EXPECT_EQ(Taken(), "");
+  Wait(54'990);
+  EXPECT_EQ(Taken(), "> PING :brindle-link");
+  Wait(10);
+  EXPECT_EQ(Taken().find("1|^C4* ERROR : The server does not answer any more.|"), 0U);
+}
+
+TEST(Certificates, AreTrustedForTheirServerOnlyWhenTheUserSaysSo) {
+  ChatStage stage;
+  stage.fields.tls = true;
+  const auto attempt = [&stage](const char* fingerprint) {
+    stage.connection.cmdConnect_Click(stage.fields);
+    stage.connection.wsChat_Untrusted({"srv", "maker", "self-signed", fingerprint});
+    const std::string journal = stage.Taken();
+    const size_t last = journal.rfind("\nconnect ");
+    return journal.substr(last + 1, journal.find('\n', last + 1) - last - 1);
+  };
+  EXPECT_EQ(attempt("AA"), "connect irc.example 6667 tls");
+  stage.answers = {"yes"};
+  EXPECT_EQ(attempt("AA"), "connect irc.example 6667 tls AA");
+  stage.connection.wsChat_Error("x");
+  EXPECT_EQ(attempt("BB"), "connect irc.example 6667 tls AA");
+  stage.fields.port = "6697";
+  EXPECT_EQ(attempt("AA"), "connect irc.example 6697 tls");
+}
+
+TEST(StrictTransport, TurnsToTlsAndStaysThereUntilItsTimeHasRunOut) {
+  ChatStage stage;
+  stage.Dial();
+  stage.Taken();
+  stage.connection.StrictTransport(6697, 1000);
+  EXPECT_NE(stage.Taken().find("\nconnect irc.example 6697 tls"), std::string::npos);
+  EXPECT_EQ(stage.secure.StrictPort("irc.example", 0), std::nullopt);  // not seen to work yet
+  stage.open = stage.isSecure = true;
+  stage.connection.StrictTransport(std::nullopt, 1000);
+  stage.connection.wsChat_Error("x");
+  stage.Taken();
+  stage.connection.cmdConnect_Click(stage.fields);
+  EXPECT_NE(stage.Taken().find("\nconnect irc.example 6697 tls"), std::string::npos);
+  stage.secure.SetStrict("IRC.example", 6697, 0, 0);
+  EXPECT_EQ(stage.secure.StrictPort("irc.example", 0), std::nullopt);
+  stage.secure.SetStrict("irc.example", 6697, 10, 100);
+  EXPECT_EQ(stage.secure.StrictPort("irc.example", 109), 6697);
+  EXPECT_EQ(stage.secure.StrictPort("irc.example", 110), std::nullopt);
+}
+
 TEST(Channels, KeepsTheUsersRooms) {
   const std::string tooShort = "x Room names must be at least two characters long.";
   const std::string known = "i That room already exists in the list.";

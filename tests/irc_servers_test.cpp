@@ -46,6 +46,9 @@ TEST_F(IrcServersTest, AddsAnAnswerOrSaysWhatIsWrongWithIt) {
       {"host:-1", "host -1|", ""},
       {"host:2.5", "host 2|", ""},
       {"host:3000000000", "host 0|", ""},
+      {"[2001:DB8::1]:6697", "2001:db8::1 6697|", ""},
+      {"[::1]x:6697", "", noServer},
+      {"[::1]", "", noPort},
   };
   std::string rows;
   for (const auto& row : table) {
@@ -64,7 +67,13 @@ TEST_F(IrcServersTest, ThePortFollowsTheSelectionAndTheTyping) {
   servers.Add({"b", 2});
   servers.cmbConnectServer_Click(1);
   for (const char* text : {"", "x", "7x", "3000000000"}) servers.txtConnectPort_Change(text, 1);
-  EXPECT_EQ(Rows() + stage.Taken(), "a 1|b 2|port 2");
+  EXPECT_EQ(Rows() + stage.Taken(), "a 1|b 2|port 2\nno tls");
+  servers.chkConnectTls_Click(true, "2", 1);
+  servers.chkConnectTls_Click(true, "6667", std::nullopt);
+  servers.chkConnectTls_Click(false, "6697", std::nullopt);
+  servers.cmbConnectServer_Click(1);
+  EXPECT_EQ(stage.Taken(), "port 6697\nport 6667\nport 2\ntls");
+  EXPECT_TRUE(servers.IsTls("B", 2) && !servers.IsTls("a", 1) && !servers.IsTls("b", 3));
   servers.txtConnectPort_Change("40000", 1);
   servers.txtConnectPort_Change("5", std::nullopt);
   servers.cmbConnectServer_Click(std::nullopt);

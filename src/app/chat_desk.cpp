@@ -1,5 +1,7 @@
 #include "app/chat_desk.h"
 
+#include "settings/endpoint.h"
+
 namespace brindle {
 namespace {
 
@@ -12,10 +14,11 @@ constexpr int kFarewellMilliseconds = 500;
 ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& machine,
                    const std::string& webAddress)
     : window_(window),
+      secure_(stored.settings),
       pump_({queue_, window}, session_, {stored.options, machine.clock},
             {window.StatusView(), window.RoomView()}, machine.sounds),
       connection_(session_, wsChat_, queue_, {window.Connection(), window, machine.dialogs},
-                  machine.clock, webAddress),
+                  machine.clock, {stored.options, secure_, webAddress}),
       lines_(session_, connection_, machine.clock),
       voice_(session_, lines_, {queue_, window}, {stored.options, machine.clock}),
       parser_(session_, connection_, lines_, who_, {queue_, window},
@@ -57,13 +60,17 @@ void ChatDesk::Reset() {
 void ChatDesk::GoTo(const IrcAddress& address) {
   ConnectionPanel& panel = window_.Connection();
   const bool isFree = session_.connectionState == ConnectionState::kDisconnected;
-  const bool isThere =
-      panel.Fields().server == address.host && panel.Fields().port == std::to_string(address.port);
+  const ConnectFields fields = panel.Fields();
+  const bool isThere = BareHost(fields.server) == address.host &&
+                       fields.port == std::to_string(address.port) &&
+                       (fields.tls || !address.secure);
   if (!isFree && !isThere) {
     return window_.ShowHint("Disconnect first to go to " + address.host + ".");
   }
   if (isFree) {
-    panel.SetServer(address.host, address.port);
+    // An address cannot take away what the user has set up.
+    const bool tls = address.secure || servers_.IsTls(address.host, address.port);
+    panel.SetServer(address.host, address.port, tls);
     window_.ShowTab(Tab::kConnection);
     panel.Connect();
   }
@@ -72,6 +79,7 @@ void ChatDesk::GoTo(const IrcAddress& address) {
 }
 
 void ChatDesk::Close() {
+  connection_.Stop();
   // Nothing is left for a session that never began.
   if (connection_.ButtonCaption() == ConnectCaption::kDisconnect) {
     connection_.cmdConnect_Click(window_.Connection().Fields());

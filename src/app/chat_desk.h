@@ -56,6 +56,7 @@ class ChatDesk {
 
  private:
   FrmMain& window_;
+  SecureServers secure_;
   Session session_;
   OutputQueue queue_;
   QtChatSocket wsChat_;

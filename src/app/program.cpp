@@ -76,9 +76,6 @@ void Program::Take(const std::string& text) {
   if (!address) {
     dialogs_.Notice(Icon::kExclamation, "This is no address of an IRC server or room:\r" +
                                             std::string(FirstBytes(text, kMostShown)));
-  } else if (address->secure) {
-    dialogs_.Notice(Icon::kExclamation, "Brindle cannot connect by TLS yet, and does not go to " +
-                                            address->host + " without it.");
   } else {
     chat_.GoTo(*address);
   }
@@ -183,6 +180,7 @@ void Program::CheckForUpdate() {
     updateDesk_ = std::make_unique<UpdateDesk>(window_.get(), settings_, dialogs_, options,
                                                [this] { window_->close(); });
   }
+  updateDesk_->SetConnection(stored_.options.connection);
   updateDesk_->cmdCheckForUpdate_Click();
 }
 

@@ -43,6 +43,10 @@ UpdateDesk::~UpdateDesk() {
   delete window_;
 }
 
+void UpdateDesk::SetConnection(const ConnectionOptions& options) {
+  works_->iNet.SetConnection(options);
+}
+
 void UpdateDesk::cmdCheckForUpdate_Click() {
   if (window_ != nullptr) window_->ShowModal();
 }

@@ -31,6 +31,9 @@ class UpdateDesk {
   UpdateDesk(const UpdateDesk&) = delete;
   UpdateDesk& operator=(const UpdateDesk&) = delete;
 
+  // The proxy to go through.
+  void SetConnection(const ConnectionOptions& options);
+
   // The main window's button "Check for update".
   void cmdCheckForUpdate_Click();
 

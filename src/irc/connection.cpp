@@ -1,8 +1,11 @@
 #include "irc/connection.h"
 
+#include <ctime>
+
 #include "base/random.h"
 #include "base/text.h"
 #include "irc/irc_line.h"
+#include "settings/endpoint.h"
 #include "settings/product.h"
 
 namespace brindle {
@@ -29,7 +32,11 @@ void Connection::SendRaw(std::string_view line) {
 
 void Connection::cmdConnect_Click(const ConnectFields& fields) {
   if (caption_ == ConnectCaption::kConnect) {
-    Connect(fields);
+    wished_ = fields;
+    wasWelcome_ = false;
+    lastRoom_.clear();
+    reconnect_.Made();
+    Connect(Strict(fields));
   } else {
     Disconnect();
   }
@@ -70,31 +77,139 @@ void Connection::Connect(const ConnectFields& fields) {
     return;
   }
   WaitFor(kWelcomeMilliseconds);
-  wsChat_.Connect(std::string(TrimBlanks(fields.server)), static_cast<int>(*port));
+  const std::string host(BareHost(fields.server));
+  const int number = static_cast<int>(*port);
+  wsChat_.Connect({host, number, fields.tls,
+                   fields.tls ? ways_.secure.Trusted(host, number) : std::string(),
+                   ways_.options.connection});
+}
+
+ConnectFields Connection::Strict(ConnectFields fields) const {
+  const std::optional<int> port =
+      fields.tls ? std::nullopt
+                 : ways_.secure.StrictPort(BareHost(fields.server), std::time(nullptr));
+  if (!port) return fields;
+  queue_.QueueLine(
+      "\r\n\0033* " + fields.server + " is reached by TLS only, at port " + std::to_string(*port),
+      Kind::kStatus);
+  fields.tls = true;
+  fields.port = std::to_string(*port);
+  return fields;
+}
+
+void Connection::StrictTransport(std::optional<int> port,
+                                 std::optional<SecureServers::Seconds> duration) {
+  const std::string host(BareHost(fields_.server));
+  const SecureServers::Seconds now = std::time(nullptr);
+  if (!wsChat_.IsSecure()) {
+    if (!port) return;
+    // Kept only once the secure way was seen to work.
+    fields_.tls = true;
+    fields_.port = std::to_string(*port);
+    wished_.tls = true;
+    wished_.port = fields_.port;
+    queue_.QueueLine("\r\n\0033* " + fields_.server + " wants to be reached by TLS only",
+                     Kind::kStatus);
+    Connect(ConnectFields(fields_));
+  } else if (duration) {
+    ways_.secure.SetStrict(host, static_cast<int>(LeadingNumber(fields_.port)), *duration, now);
+  }
+}
+
+void Connection::wsChat_Untrusted(const ServerCertificate& certificate) {
+  const std::string host(BareHost(fields_.server));
+  const int port = static_cast<int>(LeadingNumber(fields_.port));
+  const bool isChanged = !ways_.secure.Trusted(host, port).empty();
+  reached_ = true;
+  wsChat_Error("The certificate of " + host + " is not to be trusted: " + certificate.fault);
+  // Nobody may be there to answer when the connection is made again by itself.
+  reconnect_.Stop();
+  if (stopped_) return;
+  const unsigned number = session_.number;
+  const bool trust = views_.dialogs.Question(
+      Icon::kExclamation,
+      (isChanged ? host + " shows another certificate than the one that you trust.\r\r" : "") +
+          host + " cannot prove who it is: " + certificate.fault + "\r\rIts certificate is for " +
+          certificate.subject + ", made by " + certificate.issuer +
+          ".\rSHA-256: " + certificate.fingerprint + "\r\rTrust this one certificate for " +
+          EndpointText(host, port) + " from now on?");
+  if (!trust || stopped_ || session_.number != number) return;
+  ways_.secure.Trust(host, port, certificate.fingerprint);
+  Connect(ConnectFields(fields_));
 }
 
 void Connection::Disconnect() {
   SetButton(ConnectCaption::kConnect, true);
-  if (!session_.currentRoom.empty()) SendRaw(PrivMsg(session_.currentRoom, Farewell(webAddress_)));
+  if (!session_.currentRoom.empty())
+    SendRaw(PrivMsg(session_.currentRoom, Farewell(ways_.webAddress)));
   SendRaw("QUIT");
   quitSent_ = true;
   WaitFor(kQuitMilliseconds);
 }
 
 void Connection::cmdConnectCancel_Click() {
+  if (reconnect_.IsWaiting()) {
+    reconnect_.Stop();
+    views_.panel.ShowCancelButton(false);
+    views_.window.SetStatusPanel("Status - Disconnected");
+    views_.panel.SetLoginStatus("Status - Disconnected");
+    return;
+  }
   if (session_.connectionState != ConnectionState::kConnecting) return;
   quitSent_ = true;  // so that the end is no news
   EndQuietly();
 }
 
+bool Connection::IsWaiting() const {
+  const bool watches =
+      ways_.options.reconnect && session_.connectionState == ConnectionState::kRegistered;
+  return deadline_ != kNoDeadline || reconnect_.IsWaiting() || watches;
+}
+
+void Connection::Stop() {
+  stopped_ = true;
+  reconnect_.Stop();
+}
+
 void Connection::tmrConnect_Timer() {
-  if (!IsWaiting() || clock_.Ticks() < deadline_) return;
+  if (reconnect_.IsDue(clock_.Ticks())) return ConnectAgain();
+  if (reconnect_.IsWaiting()) ShowCountdown();
+  WatchLink();
+  if (deadline_ == kNoDeadline || clock_.Ticks() < deadline_) return;
   deadline_ = kNoDeadline;
   if (quitSent_) {
     EndQuietly();
   } else {
     wsChat_Error(kSilentServer);
   }
+}
+
+void Connection::ConnectAgain() {
+  reconnect_.Stop();
+  Connect(Strict(wished_));
+  roomAfterWelcome_ = lastRoom_;
+}
+
+void Connection::ShowCountdown() {
+  const int seconds = reconnect_.SecondsLeft(clock_.Ticks());
+  if (std::exchange(shownSeconds_, seconds) == seconds) return;
+  const std::string text = "Status - Connecting again in " + std::to_string(seconds) + " s";
+  views_.window.SetStatusPanel(text);
+  views_.panel.SetLoginStatus(text);
+}
+
+void Connection::WatchLink() {
+  if (!ways_.options.reconnect || quitSent_ ||
+      session_.connectionState != ConnectionState::kRegistered) {
+    return;
+  }
+  const LinkWatch::Verdict verdict = link_.Look(clock_.Ticks());
+  if (verdict == LinkWatch::Verdict::kAsk) SendRaw("PING :" + std::string(kLinkToken));
+  if (verdict == LinkWatch::Verdict::kDead) wsChat_Error("The server does not answer any more.");
+}
+
+bool Connection::MayReconnect() const {
+  return ways_.options.reconnect && wasWelcome_ && !quitSent_ && !stopped_;
 }
 
 void Connection::EnterRoom(const std::string& room) {
@@ -108,6 +223,7 @@ void Connection::EnterRoom(const std::string& room) {
 
 void Connection::wsChat_Connect() {
   reached_ = true;
+  if (wsChat_.IsSecure()) queue_.QueueLine("\r\n\0033* Secured by TLS", Kind::kStatus);
   SendRaw(Nick(fields_.nick));
   // The fourth parameter is the last, so it needs no colon in front (RFC 1459, section 4.1.3).
   SendRaw("USER plenty of excellent qel_" + VersionNumber());
@@ -115,6 +231,7 @@ void Connection::wsChat_Connect() {
 }
 
 void Connection::wsChat_DataArrival(std::string_view received) {
+  link_.Heard(clock_.Ticks());
   receive_(received, session_.currentNick);
 }
 
@@ -157,6 +274,10 @@ void Connection::EndQuietly() {
 
 void Connection::Welcomed() {
   deadline_ = quitSent_ ? deadline_ : kNoDeadline;
+  wasWelcome_ = true;
+  reconnect_.Made();
+  link_.Heard(clock_.Ticks());
+  if (wake_) wake_();
   session_.connectedSince = clock_.Ticks();
   SetButton(ConnectCaption::kDisconnect, true);
   views_.panel.ShowCancelButton(false);
@@ -176,6 +297,7 @@ void Connection::NickInUse(const std::string& text) {
 
 void Connection::NickRefused(const std::string& text) {
   if (++refusedNicks_ > kMostRefusedNicks) {
+    wasWelcome_ = false;  // it would be refused again
     session_.endReason = text;
     wsChat_Error(text);
     return;
@@ -196,6 +318,7 @@ void Connection::OfferNextNick() {
 void Connection::BannedFromServer(const std::string& text) {
   queue_.QueueLine("\r\n\0034" + text, Kind::kStatus);
   session_.endReason = text;
+  wasWelcome_ = false;  // and to come back would be of no use
   SetButton(ConnectCaption::kConnect, true);
 }
 
@@ -213,6 +336,8 @@ void Connection::ClosingNotice() {
 }
 
 void Connection::EndSession() {
+  const bool wasThere = session_.connectionState != ConnectionState::kDisconnected;
+  if (!session_.currentRoom.empty()) lastRoom_ = session_.currentRoom;
   session_.connectionState = ConnectionState::kDisconnected;
   session_.currentRoom.clear();
   deadline_ = wsChat_.IsConnected() ? deadline_ : kNoDeadline;
@@ -224,6 +349,12 @@ void Connection::EndSession() {
   views_.window.SetStatusPanel("Status - Disconnected");
   views_.window.SetWindowCaption(VersionText());
   views_.window.SessionChanged();
+  if (wasThere && MayReconnect()) reconnect_.Lost(clock_.Ticks());
+  if (reconnect_.IsWaiting()) {
+    shownSeconds_ = 0;
+    views_.panel.ShowCancelButton(true);
+    if (wake_) wake_();
+  }
   if (quitSent_ || session_.endReason.empty()) return;
   views_.panel.SetConnectTrouble(session_.endReason);
   views_.window.ShowHint("Disconnected: " + session_.endReason);

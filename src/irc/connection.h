@@ -10,8 +10,11 @@
 #include "base/dialogs.h"
 #include "irc/chat_socket.h"
 #include "irc/output_queue.h"
+#include "irc/reconnect.h"
 #include "irc/session.h"
 #include "irc/window_view.h"
+#include "settings/options.h"
+#include "settings/secure_servers.h"
 
 namespace brindle {
 
@@ -21,6 +24,7 @@ struct ConnectFields {
   std::string alternateNick;  // txtAlternateNick
   std::string server;         // cmbConnectServer
   std::string port;           // txtConnectPort
+  bool tls = false;           // chkConnectTls
 };
 
 enum class ConnectCaption { kConnect, kDisconnect };
@@ -39,6 +43,8 @@ class ConnectView {
   virtual void SetConnectTrouble(const std::string& text) = 0;
   // The text of txtConnectPort.
   virtual void SetPort(const std::string& text) = 0;
+  // The box chkConnectTls.
+  virtual void SetTls(bool on) = 0;
 };
 
 // Takes the text that the server sends.
@@ -56,15 +62,20 @@ class Connection : public ChatSocketEvents {
     Dialogs& dialogs;
   };
 
-  // `webAddress` is told to others in the farewell.
+  struct Ways {
+    const Options& options;
+    SecureServers& secure;
+    std::string webAddress;  // told to others in the farewell
+  };
+
   Connection(Session& session, ChatSocket& wsChat, OutputQueue& queue, Views views,
-             const Clock& clock, std::string webAddress)
+             const Clock& clock, Ways ways)
       : session_(session),
         wsChat_(wsChat),
         queue_(queue),
         views_(views),
         clock_(clock),
-        webAddress_(std::move(webAddress)) {}
+        ways_(std::move(ways)) {}
 
   // Called when there is something to wait for.
   void OnWaiting(std::function<void()> wake) { wake_ = std::move(wake); }
@@ -86,9 +97,12 @@ class Connection : public ChatSocketEvents {
   void cmdConnect_Click(const ConnectFields& fields);
   // Gives up an attempt.
   void cmdConnectCancel_Click();
-  // Ends what has waited too long. To be called now and then while IsWaiting().
+  // Ends what has waited too long, watches the link and makes a lost connection again. To be called
+  // a few times a second while IsWaiting().
   void tmrConnect_Timer();
-  bool IsWaiting() const { return deadline_ != kNoDeadline; }
+  bool IsWaiting() const;
+  // The program ends: nothing is asked and nothing connected any more.
+  void Stop();
 
   // Enters a room now or, before the server's welcome, after it.
   void EnterRoom(const std::string& room);
@@ -96,7 +110,15 @@ class Connection : public ChatSocketEvents {
   void wsChat_Connect() override;
   void wsChat_DataArrival(std::string_view received) override;
   void wsChat_Error(const std::string& description) override;
+  void wsChat_Untrusted(const ServerCertificate& certificate) override;
   void wsChat_Close() override;
+
+  bool IsSecure() const { return wsChat_.IsSecure(); }
+  // The server wants to be reached by TLS only (IRCv3 "sts"): at that port, where the session is
+  // not secure yet; else for so many seconds from now on.
+  void StrictTransport(std::optional<int> port, std::optional<SecureServers::Seconds> duration);
+  // True for the answer to a question of ours that nobody is to see.
+  static bool IsOwnToken(std::string_view token) { return token == kLinkToken; }
 
   // What the parser found. `text` is the server's own text.
   void Welcomed();
@@ -112,8 +134,17 @@ class Connection : public ChatSocketEvents {
 
  private:
   static constexpr TickCount kNoDeadline = -1;
+  static constexpr std::string_view kLinkToken = "brindle-link";
 
   void Connect(const ConnectFields& fields);
+  // The fields as they are meant: with TLS where the host asked for it.
+  ConnectFields Strict(ConnectFields fields) const;
+  // Connects once more, as the user wished at first.
+  void ConnectAgain();
+  // True when the end of the session is to be followed by another attempt.
+  bool MayReconnect() const;
+  void WatchLink();
+  void ShowCountdown();
   void Disconnect();
   void OfferNextNick();
   // True once the session was ended by our QUIT or by the server's closing notice: whatever the
@@ -130,13 +161,20 @@ class Connection : public ChatSocketEvents {
   OutputQueue& queue_;
   Views views_;
   const Clock& clock_;
-  const std::string webAddress_;
+  const Ways ways_;
   Receiver receive_;
   std::function<void()> wake_;
   std::function<void(std::string_view line)> sent_;
   ConnectCaption caption_ = ConnectCaption::kConnect;
   ConnectFields fields_;
+  ConnectFields wished_;  // as they were when the user clicked
   std::string roomAfterWelcome_;
+  std::string lastRoom_;  // where the session stood when it was lost
+  Reconnect reconnect_;
+  LinkWatch link_;
+  int shownSeconds_ = 0;     // of the countdown
+  bool wasWelcome_ = false;  // since the user clicked
+  bool stopped_ = false;
   int refusedNicks_ = 0;  // in this attempt, but for those in use
   bool quitSent_ = false;
   bool reached_ = false;  // the server took the connection of this attempt

@@ -1,8 +1,10 @@
 #include "irc/irc_servers.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "base/text.h"
+#include "settings/endpoint.h"
 
 namespace brindle {
 namespace {
@@ -13,6 +15,9 @@ constexpr const char* kPrompt =
 constexpr const char* kNoServer = "No server entered. Please try again.";
 constexpr const char* kNoPort = "No port entered. Please try again.";
 constexpr const char* kPortNotNumeric = "The port should be numeric. Please try again.";
+
+constexpr const char* kPlainPort = "6667";
+constexpr const char* kTlsPort = "6697";  // RFC 7194
 
 using Limits = std::numeric_limits<std::int32_t>;
 
@@ -28,13 +33,19 @@ const char* FaultOf(const std::vector<std::string_view>& parts) {
 
 void IrcServers::cmdConnectAdd_Click() {
   const std::string answer = dialogs_.Input(kPrompt).value_or("");
-  const auto parts = Split(answer, ":");
+  const auto parts = EndpointParts(answer);
   if (const char* fault = FaultOf(parts)) {
     dialogs_.Notice(Icon::kExclamation, fault);
     return;
   }
   // A number beyond all bounds leaves the new entry without a port.
   Add({LowerCase(parts[0]), PortNumber(parts[1], Limits::min(), Limits::max()).value_or(0)});
+}
+
+bool IrcServers::IsTls(std::string_view host, int port) const {
+  return std::any_of(entries_.Items().begin(), entries_.Items().end(), [&](const IrcServer& known) {
+    return known.tls && known.port == port && EqualsIgnoringCase(known.host, host);
+  });
 }
 
 void IrcServers::cmdConnectRemove_Click(std::optional<size_t> selected) {
@@ -44,12 +55,27 @@ void IrcServers::cmdConnectRemove_Click(std::optional<size_t> selected) {
 }
 
 void IrcServers::cmbConnectServer_Click(std::optional<size_t> selected) {
-  if (selected) view_.SetPort(std::to_string(entries_[*selected].port));
+  if (!selected) return;
+  view_.SetPort(std::to_string(entries_[*selected].port));
+  view_.SetTls(entries_[*selected].tls);
 }
 
 void IrcServers::txtConnectPort_Change(std::string_view text, std::optional<size_t> selected) {
   const auto port = PortNumber(text, Limits::min(), Limits::max());
-  if (port && selected) entries_.Replace(*selected, {entries_[*selected].host, *port});
+  if (!port || !selected) return;
+  IrcServer server = entries_[*selected];
+  server.port = *port;
+  entries_.Replace(*selected, server);
+}
+
+void IrcServers::chkConnectTls_Click(bool on, std::string_view port,
+                                     std::optional<size_t> selected) {
+  if (selected) {
+    IrcServer server = entries_[*selected];
+    server.tls = on;
+    entries_.Replace(*selected, server);
+  }
+  if (port == (on ? kPlainPort : kTlsPort)) view_.SetPort(on ? kTlsPort : kPlainPort);
 }
 
 }  // namespace brindle

@@ -187,7 +187,8 @@ void ResponseParser::Ping(const IrcLine& line) {
 }
 
 void ResponseParser::Pong(const IrcLine& line) {
-  if (!lines_.TakePong(WithoutColon(line.Word(line.WordCount() - 1)))) NotParsed(line);
+  const std::string_view token = WithoutColon(line.Word(line.WordCount() - 1));
+  if (!Connection::IsOwnToken(token) && !lines_.TakePong(token)) NotParsed(line);
 }
 
 void ResponseParser::TopicChange(const IrcLine& line) {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <utility>
 
+#include "platform/proxy_qt.h"
 #include "update/http_client.h"
 
 namespace brindle {
@@ -24,6 +25,9 @@ class QtHttpClient : public HttpClient {
 
   // Who is told the states; must be set before Execute.
   void SetListener(std::function<void(HttpState)> listener) { listener_ = std::move(listener); }
+
+  // Which proxy to go through from now on.
+  void SetConnection(const ConnectionOptions& options) { UseProxy(manager_, options); }
 
   void Execute(const std::string& url) override;
   std::string GetHeader(const std::string& name) override;

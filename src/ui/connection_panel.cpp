@@ -56,6 +56,10 @@ void ConnectionPanel::Attach(Connection& connection, IrcServers& servers) {
           [this, &servers](const QString& text) {
             servers.txtConnectPort_Change(text.toStdString(), SelectedServer());
           });
+  // By the user only: a picked server shows its own.
+  connect(ui_->chkConnectTls, &QCheckBox::clicked, this, [this, &servers](bool on) {
+    servers.chkConnectTls_Click(on, Fields().port, SelectedServer());
+  });
   connect(ui_->cmdCheckForUpdate, &QPushButton::clicked, this,
           &ConnectionPanel::CheckForUpdateClicked);
 }
@@ -63,7 +67,7 @@ void ConnectionPanel::Attach(Connection& connection, IrcServers& servers) {
 ConnectFields ConnectionPanel::Fields() const {
   return {ui_->txtConnectNick->text().toStdString(), ui_->txtAlternateNick->text().toStdString(),
           ui_->cmbConnectServer->currentText().toStdString(),
-          ui_->txtConnectPort->text().toStdString()};
+          ui_->txtConnectPort->text().toStdString(), ui_->chkConnectTls->isChecked()};
 }
 
 void ConnectionPanel::SetNicks(const QString& nick, const QString& alternateNick) {
@@ -82,6 +86,8 @@ void ConnectionPanel::SelectServer(std::optional<size_t> row) {
 void ConnectionPanel::SetPort(const std::string& text) {
   ui_->txtConnectPort->setText(ToQString(text));
 }
+
+void ConnectionPanel::SetTls(bool on) { ui_->chkConnectTls->setChecked(on); }
 
 void ConnectionPanel::SetConnectButton(ConnectCaption caption, bool enabled) {
   ui_->cmdConnect->setText(caption == ConnectCaption::kConnect ? "Co&nnect" : "Disco&nnect");
@@ -114,9 +120,10 @@ void ConnectionPanel::ShowSession(const Session& session) {
   stateDot_.SetIcon(IconName::kDot, StateRole(session.connectionState));
 }
 
-void ConnectionPanel::SetServer(const std::string& host, int port) {
+void ConnectionPanel::SetServer(const std::string& host, int port, bool tls) {
   ui_->cmbConnectServer->setEditText(ToQString(host));
   ui_->txtConnectPort->setText(QString::number(port));
+  SetTls(tls);
 }
 
 void ConnectionPanel::Connect() {

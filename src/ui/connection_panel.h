@@ -39,9 +39,10 @@ class ConnectionPanel : public QWidget, public ConnectView {
   void SetLoginStatus(const std::string& text) override;
   void SetConnectTrouble(const std::string& text) override;
   void SetPort(const std::string& text) override;
+  void SetTls(bool on) override;
 
   void ShowSession(const Session& session);
-  void SetServer(const std::string& host, int port);
+  void SetServer(const std::string& host, int port, bool tls);
   // As by the button; never disconnects.
   void Connect();
 

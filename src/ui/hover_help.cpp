@@ -18,9 +18,13 @@ constexpr std::string_view kConnectCaption = "Connect";
 constexpr std::string_view kDisconnectHint = "Disconnect from the current IRC server.";
 
 constexpr Hint kHints[] = {
+    {"chkConnectTls",
+     "Connect by TLS only: nobody on the way can read or change what is said. Needs the server's "
+     "TLS port."},
     {"cmdCheckForUpdate", "Check for program updates."},
     {"cmdCommands", "Click this for commonly used commands when dealing with servers."},
     {kConnectButton, "Connect to the selected IRC server."},
+    {"cmdConnectCancel", "Give up this attempt, or no longer connect again."},
     {"cmdConnectAdd", "Add a new IRC server to connect to."},
     {"cmdConnectRemove", "Remove selected IRC server."},
     {"cmdFind", "Search for a specific item in the list and display the results."},

@@ -11,6 +11,7 @@
 #include "irc/send_queue.h"
 #include "irc/who_list.h"
 #include "mail/request_stack.h"
+#include "support/memory_files.h"
 #include "support/stage.h"
 
 namespace brindle {
@@ -71,8 +72,12 @@ struct ChatStage : Stage {
   Session session;
   OutputQueue queue;
   WhoList who;
-  Connection connection{
-      session, *this, queue, {*this, *this, *this}, *this, "http://www.brindle.example"};
+  MemoryFiles files;
+  SettingsFile settings{files, "ini"};
+  SecureServers secure{settings};
+  Connection connection{session, *this,
+                        queue,   {*this, *this, *this},
+                        *this,   {options, secure, "http://www.brindle.example"}};
   SendQueue lines{session, connection, *this};
   RoomVoice voice{session, lines, {queue, *this}, {options, *this}};
   ResponseParser parser{session, connection, lines, who, {queue, *this}, {options, *this}};

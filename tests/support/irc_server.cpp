@@ -43,6 +43,22 @@ IrcServer::IrcServer(Kind kind) : kind_(kind) {
   Write(folder_.filePath("motd.txt"), "Be kind to the bots,\nthey do their best.\n");
 }
 
+void IrcServer::UseTls() {
+  Companion openssl(Companion::User::kSame);
+  const QString folder = PathForCompanions(folder_.path());
+  openssl.Start(
+      "/usr/bin/openssl",
+      {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
+       "-days", "2", "-subj", "/CN=irc.brindle.test", "-addext", "subjectAltName=IP:127.0.0.1",
+       "-keyout", folder + "/key.pem", "-out", folder + "/cert.pem"});
+  WaitUntil([&] { return !openssl.IsRunning(); }, kTimeoutMs);
+  for (const char* name : {"key.pem", "cert.pem"}) {
+    QFile::setPermissions(folder_.filePath(name),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+  }
+  if (tlsPort_ == 0) tlsPort_ = FreePort();
+}
+
 bool IrcServer::Start() {
   // Another process may take a free port before the server does: then the next one is tried. A port
   // that the server had before is kept, since its users know it.
@@ -121,7 +137,16 @@ PAM = no
 <files motd="%2/motd.txt">
 <options prefixquit="Quit: ">
 )";
-  const QString form = kind_ == Kind::kNgircd ? ngircd : inspircd;
+  QString form = kind_ == Kind::kNgircd ? ngircd : inspircd;
+  if (tlsPort_ != 0) {
+    const char* tls = kind_ == Kind::kNgircd
+                          ? "[SSL]\nCertFile = %2/cert.pem\nKeyFile = %2/key.pem\nPorts = %3\n"
+                          : R"(<module name="ssl_gnutls">
+<sslprofile name="tls" provider="gnutls" certfile="%2/cert.pem" keyfile="%2/key.pem">
+<bind address="127.0.0.1" port="%3" type="clients" sslprofile="tls">
+)";
+    form = QString(form + tls).replace("%3", QString::number(tlsPort_));
+  }
   return form.arg(QString::number(port), PathForCompanions(folder_.path()));
 }
 

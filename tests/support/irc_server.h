@@ -22,6 +22,11 @@ class IrcServer {
   // 0 before the first successful Start.
   quint16 Port() const { return port_; }
 
+  // Before Start: speaks TLS at another port too, with a new certificate of its own making.
+  void UseTls();
+  quint16 TlsPort() const { return tlsPort_; }
+  QString CertificatePath() const { return folder_.filePath("cert.pem"); }
+
   // Asks the server to end, so that it says goodbye to its users, and waits until it has. False
   // when it did not.
   bool Stop();
@@ -38,6 +43,7 @@ class IrcServer {
   // ngIRCd started by root would become another user itself, and outlive a test that crashes.
   Companion process_{Companion::User::kNobodyForRoot};
   quint16 port_ = 0;
+  quint16 tlsPort_ = 0;
   QString log_;  // what the server has printed until it was ready
 };
 

@@ -36,6 +36,10 @@ class ScriptedServer {
     return std::exchange(received_, {});
   }
 
+  bool HasPeer() const { return peer_ != nullptr; }
+  // All that came since the last Take.
+  const std::string& Received() const { return received_; }
+
   // Ends the connection after what was sent.
   void Close() { peer_->disconnectFromHost(); }
 

@@ -76,6 +76,7 @@ class Stage : public WindowView,
   void SetLoginStatus(const std::string& text) override { Note("login " + text); }
   void SetConnectTrouble(const std::string& text) override { Note("trouble " + text); }
   void SetPort(const std::string& text) override { Note("port " + text); }
+  void SetTls(bool on) override { Note(on ? "tls" : "no tls"); }
 
   void Notice(Icon icon, const std::string& text) override { Note(Sign(icon) + text); }
   bool Question(Icon icon, const std::string& text) override {
@@ -89,8 +90,9 @@ class Stage : public WindowView,
   std::optional<std::string> OpenFile(const std::string& filter) override { return Input(filter); }
   std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
 
-  void Connect(const std::string& host, int port) override {
-    Note("connect " + host + " " + std::to_string(port));
+  void Connect(const ChatRoute& route) override {
+    Note("connect " + route.host + " " + std::to_string(route.port) + (route.tls ? " tls" : "") +
+         (route.trusted.empty() ? "" : " " + route.trusted));
   }
   void Close() override {
     Note("close");
@@ -104,6 +106,7 @@ class Stage : public WindowView,
     Note("> " + (ended ? Readable(bytes.substr(0, bytes.size() - 2)) : "no line end"));
   }
   bool IsConnected() const override { return open; }
+  bool IsSecure() const override { return open && isSecure; }
 
   void Play(const std::string& path) override { Note("play " + path); }
 
@@ -117,6 +120,7 @@ class Stage : public WindowView,
   void LetEventsRun(int) override {}
 
   bool open = false;  // the socket
+  bool isSecure = false;
   TickCount ticks = 1'000'000;
   std::vector<TickCount> sentAt;                   // of each line sent
   std::deque<std::optional<std::string>> answers;  // to boxes; nothing cancels

@@ -1,0 +1,53 @@
+#include "platform/proxy_qt.h"
+
+#include <QNetworkProxyFactory>
+
+#include "base/text.h"
+#include "settings/endpoint.h"
+
+namespace brindle {
+namespace {
+
+constexpr int kHighestPort = 65535;
+
+QNetworkProxy SystemProxy(const QNetworkProxyQuery& query) {
+  const QList<QNetworkProxy> proxies = QNetworkProxyFactory::systemProxyForQuery(query);
+  return proxies.isEmpty() ? QNetworkProxy::NoProxy : proxies.first();
+}
+
+class SystemProxies : public QNetworkProxyFactory {
+ public:
+  QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
+    return systemProxyForQuery(query);
+  }
+};
+
+std::optional<QNetworkProxy> ChosenProxy(const ConnectionOptions& options) {
+  const auto parts = EndpointParts(TrimBlanks(options.proxyAddress));
+  const auto port = parts.size() == 2 ? WholeNumber(parts[1], 1, kHighestPort) : std::nullopt;
+  if (!port || IsBlank(parts[0])) return std::nullopt;
+  const std::string host(parts[0]);
+  return QNetworkProxy(
+      options.proxy == ProxyKind::kSocks5 ? QNetworkProxy::Socks5Proxy : QNetworkProxy::HttpProxy,
+      QString::fromStdString(host), static_cast<quint16>(*port));
+}
+
+}  // namespace
+
+std::optional<QNetworkProxy> ProxyFor(const ConnectionOptions& options, const std::string& host,
+                                      int port) {
+  if (options.proxy == ProxyKind::kNone) return QNetworkProxy(QNetworkProxy::NoProxy);
+  if (options.proxy != ProxyKind::kSystem) return ChosenProxy(options);
+  return SystemProxy(QNetworkProxyQuery(QString::fromStdString(host), port));
+}
+
+void UseProxy(QNetworkAccessManager& manager, const ConnectionOptions& options) {
+  if (options.proxy == ProxyKind::kNone || options.proxy == ProxyKind::kSystem) {
+    return manager.setProxyFactory(new SystemProxies);
+  }
+  // Without a good address nothing is fetched, least of all past the proxy.
+  const QNetworkProxy none(QNetworkProxy::HttpProxy, QString::fromStdString(options.proxyAddress));
+  manager.setProxy(ChosenProxy(options).value_or(none));
+}
+
+}  // namespace brindle

@@ -1,0 +1,133 @@
+// TLS and proxies, with real servers and real proxies.
+
+#include <QCheckBox>
+#include <QFile>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QTcpServer>
+
+#include "meeting.h"
+
+namespace brindle::test {
+namespace {
+
+struct SecureTest : testing::TestWithParam<IrcServer::Kind> {
+  SecureTest() {
+    server.UseTls();
+    if (!server.Start()) ADD_FAILURE() << server.Error().toStdString();
+    window.ShowTab(Tab::kConnection);
+    window.Click("chkConnectTls");
+    EXPECT_EQ(window.Text("txtConnectPort"), "6697");
+  }
+  QSslCertificate Certificate() const {
+    QFile file(server.CertificatePath());
+    return file.open(QIODevice::ReadOnly) ? QSslCertificate(&file) : QSslCertificate();
+  }
+  // The box that was shown last, and how many there were.
+  std::string LastQuestion(size_t count) {
+    const auto& questions = window.Boxes().questions;
+    return questions.size() == count ? questions.back().text
+                                     : std::to_string(questions.size()) + " questions";
+  }
+
+  IrcServer server{GetParam()};
+  WindowDriver window{{kRoom}};
+};
+
+TEST_P(SecureTest, ACertificateIsTrustedOnceAskedAndAnotherIsNot) {
+  const std::string untrusted = "The certificate of 127.0.0.1 is not to be trusted";
+  window.Connect("Wanda", "", server.TlsPort());
+  EXPECT_TRUE(HasEnded(window, untrusted, 1));
+  const std::string fingerprint =
+      Certificate().digest(QCryptographicHash::Sha256).toHex(':').toUpper().toStdString();
+  EXPECT_NE(LastQuestion(1).find("SHA-256: " + fingerprint), std::string::npos) << LastQuestion(1);
+  // Trusted now, and from then on without a question.
+  window.Boxes().questionAnswers = {true};
+  for (int i = 0; i < 2; ++i) {
+    ASSERT_TRUE(window.Register("Wanda", server.TlsPort()));
+    EXPECT_TRUE(window.ShowsInStatus("* Secured by TLS"));
+    window.Leave();
+    ASSERT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
+  }
+  EXPECT_EQ(window.Boxes().questions.size(), 2U);
+  ASSERT_TRUE(server.Stop());
+  server.UseTls();
+  ASSERT_TRUE(server.Start());
+  window.Connect("Wanda", "", server.TlsPort());
+  EXPECT_TRUE(window.Tells("lblConnectTrouble", untrusted));
+  EXPECT_EQ(LastQuestion(3).find("127.0.0.1 shows another certificate than the one that you "), 0U);
+}
+
+TEST_P(SecureTest, ACertificateOfAKnownMakerNeedsNoQuestionForItsHost) {
+  const QSslConfiguration before = QSslConfiguration::defaultConfiguration();
+  QSslConfiguration knows = before;
+  knows.addCaCertificate(Certificate());
+  QSslConfiguration::setDefaultConfiguration(knows);
+  EXPECT_TRUE(window.Register("Wanda", server.TlsPort()));
+  EXPECT_TRUE(window.Boxes().questions.empty());
+  window.Leave();
+  EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
+  window.Type("cmbConnectServer", "localhost");
+  window.Click("cmdConnect");
+  EXPECT_TRUE(window.Tells("lblConnectTrouble", "host name did not match"));
+  QSslConfiguration::setDefaultConfiguration(before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Servers, SecureTest,
+                         testing::Values(IrcServer::Kind::kNgircd, IrcServer::Kind::kInspircd),
+                         [](const auto& server) {
+                           return server.index == 0 ? "ngIRCd" : "InspIRCd";
+                         });
+
+TEST(NoTls, IsNeverMadeUpForByPlainText) {
+  ScriptedServer server;
+  WindowDriver window;
+  window.ShowTab(Tab::kConnection);
+  window.Click("chkConnectTls");
+  window.Connect("Wanda", "", server.Port());
+  ASSERT_TRUE(WaitUntil([&] { return server.HasPeer(); }));
+  server.Send(":s NOTICE * :hello\r\n");
+  EXPECT_TRUE(window.Tells("lblConnectTrouble", "SSL"));
+  EXPECT_EQ(server.Received().find("NICK"), std::string::npos);
+}
+
+// The way to a server leads through the proxy, or nowhere.
+TEST(Proxies, CarryTheSessionAndLookUpNames) {
+  QTcpServer probe;
+  probe.listen(QHostAddress::LocalHost);
+  const QString port = QString::number(probe.serverPort());
+  probe.close();
+  DataFolder folder;
+  folder.Write("tiny.conf", "Port " + port.toStdString() + "\nListen 127.0.0.1\nMaxClients 9\n");
+  const struct {
+    int kind;
+    const char* program;
+    QStringList arguments;
+  } proxies[] = {
+      {2, "/usr/bin/microsocks", {"-i", "127.0.0.1", "-p", port}},
+      {3, "/usr/bin/tinyproxy", {"-d", "-c", PathForCompanions(folder.File("tiny.conf"))}},
+  };
+  IrcServer server(IrcServer::Kind::kNgircd);
+  ASSERT_TRUE(server.Start()) << server.Error().toStdString();
+  for (const auto& [kind, program, arguments] : proxies) {
+    SCOPED_TRACE(program);
+    WindowDriver window;
+    window.App().Settings().connection.proxy = static_cast<ProxyKind>(kind);
+    window.App().Settings().connection.proxyAddress = "127.0.0.1:" + port.toStdString();
+    window.Connect("Wanda", "", server.Port());
+    EXPECT_TRUE(window.Tells("lblConnectTrouble", "roxy")) << "without the proxy";
+    Companion proxy(Companion::User::kSame);
+    proxy.Start(program, arguments);
+    EXPECT_TRUE(WaitUntil([&] {
+      QTcpSocket socket;
+      socket.connectToHost(QHostAddress::LocalHost, port.toUShort());
+      return socket.waitForConnected(500);
+    }));
+    ASSERT_TRUE(window.Register("Wanda", server.Port()));
+    proxy.Kill();
+    EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
+  }
+}
+
+}  // namespace
+}  // namespace brindle::test
