@@ -62,7 +62,7 @@ QWidget* ConnectionOptionsBox::BuildAccount() {
   txtOptionsAccount_ = Field("txtOptionsAccount", "Account name", "the name of your account");
   txtOptionsCertificate_ =
       Field("txtOptionsCertificate", "Client certificate", "a PEM file with certificate and key");
-  auto* open = new QPushButton("&Open...");
+  auto* open = new QPushButton("Ope&n...");
   open->setObjectName("cmdOptionsCertificate");
   open->setAccessibleName("Open... (Client certificate)");
   connect(open, &QPushButton::clicked, this, &ConnectionOptionsBox::CertificateWanted);

@@ -116,7 +116,7 @@ void OptionsPanel::Build() {
           [this] { page_->cmdOptionsCertificate_Click(); });
   AddPage(
       "Connection", IconName::kPlug,
-      {BuildGroup("Connection", kConnectionOptions, "nwuarv", {0, 1, 2, 3, 4, 5}), connectionBox_});
+      {BuildGroup("Connection", kConnectionOptions, "gwmbqp", {0, 1, 2, 3, 4, 5}), connectionBox_});
   pageList_->setCurrentRow(0);
   PlaceSounds();
 }

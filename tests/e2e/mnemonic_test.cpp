@@ -83,8 +83,10 @@ TEST(Screens, HaveALetterForEachButtonAndCutNone) {
   const auto* tabs = main.findChild<QTabBar*>();
   for (int tab = 0; tab < tabs->count(); ++tab) {
     window.ShowTab(static_cast<Tab>(tab));
+    LetTicksPass(1);  // the options are made when they are first shown
     auto* pages = main.findChild<QListWidget*>("lstOptionPages");
     const bool hasPages = pages != nullptr && pages->isVisible();
+    EXPECT_EQ(hasPages, tab == static_cast<int>(Tab::kOptions));
     for (int page = 0; page < (hasPages ? pages->count() : 1); ++page) {
       if (hasPages) pages->setCurrentRow(page);
       Letters(tabs->tabText(tab).toStdString() + " " + std::to_string(page)).AddScreen(main);
