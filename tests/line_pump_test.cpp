@@ -90,6 +90,33 @@ TEST(LinePump, KeepsMonitorsAndCaption) {
   EXPECT_EQ(stage.Tick(), "");
 }
 
+TEST(LinePump, CatchesUpWhenManyLinesWaitAndThatIsWanted) {
+  PumpStage stage;
+  std::string scanned;
+  stage.pump.SetScanner([&](std::string_view line, Origin) {
+    scanned += line;
+    ++stage.ticks;
+  });
+  const auto shownIn = [&](int ticks) {
+    for (int i = 0; i < ticks; ++i) stage.Tick();
+    return std::exchange(scanned, "").size();
+  };
+  const auto wait = [&](size_t lines) {
+    while (stage.queue.Pending() < lines) stage.queue.QueueLine("x", Kind::kJoin);
+  };
+  wait(501);
+  EXPECT_EQ(shownIn(1), 1U);
+  stage.options.catchUp = true;
+  EXPECT_EQ(shownIn(1), 1U);  // 500 are not many
+  wait(501);
+  stage.pump.tmrProcess_Timer();
+  const std::string taken = stage.Taken();
+  EXPECT_EQ(Split(taken, "play 0.wav").size(), 2U);  // once
+  EXPECT_EQ(shownIn(10), 88U);                       // to the end, a frame's worth at a time
+  stage.queue.SetBusy(true);
+  EXPECT_EQ(shownIn(1), 0U);
+}
+
 TEST(OutputQueue, KeepsTextsOfAnySizeInOrder) {
   OutputQueue queue;
   const size_t sizes[] = {0, 1, 65530, 65531, 65532, 0, 200000, 3};

@@ -19,12 +19,22 @@ std::string MonitorText(size_t current, size_t& peak) {
 void LinePump::tmrProcess_Timer() {
   RefreshMonitors();
   RefreshUptime();
-  if (screen_.queue.IsBusy() || screen_.queue.Pending() == 0) return;
+  played_.reset();
+  catchingUp_ = style_.options.catchUp &&
+                (catchingUp_ ? screen_.queue.Pending() > 0 : screen_.queue.Pending() > kMany);
+  const TickCount begin = style_.clock.Ticks();
+  while (ShowNext() && catchingUp_ && style_.clock.Ticks() - begin < kFrameMilliseconds) {
+  }
+}
+
+bool LinePump::ShowNext() {
+  if (screen_.queue.IsBusy() || screen_.queue.Pending() == 0) return false;
   const bool alone = screen_.queue.Pending() == 1;
   OutputQueue::Line line = screen_.queue.Take();
-  if (alone && IsBlank(line.text)) return;
+  if (alone && IsBlank(line.text)) return true;
   if (scan_) scan_(line.text, line.origin);
   Show(std::move(line));
+  return true;
 }
 
 void LinePump::RefreshMonitors() {
@@ -59,7 +69,10 @@ void LinePump::Show(OutputQueue::Line line) {
   if (route.room) Color_Response(line.text, views_.txtChannel, style_.options);
   if (!route.sound) return;
   const SoundOption& sound = style_.options.sounds[static_cast<size_t>(*route.sound)];
-  if (sound.on && !sound.path.empty()) sounds_.Play(sound.path);
+  // Once a step is all that anybody hears.
+  if (!sound.on || sound.path.empty() || played_[static_cast<size_t>(*route.sound)]) return;
+  played_.set(static_cast<size_t>(*route.sound));
+  sounds_.Play(sound.path);
 }
 
 }  // namespace brindle

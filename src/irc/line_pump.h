@@ -2,6 +2,7 @@
 // The pump behind the timer tmrProcess: one step takes one line from the display queue to its views
 // and its sound, and keeps the two load monitors and the window caption up to date.
 
+#include <bitset>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -28,6 +29,8 @@ using LineScan = std::function<void(std::string_view line, Origin origin)>;
 class LinePump {
  public:
   static constexpr int kTickMilliseconds = 10;
+  static constexpr size_t kMany = 500;  // lines
+  static constexpr TickCount kFrameMilliseconds = 8;
 
   LinePump(Screen screen, const Session& session, ChatStyle style, ChatViews views,
            SoundPlayer& sounds)
@@ -35,7 +38,8 @@ class LinePump {
 
   void SetScanner(LineScan scan) { scan_ = std::move(scan); }
 
-  // One step; shows at most one line.
+  // One step; shows at most one line or, while many wait and the user wants to catch up, as many as
+  // a frame can take.
   void tmrProcess_Timer();
 
   // True when a step would do nothing but refresh the uptime.
@@ -44,6 +48,8 @@ class LinePump {
  private:
   void RefreshMonitors();
   void RefreshUptime();
+  // True when one was shown.
+  bool ShowNext();
   void Show(OutputQueue::Line line);
 
   Screen screen_;
@@ -52,6 +58,8 @@ class LinePump {
   ChatViews views_;
   SoundPlayer& sounds_;
   LineScan scan_;
+  bool catchingUp_ = false;
+  std::bitset<kSoundSlots> played_;  // in this step
   size_t pendingPeak_ = 0;
   size_t textPeak_ = 0;
   size_t shownPending_ = 0;
