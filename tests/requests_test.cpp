@@ -167,6 +167,57 @@ TEST(Requests, AskForGivenRows) {
   EXPECT_EQ(stage.Checks(), "xxxx.x");
 }
 
+TEST(Requests, AreOfferedAgainWhereTheSessionWasLost) {
+  for (const bool deselect : {true, false}) {
+    TalkStage stage;
+    stage.EnterRoom();
+    stage.options.deselectAfterRequested = deselect;
+    stage.Fill("x.x.xx.");
+    stage.Click();
+    stage.requests.OfferInterrupted("#room");
+    stage.connection.wsChat_Error("gone");
+    stage.Wait(100);
+    stage.EnterRoom();
+    stage.requests.OfferInterrupted("#else");
+    EXPECT_EQ(stage.Taken(), "");
+    stage.answers = {"yes"};
+    stage.requests.OfferInterrupted("#Room");
+    stage.Wait(2000);
+    EXPECT_EQ(stage.Taken().find("i The requests to Bot were interrupted. Go on with the 4 mails "
+                                 "that are left?\n2|^C1<me> !Bot send My Name 1\n"),
+              0U);
+    stage.requests.OfferInterrupted("#room");  // done
+    EXPECT_EQ(stage.Taken(), "");
+  }
+}
+
+TEST(Requests, ToAnAbsentServerAreAskedAbout) {
+  const std::string ask = " not in the room. Send the requests anyway?";
+  for (const bool wanted : {false, true}) {
+    TalkStage stage;
+    stage.EnterRoom();
+    stage.options.askAbsentServer = true;
+    stage.Fill("x.x.");
+    if (wanted) stage.answers = {"yes", "yes"};
+    stage.Click();
+    EXPECT_EQ(stage.Taken().find("! Bot is" + ask), 0U);
+    EXPECT_EQ(stage.stack.IsIdle(), !wanted);
+    stage.stack.Stop();
+    stage.Taken();
+    for (const char* handle : {"Bot", "Op", "other", " Bot"})
+      stage.manual.cmdAdd_Click(handle, "1");
+    stage.manual.cmdRequest_Click("me");
+    EXPECT_EQ(stage.Taken().find("! Bot, other are" + ask), 0U);
+    EXPECT_EQ(stage.stack.IsIdle(), !wanted);
+    stage.stack.Stop();
+    stage.Taken();
+    for (const char* here : {"OP", "bob"}) {
+      stage.requests.RequestRows({{0, 0}}, "me", here);
+      EXPECT_EQ(stage.Taken().find("2|"), 0U) << here;
+    }
+  }
+}
+
 TEST(Requests, ASecondClickRunsInTheMiddleOfTheFirst) {
   TalkStage stage;
   stage.EnterRoom();

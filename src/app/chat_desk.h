@@ -35,6 +35,7 @@ class ChatDesk {
   RoomVoice& Voice() { return voice_; }
   SendQueue& Lines() { return lines_; }
   ResponseParser& Parser() { return parser_; }
+  const WhoList& Who() const { return who_; }
   Channels& Rooms() { return channels_; }
   IrcServers& Servers() { return servers_; }
 

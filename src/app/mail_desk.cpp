@@ -28,13 +28,21 @@ MailDesk::MailDesk(FrmMain& window, ChatDesk& chat, const StoredThings& stored,
       loader_(machine.dialogs, machine.events, window.List(), mailList_),
       selection_(machine.dialogs),
       stack_(chat.CurrentSession(), chat.Voice(), chat.Lines(), window, machine.clock),
-      requests_(mailList_, stack_, chat.Voice(), stored.options, machine.dialogs),
-      manualRequest_(stack_, chat.Voice(), machine.dialogs),
+      presence_(chat.Who(), stored.options, machine.dialogs),
+      requests_(mailList_, stack_, chat.Voice(), presence_, stored.options, machine.dialogs),
+      manualRequest_(stack_, chat.Voice(), presence_, machine.dialogs),
       results_(mailList_, stored.finds, stored.settings, machine.dialogs, machine.clock,
                machine.events) {
   chat.SetScanner([this](std::string_view line, Origin origin) { detection_.Scan(line, origin); });
   chat.OnTurn([this] { stack_.tmrRequest_Timer(); });
   chat.Parser().OnRefusedLine([this](const std::string& reason) { stack_.LineRefused(reason); });
+  chat.Parser().OnEntered([this, &options = stored.options] {
+    if (!options.reconnect) return;
+    // A box may be shown, and the parser is in the middle of a line.
+    QMetaObject::invokeMethod(
+        &window_, [this] { requests_.OfferInterrupted(chat_.CurrentSession().currentRoom); },
+        Qt::QueuedConnection);
+  });
   stack_.OnProgress(
       [this](const std::optional<RunProgress>& progress) { window_.ShowRun(progress); });
   loader_.Remember(recentLists_);

@@ -51,6 +51,7 @@ class MailDesk {
   ListLoader loader_;
   ListSelection selection_;
   RequestStack stack_;
+  ServerPresence presence_;
   Requests requests_;
   ManualRequest manualRequest_;
   Results results_;

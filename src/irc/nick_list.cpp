@@ -44,6 +44,12 @@ void NickList::Add(std::string_view nick) {
   });
 }
 
+bool NickList::Contains(std::string_view nick) const {
+  const std::string wanted = LowerCase(nick);
+  const auto first = keys_.lower_bound({wanted, 0});
+  return first != keys_.end() && first->first == wanted;
+}
+
 bool NickList::Remove(std::string_view nick) {
   const std::string wanted = LowerCase(nick);
   const auto first = keys_.lower_bound({wanted, 0});

@@ -28,6 +28,9 @@ class NickList : public Observed {
   // character. False when there is none. REQUIRES: `nick` is not empty.
   bool Remove(std::string_view nick);
 
+  // True for a nick that Remove would find.
+  bool Contains(std::string_view nick) const;
+
   void Clear();
 
  private:

@@ -243,6 +243,7 @@ void ResponseParser::Names(const IrcLine& line) {
 void ResponseParser::EndOfNames(const IrcLine&) {
   namesClearPending_ = true;
   Queue(kSeparatorLine, Kind::kRoom);
+  if (entered_ && !session_.currentRoom.empty()) entered_();
 }
 
 void ResponseParser::EndOfMotd(const IrcLine& line) {

@@ -34,6 +34,9 @@ class ResponseParser {
     refusedLine_ = std::move(refused);
   }
 
+  // Called when a room has been entered and who is there is known.
+  void OnEntered(std::function<void()> entered) { entered_ = std::move(entered); }
+
   // Handles every line of `received` that ends in CR LF; what follows the last CR LF is dropped. A
   // line with too few words for its command ends the handling of the whole text, quietly.
   // `currentNick` is the session's own and changes with the server's welcome and nick changes.
@@ -107,6 +110,7 @@ class ResponseParser {
   Screen screen_;
   ChatStyle style_;
   std::function<void(const std::string& reason)> refusedLine_;
+  std::function<void()> entered_;
   std::string* currentNick_ = nullptr;  // valid within Parse_Response
   bool namesClearPending_ = false;
 };

@@ -19,6 +19,8 @@ class WhoList {
 
   void AddNick(std::string_view nick);
 
+  bool IsHere(std::string_view nick) const { return !nick.empty() && nicks_.Contains(nick); }
+
   // Removes the first entry that equals `nick`, ignoring case, either whole or without its first
   // character. An empty nick removes nothing.
   void RemoveNick(std::string_view nick);

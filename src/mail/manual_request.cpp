@@ -40,6 +40,9 @@ void ManualRequest::cmdRequest_Click(const std::string& screenName) {
     return;
   }
   if (rows_.empty() || !voice_.HasRoom()) return;
+  std::vector<std::string> handles;
+  for (const Row& row : rows_) handles.push_back(row.handle);
+  if (!presence_.MayRequestFrom(handles)) return;
   RequestRun run;
   run.lines = rows_.size();
   run.owner = this;

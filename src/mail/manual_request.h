@@ -8,6 +8,7 @@
 #include "base/dialogs.h"
 #include "irc/room_voice.h"
 #include "mail/request_stack.h"
+#include "mail/server_presence.h"
 
 namespace brindle {
 
@@ -28,8 +29,9 @@ class ManualRequest {
     bool checked = false;
   };
 
-  ManualRequest(RequestStack& stack, const RoomVoice& voice, Dialogs& dialogs)
-      : stack_(stack), voice_(voice), dialogs_(dialogs) {}
+  ManualRequest(RequestStack& stack, const RoomVoice& voice, const ServerPresence& presence,
+                Dialogs& dialogs)
+      : stack_(stack), voice_(voice), presence_(presence), dialogs_(dialogs) {}
 
   // The window that shows the rows, while there is one. Null ends it.
   void SetView(ManualRequestView* view) { view_ = view; }
@@ -54,6 +56,7 @@ class ManualRequest {
 
   RequestStack& stack_;
   const RoomVoice& voice_;
+  const ServerPresence& presence_;
   Dialogs& dialogs_;
   ManualRequestView* view_ = nullptr;
   std::vector<Row> rows_;

@@ -87,6 +87,9 @@ bool RequestStack::EndedWithRoom() {
   if (lost) {
     // A run as short as this asks for no confirmation, so all of it is in doubt.
     TakeBackSince(0);
+    for (const Running& running : runs_) {
+      if (running.run.sessionLost) running.run.sessionLost(room_);
+    }
     EndAll("The session ended" + why);
   } else {
     EndAll("The room was left" + why);

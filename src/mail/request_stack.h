@@ -36,6 +36,8 @@ struct RequestRun {
   std::function<bool()> isStale;  // what it asks for is gone; may be empty
   const void* owner = nullptr;    // see RequestStack::StopRunsOf
   std::string afterword;          // told when the run is done; may be empty
+  // The session was lost before the run was done; may be empty.
+  std::function<void(const std::string& room)> sessionLost = {};
 };
 
 struct RunProgress {

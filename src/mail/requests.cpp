@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "base/text.h"
 
@@ -24,12 +25,41 @@ bool Requests::MayRequest(const std::string& screenName, const std::string& hand
 void Requests::cmdRequest_Click(const std::string& screenName, const std::string& handle) {
   // Without a room nobody would hear the requests, and the selection would be gone.
   if (!MayRequest(screenName, handle) || list_.CheckedCount() == 0 || !voice_.HasRoom()) return;
-  stack_.Push(RunOver(screenName, handle));
+  if (presence_.MayRequestFrom({handle})) Begin(RunOver(screenName, handle), screenName, handle);
+}
+
+void Requests::Begin(RequestRun run, const std::string& screenName, const std::string& handle) {
+  interrupted_.reset();
+  run.sessionLost = [this, screenName, handle](const std::string& room) {
+    interrupted_ = {screenName, handle, room, list_.Generation()};
+  };
+  stack_.Push(std::move(run));
+}
+
+void Requests::OfferInterrupted(const std::string& room) {
+  if (!interrupted_ || !EqualsIgnoringCase(interrupted_->room, room)) return;
+  const Interrupted run = *std::exchange(interrupted_, std::nullopt);
+  if (list_.Generation() != run.generation) return;
+  std::vector<RowRange> rows;
+  for (auto row = list_.NextChecked(0); row; row = list_.NextChecked(*row + 1)) {
+    if (!list_.IsRequested(*row)) rows.push_back({*row, *row});
+  }
+  const std::string mails = std::to_string(rows.size()) + (rows.size() == 1 ? " mail" : " mails");
+  if (rows.empty() ||
+      !dialogs_.Question(Icon::kInformation, "The requests to " + run.handle +
+                                                 " were interrupted. Go on with the " + mails +
+                                                 " that are left?")) {
+    return;
+  }
+  if (list_.Generation() == run.generation) RequestRows(rows, run.screenName, run.handle);
 }
 
 void Requests::RequestRows(const std::vector<RowRange>& rows, const std::string& screenName,
                            const std::string& handle) {
-  if (!MayRequest(screenName, handle) || rows.empty() || !voice_.HasRoom()) return;
+  if (!MayRequest(screenName, handle) || rows.empty() || !voice_.HasRoom() ||
+      !presence_.MayRequestFrom({handle})) {
+    return;
+  }
   std::vector<RowRange> runs;
   for (const RowRange& range : rows) {
     if (!runs.empty() && runs.back().last + 1 == range.first) {
@@ -53,7 +83,7 @@ void Requests::RequestRows(const std::vector<RowRange>& rows, const std::string&
     if (options_.deselectAfterRequested) list_.UncheckRange(first, last);
     return LineOf({what, first, last}, screenName, handle);
   };
-  stack_.Push(std::move(run));
+  Begin(std::move(run), screenName, handle);
 }
 
 RequestLine Requests::LineOf(const RequestRuns::Request& request, const std::string& screenName,

@@ -55,8 +55,9 @@ struct TalkStage : ChatStage {
   void Scan(const OutputQueue::Line& line) { detection.Scan(line.text, line.origin); }
 
   MailList list;
-  Requests requests{list, stack, voice, options, *this};
-  ManualRequest manual{stack, voice, *this};
+  ServerPresence presence{who, options, *this};
+  Requests requests{list, stack, voice, presence, options, *this};
+  ManualRequest manual{stack, voice, presence, *this};
   ServerCommands commands{voice, *this};
   ServerHandles handles{*this};
   std::string screenName = "Jane D";
