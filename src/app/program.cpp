@@ -38,6 +38,8 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs, std::string st
   window_->OptionsControls().Attach(optionsPage_, stored_.options);
   sounds_->OnTrouble(
       [this](const std::string& path) { window_->ShowHint("Cannot play the sound " + path); });
+  QObject::connect(&window_->OptionsControls(), &OptionsPanel::PasswordTyped, window_.get(),
+                   [this](const QString& password) { KeepPassword(password.toStdString()); });
   QObject::connect(&window_->Connection(), &ConnectionPanel::CheckForUpdateClicked, window_.get(),
                    [this] { CheckForUpdate(); });
   QObject::connect(window_.get(), &FrmMain::Closing, window_.get(), [this] { Close(); });
@@ -142,6 +144,24 @@ void Program::APP_LOAD() {
   window_->Connection().SelectServer(stored_.lastServer);
   // 5. to 9. The options, which take effect.
   window_->OptionsControls().ShowAll();
+  ReadPassword();
+}
+
+void Program::ReadPassword() {
+  if (stored_.options.connection.proof != AccountProof::kPassword) return;
+  secrets_->Read([this](const std::optional<std::string>& password) {
+    // What was typed meanwhile is newer.
+    if (password && password_.empty()) password_ = *password;
+  });
+}
+
+void Program::KeepPassword(const std::string& password) {
+  password_ = password;
+  secrets_->Write(password, [this](const std::string& trouble) {
+    if (trouble.empty()) return;
+    window_->ShowHint("The system cannot keep the password, which holds until Brindle ends: " +
+                      trouble);
+  });
 }
 
 void Program::TellMissing(LoadResult result, const std::string& path) {

@@ -57,10 +57,16 @@ class Program {
   // Follows an address, or loads a list.
   void Take(const std::string& text);
 
+  void ReadPassword();
+  // Keeps it where the system keeps secrets.
+  void KeepPassword(const std::string& password);
+
   QtClock clock_;
   QtEventPump events_;
   NativeFiles files_;
   std::unique_ptr<SoundPlayer> sounds_ = NativeSoundPlayer();
+  std::unique_ptr<SecretStore> secrets_ = NativeSecretStore();
+  std::string password_;  // of the account
   Dialogs& dialogs_;
   const std::string dataFolder_;
   const DataPaths paths_;

@@ -8,6 +8,7 @@
 
 #include "aol/window_tree.h"
 #include "base/files.h"
+#include "base/secret_store.h"
 #include "base/sound_player.h"
 
 namespace brindle {
@@ -30,6 +31,9 @@ bool IsWritableFolder(const std::string& folder);
 std::unique_ptr<SoundPlayer> NativeSoundPlayer();
 
 std::unique_ptr<WindowTree> NativeWindowTree();
+
+// The keyring of the desktop, or the credentials of Windows.
+std::unique_ptr<SecretStore> NativeSecretStore();
 
 // Takes the Size command out of a window's system menu. `window` is its native handle.
 void RemoveSizeCommand(std::uintptr_t window);

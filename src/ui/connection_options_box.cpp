@@ -50,16 +50,32 @@ ConnectionOptionsBox::ConnectionOptionsBox(QWidget* parent) : QWidget(parent) {
   for (QLineEdit* field : {txtOptionsAccount_, txtOptionsCertificate_, txtOptionsProxy_}) {
     connect(field, &QLineEdit::textChanged, this, &ConnectionOptionsBox::Take);
   }
-  EnableFields();
+  ShowFields();
 }
 
 QWidget* ConnectionOptionsBox::BuildAccount() {
   auto* group = new QGroupBox("Account");
-  QFormLayout* form = FlatForm(*group);
+  accountForm_ = FlatForm(*group);
   // As AccountProof counts.
   cmbOptionsAccount_ = Choice("cmbOptionsAccount", "Account",
                               {"No account", "Account and password", "Client certificate"});
   txtOptionsAccount_ = Field("txtOptionsAccount", "Account name", "the name of your account");
+  txtOptionsPassword_ =
+      Field("txtOptionsPassword", "Password", "kept by the system; type a new one");
+  txtOptionsPassword_->setEchoMode(QLineEdit::Password);
+  connect(txtOptionsPassword_, &QLineEdit::editingFinished, this, [this] {
+    if (!txtOptionsPassword_->isModified()) return;
+    txtOptionsPassword_->setModified(false);
+    emit PasswordTyped(txtOptionsPassword_->text());
+  });
+  accountForm_->addRow("Prove it with", cmbOptionsAccount_);
+  accountForm_->addRow("Account", txtOptionsAccount_);
+  accountForm_->addRow("Password", txtOptionsPassword_);
+  accountForm_->addRow("Certificate", BuildCertificate());
+  return group;
+}
+
+QWidget* ConnectionOptionsBox::BuildCertificate() {
   txtOptionsCertificate_ =
       Field("txtOptionsCertificate", "Client certificate", "a PEM file with certificate and key");
   auto* open = new QPushButton("Ope&n...");
@@ -71,21 +87,19 @@ QWidget* ConnectionOptionsBox::BuildAccount() {
   line->setContentsMargins(0, 0, 0, 0);
   line->addWidget(txtOptionsCertificate_);
   line->addWidget(open);
-  form->addRow("Prove it with", cmbOptionsAccount_);
-  form->addRow("Account", txtOptionsAccount_);
-  form->addRow("Certificate", certificateLine_);
-  return group;
+  return certificateLine_;
 }
 
 QWidget* ConnectionOptionsBox::BuildProxy() {
   auto* group = new QGroupBox("Proxy");
-  QFormLayout* form = FlatForm(*group);
+  group->setFlat(true);
+  auto* line = new QHBoxLayout(group);
   // As ProxyKind counts.
   cmbOptionsProxy_ =
       Choice("cmbOptionsProxy", "Proxy", {"None", "As the system", "SOCKS5", "HTTP"});
   txtOptionsProxy_ = Field("txtOptionsProxy", "Proxy address", "host:port");
-  form->addRow("Connect through", cmbOptionsProxy_);
-  form->addRow("Address", txtOptionsProxy_);
+  line->addWidget(cmbOptionsProxy_);
+  line->addWidget(txtOptionsProxy_);
   return group;
 }
 
@@ -97,7 +111,7 @@ void ConnectionOptionsBox::Show(const ConnectionOptions& options) {
   cmbOptionsProxy_->setCurrentIndex(static_cast<int>(options.proxy));
   txtOptionsProxy_->setText(ToQString(options.proxyAddress));
   showing_ = false;
-  EnableFields();
+  ShowFields();
 }
 
 ConnectionOptions ConnectionOptionsBox::Shown() const {
@@ -107,16 +121,17 @@ ConnectionOptions ConnectionOptionsBox::Shown() const {
           txtOptionsProxy_->text().toStdString()};
 }
 
-void ConnectionOptionsBox::EnableFields() {
+void ConnectionOptionsBox::ShowFields() {
   const ConnectionOptions shown = Shown();
-  txtOptionsAccount_->setEnabled(shown.proof != AccountProof::kNone);
-  certificateLine_->setEnabled(shown.proof == AccountProof::kCertificate);
+  accountForm_->setRowVisible(txtOptionsAccount_, shown.proof != AccountProof::kNone);
+  accountForm_->setRowVisible(txtOptionsPassword_, shown.proof == AccountProof::kPassword);
+  accountForm_->setRowVisible(certificateLine_, shown.proof == AccountProof::kCertificate);
   txtOptionsProxy_->setEnabled(shown.proxy == ProxyKind::kSocks5 ||
                                shown.proxy == ProxyKind::kHttp);
 }
 
 void ConnectionOptionsBox::Take() {
-  EnableFields();
+  ShowFields();
   if (!showing_) emit Changed(Shown());
 }
 

@@ -22,19 +22,24 @@ class ConnectionOptionsBox : public QWidget {
  signals:
   // The user changed something.
   void Changed(const ConnectionOptions& options);
+  // The user has typed another password, or has emptied the field.
+  void PasswordTyped(const QString& password);
   // The user wants to pick the file of the client certificate.
   void CertificateWanted();
 
  private:
   QWidget* BuildAccount();
+  QWidget* BuildCertificate();
   QWidget* BuildProxy();
   ConnectionOptions Shown() const;
-  // Fields that the choices leave without a use are disabled.
-  void EnableFields();
+  // Fields that the choices leave without a use are hidden or disabled.
+  void ShowFields();
   void Take();
 
   QComboBox* cmbOptionsAccount_ = nullptr;
   QLineEdit* txtOptionsAccount_ = nullptr;
+  QFormLayout* accountForm_ = nullptr;
+  QLineEdit* txtOptionsPassword_ = nullptr;
   QWidget* certificateLine_ = nullptr;
   QLineEdit* txtOptionsCertificate_ = nullptr;
   QComboBox* cmbOptionsProxy_ = nullptr;

@@ -136,6 +136,9 @@ constexpr Help kHelps[] = {
     {"cmbOptionsAccount", kAnyIndex, "Connection / Account",
      "How you prove to the server that an account there is yours, before the session begins."},
     {"txtOptionsAccount", kAnyIndex, "Connection / Account", "The name of your account."},
+    {"txtOptionsPassword", kAnyIndex, "Connection / Password",
+     "The password of your account. The system keeps it, not a file of Brindle. It goes only to a "
+     "server that is reached by TLS."},
     {"txtOptionsCertificate", kAnyIndex, "Connection / Client certificate",
      "A PEM file with the certificate and the key that the server knows you by."},
     {"cmdOptionsCertificate", kAnyIndex, "Connection / Client certificate",

@@ -54,6 +54,8 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void RoomOnListTabChanged(bool shown);
   void ColoursChanged(const Options& options);
   void Hint(const std::string& text);
+  // The password of the account, to be kept by the system.
+  void PasswordTyped(const QString& password);
 
  protected:
   void showEvent(QShowEvent* event) override;

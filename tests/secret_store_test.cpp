@@ -1,0 +1,44 @@
+#include <gtest/gtest.h>
+
+#include "platform/native.h"
+#include "support/wait.h"
+
+namespace brindle {
+namespace {
+
+std::optional<std::string> Kept() {
+  const auto store = NativeSecretStore();
+  std::optional<std::optional<std::string>> told;
+  store->Read([&](std::optional<std::string> secret) { told = std::move(secret); });
+  EXPECT_TRUE(test::WaitUntil([&] { return told.has_value(); }));
+  return told.value_or(std::nullopt);
+}
+
+std::string Keep(const std::string& secret) {
+  const auto store = NativeSecretStore();
+  std::optional<std::string> told;
+  store->Write(secret, [&](const std::string& trouble) { told = trouble; });
+  EXPECT_TRUE(test::WaitUntil([&] { return told.has_value(); }));
+  return told.value_or("nothing");
+}
+
+// Run by itself, beside a keyring of its own.
+TEST(SecretStore, KeepsOneSecret) {
+  EXPECT_EQ(Kept(), std::nullopt);
+  for (const char* secret : {"first", "\u00FCber 'all' \"$HOME\""}) {
+    EXPECT_EQ(Keep(secret), "");
+    EXPECT_EQ(Kept(), secret);
+  }
+  EXPECT_EQ(Keep(""), "");
+  EXPECT_EQ(Kept(), std::nullopt);
+  EXPECT_EQ(Keep(""), "");
+}
+
+TEST(SecretStore, SaysSoWhereTheSystemHasNone) {
+  qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
+  EXPECT_NE(Keep("secret"), "");
+  EXPECT_EQ(Kept(), std::nullopt);
+}
+
+}  // namespace
+}  // namespace brindle
