@@ -190,5 +190,28 @@ TEST_F(RoomTest, ManualRequestsAndTheAdvertisement) {
   EXPECT_EQ(window.Text("lblSentAd"), "Sent advertise 1 time(s)");
 }
 
+TEST_F(RoomTest, ALostServerIsComeBackToAndTheRunGoesOn) {
+  Meeting meeting;
+  WindowDriver& window = meeting.window;
+  window.App().Settings().reconnect = true;
+  ASSERT_NO_FATAL_FAILURE(meeting.Begin(server.Port()));
+  Load(window, "mails.txt", "!MailBot send x y\n1 a\n2 b\n3 c\n4 d\n5 e\n6 f\n7 g\n");
+  for (const int row : {0, 2, 4}) window.ClickCheckBox(row);
+  window.Click("cmdRequest");
+  ASSERT_EQ(meeting.Said(1).size(), 1U);
+  server.Kill();
+  EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Connecting again in "));
+  EXPECT_FALSE(window.Find<QWidget>("cmdConnectCancel").isHidden());
+  ASSERT_TRUE(server.Start());
+  RawClient bot("MailBot");
+  bot.Begin(server.Port());
+  ASSERT_TRUE(bot.WaitForWelcome() && bot.Join(kRoom));
+  window.Boxes().questionAnswers = {true};
+  ASSERT_TRUE(window.Tells(kHint, "Requests sent: 3"));
+  EXPECT_EQ(window.Boxes().questions.back().text,
+            "The requests to MailBot were interrupted. Go on with the 3 mails that are left?");
+  EXPECT_TRUE(WaitUntil([&] { return bot.SaidBy("Wanda").size() == 3; }));
+}
+
 }  // namespace
 }  // namespace brindle::test
