@@ -17,6 +17,7 @@ from window import wait_for
 RATE = 8000
 CHUNK = RATE // 10  # samples that are looked at together
 LEAST_LOUDNESS = 1000  # of 32767
+LEAST_QUIET = 4  # chunks between two sounds
 LEAST_SHARE = 0.3  # of what is heard, where two sounds come together
 # By the captions of their boxes.
 PITCHES = {
@@ -71,16 +72,17 @@ class Ear:
             ["parec", "--device=nowhere.monitor", "--rate=%d" % RATE, "--channels=1",
              "--format=s16le", "--latency-msec=50"],
             env=self.environment, stdout=subprocess.PIPE)
-        self.is_quiet = True
+        self.quiet = 0  # chunks in a row
         self.heard = []  # pitches, in the order of their chunks
         threading.Thread(target=self._listen, daemon=True).start()
 
     def _listen(self):
         while len(chunk := self.recorder.stdout.read(2 * CHUNK)) == 2 * CHUNK:
             samples = struct.unpack("<%dh" % CHUNK, chunk)
-            self.is_quiet = max(samples) < LEAST_LOUDNESS
-            if self.is_quiet:
+            if max(samples) < LEAST_LOUDNESS:
+                self.quiet += 1
                 continue
+            self.quiet = 0
             self.heard += [p for p in PITCHES.values() if share_of(p, samples) > LEAST_SHARE]
 
     def expect(self, caption, perhaps=None):
@@ -89,8 +91,8 @@ class Ear:
         wait_for("the sound of '%s'" % caption, lambda: pitch in self.heard)
         others = set(self.heard) - {pitch, PITCHES.get(perhaps)}
         assert not others, "Heard %s Hz at '%s'." % (others, caption)
-        # Its end is not the beginning of the next one.
-        wait_for("the end of '%s'" % caption, lambda: self.is_quiet)
+        # Its end is not the beginning of the next one, and a gap of a busy machine is not its end.
+        wait_for("the end of '%s'" % caption, lambda: self.quiet >= LEAST_QUIET)
         self.heard.clear()
 
     def end(self):
