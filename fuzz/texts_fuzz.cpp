@@ -1,0 +1,64 @@
+// Small texts from strangers: addresses, update lists, announcements, tags.
+
+#include "base/text.h"
+#include "fuzz/input.h"
+#include "irc/irc_address.h"
+#include "irc/irc_line.h"
+#include "mail/server_detection.h"
+#include "update/update_check.h"
+
+using namespace brindle;
+using fuzz::Require;
+
+namespace {
+
+bool IsOneWord(std::string_view text) {
+  return text.find_first_of(std::string_view(" ,\r\n\0\a", 6)) == std::string_view::npos;
+}
+
+void CheckAddress(const std::string& text) {
+  const auto address = ParseIrcAddress(text);
+  if (!address) return;
+  Require(LooksLikeIrcAddress(text), "no address", text);
+  Require(!address->host.empty() && IsOneWord(address->host), "host", address->host);
+  Require(address->port >= 1 && address->port <= 65535, "port", text);
+  Require(IsOneWord(address->room), "room", address->room);
+}
+
+void CheckUpdate(const std::string& text) {
+  const UpdateList list = ReadUpdateList(text);
+  Require(list.sha256.empty() || list.sha256.size() == 64, "sum", list.sha256);
+  UpdateSummary(list);
+  const UpdateServer server = ReadUpdateServer(text);
+  Require(server.base.empty() || server.base.starts_with("http"), "update address", server.base);
+  Require(IsOneWord(server.base) || server.base.find(',') != std::string::npos, "update address",
+          server.base);
+}
+
+void CheckPieces(const std::string& text, size_t most) {
+  std::string joined;
+  for (const std::string_view piece : PiecesOf(text, most)) {
+    Require(!piece.empty() && piece.size() <= most, "a piece", piece);
+    joined += piece;
+  }
+  Require(joined == text, "pieces", joined);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
+  fuzz::Bytes input(data, size);
+  const unsigned most = 4 + input.Byte();
+  const std::string text(input.Rest());
+  CheckAddress(text);
+  CheckAddress("irc://" + text);
+  CheckUpdate(text);
+  CheckPieces(text, most);
+  const std::string handle = ExtractServerHandle(text);
+  Require(handle.find_first_of(" !\002\037") == std::string::npos, "handle", handle);
+  const IrcLine line(text, most % 2 == 0);
+  line.Nick();
+  line.Text(3);
+  line.WordRest(2);
+  return 0;
+}
