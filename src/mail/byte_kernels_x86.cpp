@@ -1,13 +1,12 @@
 // The kernels in SSE2, which every x86-64 machine has, and in AVX2. Each function is compiled for
-// its own instructions, so that the program as a whole runs on any x86-64.
+// its own instructions, so that the program as a whole runs on any x86-64. Windows has SSE2 only:
+// there GCC aligns the stack to 16 bytes, and may put a register of 32 on it as if it were aligned.
 
 #include "mail/byte_kernels.h"
 
-#if (defined(__GNUC__) || defined(__clang__)) && defined(__x86_64__)
+#if defined(__x86_64__) || defined(_M_X64)
 
 #include <immintrin.h>
-
-#define BRINDLE_AVX2 __attribute__((target("avx2")))
 
 namespace brindle {
 namespace {
@@ -21,7 +20,7 @@ bool LowerTail(const char* from, char* to, size_t size) {
   return PortableKernels()->lowerAscii(from, to, size);
 }
 
-// ---- SSE2, 16 bytes at a time
+// 16 bytes at a time.
 
 __m128i Load16(const char* at) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at)); }
 
@@ -82,7 +81,28 @@ bool Sse2Pairs(const char* a, char wantedA, const char* b, char wantedB, std::ui
   return any != 0;
 }
 
-// ---- AVX2, 32 bytes at a time
+constexpr ByteKernels kSse2 = {"sse2", Sse2LowerAscii, Sse2IsAscii, Sse2LineEnds, Sse2Pairs};
+
+}  // namespace
+
+const ByteKernels* Sse2Kernels() { return &kSse2; }
+
+}  // namespace brindle
+
+#else
+
+const brindle::ByteKernels* brindle::Sse2Kernels() { return nullptr; }
+
+#endif
+
+#if defined(__x86_64__) && !defined(_WIN32)
+
+#define BRINDLE_AVX2 __attribute__((target("avx2")))
+
+namespace brindle {
+namespace {
+
+// 32 bytes at a time.
 
 BRINDLE_AVX2 __m256i Load32(const char* at) {
   return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(at));
@@ -143,12 +163,9 @@ BRINDLE_AVX2 bool Avx2Pairs(const char* a, char wantedA, const char* b, char wan
   return any != 0;
 }
 
-constexpr ByteKernels kSse2 = {"sse2", Sse2LowerAscii, Sse2IsAscii, Sse2LineEnds, Sse2Pairs};
 constexpr ByteKernels kAvx2 = {"avx2", Avx2LowerAscii, Avx2IsAscii, Avx2LineEnds, Avx2Pairs};
 
 }  // namespace
-
-const ByteKernels* Sse2Kernels() { return &kSse2; }
 
 const ByteKernels* Avx2Kernels() { return __builtin_cpu_supports("avx2") ? &kAvx2 : nullptr; }
 
@@ -156,11 +173,6 @@ const ByteKernels* Avx2Kernels() { return __builtin_cpu_supports("avx2") ? &kAvx
 
 #else
 
-namespace brindle {
-
-const ByteKernels* Sse2Kernels() { return nullptr; }
-const ByteKernels* Avx2Kernels() { return nullptr; }
-
-}  // namespace brindle
+const brindle::ByteKernels* brindle::Avx2Kernels() { return nullptr; }
 
 #endif

@@ -1,4 +1,5 @@
 #define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
 #include <winsock2.h>
 // After winsock2.h, which it needs.
 #include <mstcpip.h>

@@ -1,3 +1,4 @@
+#define NOMINMAX
 #include <windows.h>
 // After windows.h, which it needs.
 #include <mmsystem.h>

@@ -1,3 +1,4 @@
+#define NOMINMAX
 #include <windows.h>
 
 #include "platform/native.h"
