@@ -1,5 +1,6 @@
 #include "mail/request_stack.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace brindle {
