@@ -29,6 +29,7 @@ TEST(WindowsProgram, TheWindowStaysOnTopAsAskedAndHasNoSizeCommand) {
   };
   EXPECT_TRUE(isTopmost());
   EXPECT_FALSE(hasSize());
+  driver.ShowTab(Tab::kOptions);
   for (const bool topmost : {false, true}) {
     driver.Find<QCheckBox>("chkOptionsMisc_4").setChecked(topmost);
     EXPECT_TRUE(WaitUntil([&] { return isTopmost() == topmost; }));
@@ -107,8 +108,10 @@ TEST_F(WindowsProcess, LocksItsFolderAndSavesHoweverItIsAskedToEnd) {
         first.kill();
     }
     ExitCode(first);
-    EXPECT_EQ(first.exitStatus() == QProcess::NormalExit && first.exitCode() == 0, *end == 'c');
     const bool isKilled = *end == 'k';
+    const bool ended = first.exitStatus() == QProcess::NormalExit && first.exitCode() == 0;
+    // At the end of a session it may end by itself before it is killed.
+    EXPECT_TRUE(*end == 'e' || ended != isKilled);
     EXPECT_EQ(Files().toStdString(), (isKilled ? saved_.mid(12) : saved_).toStdString());
     for (const QString& name : saved_.split(' ')) QFile::remove(Folder() + "/" + name);
   }
@@ -122,7 +125,7 @@ TEST_F(WindowsProcess, AnswersTheCommandLine) {
   } table[] = {
       {{"--version"}, 0, "Brindle v0.5.85"},
       {{"-h"}, 0, "Usage: brindle [--data-dir DIR]"},
-      {{"word"}, 2, "Usage: brindle"},
+      {{"one", "two"}, 2, "Usage: brindle"},
       {{"--data-dirs", "y"}, 2, "Unknown option '--data-dirs'."},
   };
   for (const auto& [arguments, code, said] : table) {
