@@ -25,13 +25,13 @@ constexpr int kSingles[] = {12, 17};
 
 constexpr char kSearch[] = "puzzles";
 
-// The window with whatever stands or pops up over it.
+// The window with whatever stands or pops up over it; the frames are in no picture.
 QPixmap PictureOf(QWidget& window) {
   QPixmap picture = window.grab();
   QPainter painter(&picture);
   for (QWidget* over : QApplication::topLevelWidgets()) {
     if (over == &window || !over->isVisible()) continue;
-    painter.drawPixmap(over->pos() - window.pos(), over->grab());
+    painter.drawPixmap(over->geometry().topLeft() - window.geometry().topLeft(), over->grab());
   }
   return picture;
 }
