@@ -7,7 +7,8 @@
 
 namespace brindle {
 
-std::string ChatLineStart(const ChatStyle& style, size_t more) {
+std::string ChatLineStart(const ChatStyle& style, size_t more,
+                          const std::optional<std::tm>& saidAt) {
   constexpr size_t kLongestStart = 32;
   std::string start;
   start.reserve(kLongestStart + more);
@@ -16,7 +17,7 @@ std::string ChatLineStart(const ChatStyle& style, size_t more) {
     start +=
         "\00315["
         "\00311" +
-        ClockText(style.clock.LocalTime()) + "\00315] ";
+        ClockText(saidAt ? *saidAt : style.clock.LocalTime()) + "\00315] ";
   }
   return start;
 }

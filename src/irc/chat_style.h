@@ -1,6 +1,8 @@
 #pragma once
 // How chat lines begin.
 
+#include <ctime>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,8 +17,10 @@ struct ChatStyle {
   const Clock& clock;
 };
 
-// CR LF, and "[3:07pm] " in colours when chat lines carry the time; with room for `more` bytes.
-std::string ChatLineStart(const ChatStyle& style, size_t more = 0);
+// CR LF, and "[3:07pm] " in colours when chat lines carry the time, which is now unless the line
+// was `saidAt` another; with room for `more` bytes.
+std::string ChatLineStart(const ChatStyle& style, size_t more = 0,
+                          const std::optional<std::tm>& saidAt = std::nullopt);
 
 // The length of the time that begins a shown line ("[3:07pm] "), 0 where none does.
 size_t TimeLength(std::string_view line);

@@ -1,5 +1,6 @@
 #include "irc/connection.h"
 
+#include <algorithm>
 #include <ctime>
 
 #include "base/random.h"
@@ -25,8 +26,10 @@ std::string Farewell(const std::string& webAddress) {
 }  // namespace
 
 void Connection::SendRaw(std::string_view line) {
-  line = FirstBytes(FirstLine(line), kLongestLine);
-  wsChat_.Send(std::string(line) + std::string(kCrLf));
+  const size_t tags = line.starts_with('@') ? std::min(line.find(' '), line.size() - 1) + 1 : 0;
+  const std::string_view tagged = line.substr(0, tags);
+  line = FirstBytes(FirstLine(line.substr(tags)), kLongestLine);
+  wsChat_.Send(std::string(tagged).append(line).append(kCrLf));
   if (sent_) sent_(line);
 }
 
@@ -224,6 +227,7 @@ void Connection::EnterRoom(const std::string& room) {
 void Connection::wsChat_Connect() {
   reached_ = true;
   if (wsChat_.IsSecure()) queue_.QueueLine("\r\n\0033* Secured by TLS", Kind::kStatus);
+  if (up_) up_();
   SendRaw(Nick(fields_.nick));
   // The fourth parameter is the last, so it needs no colon in front (RFC 1459, section 4.1.3).
   SendRaw("USER plenty of excellent qel_" + VersionNumber());
@@ -287,6 +291,7 @@ void Connection::Welcomed() {
   views_.window.SetWindowCaption(VersionText() + " [NICK : " + session_.currentNick + "]");
   session_.connectionState = ConnectionState::kRegistered;
   views_.window.SessionChanged();
+  if (welcome_) welcome_();
   if (!roomAfterWelcome_.empty()) SendRaw(Join(std::exchange(roomAfterWelcome_, "")));
 }
 
@@ -321,6 +326,14 @@ void Connection::BannedFromServer(const std::string& text) {
   wasWelcome_ = false;  // and to come back would be of no use
   SetButton(ConnectCaption::kConnect, true);
 }
+
+void Connection::EndAttempt(const std::string& reason) {
+  wasWelcome_ = false;  // it would end like this again
+  session_.endReason = reason;
+  wsChat_Error(reason);
+}
+
+std::string Connection::ServerHost() const { return std::string(BareHost(fields_.server)); }
 
 void Connection::ServerError(const std::string& text) {
   if (quitSent_) return;

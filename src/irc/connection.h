@@ -86,12 +86,19 @@ class Connection : public ChatSocketEvents {
   // Called with every line that goes out.
   void OnSent(std::function<void(std::string_view line)> sent) { sent_ = std::move(sent); }
 
+  // Called when a server has taken the connection, before the first line to it.
+  void OnUp(std::function<void()> up) { up_ = std::move(up); }
+  // Called after the server's welcome, before a room that waits for it is entered.
+  void OnWelcome(std::function<void()> welcome) { welcome_ = std::move(welcome); }
+
   // Sends one IRC line, CR LF appended. The line ends at its first CR, LF or NUL, so that nothing
-  // in it can add a line of its own, and at kLongestLine bytes. Without a connection nothing
-  // happens.
+  // in it can add a line of its own, and at kLongestLine bytes; tags in front ("@key=value ") do
+  // not count. Without a connection nothing happens.
   void SendRaw(std::string_view line);
 
   bool IsSocketConnected() const { return wsChat_.IsConnected(); }
+  // The server that was asked for last, without blanks and brackets.
+  std::string ServerHost() const;
 
   // Connects, or says farewell and quits, by the button's caption.
   void cmdConnect_Click(const ConnectFields& fields);
@@ -126,6 +133,8 @@ class Connection : public ChatSocketEvents {
   // A nick that the server refuses for another reason. After the welcome it is no matter of ours.
   void NickRefused(const std::string& text);
   void BannedFromServer(const std::string& text);
+  // Ends an attempt that would not lead where the user wants to be.
+  void EndAttempt(const std::string& reason);
   // The server says why it is about to end the session.
   void ServerError(const std::string& text);
   void ClosingNotice();
@@ -165,6 +174,8 @@ class Connection : public ChatSocketEvents {
   Receiver receive_;
   std::function<void()> wake_;
   std::function<void(std::string_view line)> sent_;
+  std::function<void()> up_;
+  std::function<void()> welcome_;
   ConnectCaption caption_ = ConnectCaption::kConnect;
   ConnectFields fields_;
   ConnectFields wished_;  // as they were when the user clicked

@@ -67,6 +67,10 @@ std::string PrivMsg(std::string_view target, std::string_view text) {
   return "PRIVMSG " + std::string(target) + " :" + std::string(text);
 }
 
+std::string Notice(std::string_view target, std::string_view text) {
+  return "NOTICE " + std::string(target) + " :" + std::string(text);
+}
+
 std::string Join(std::string_view room) { return "JOIN " + std::string(room); }
 
 std::string Part(std::string_view room) { return "PART " + std::string(room); }

@@ -62,6 +62,7 @@ std::string_view NickOf(std::string_view source);
 
 // The lines that the program sends.
 std::string PrivMsg(std::string_view target, std::string_view text);
+std::string Notice(std::string_view target, std::string_view text);
 std::string Join(std::string_view room);
 std::string Part(std::string_view room);
 std::string Nick(std::string_view nick);

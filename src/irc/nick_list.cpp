@@ -50,10 +50,10 @@ bool NickList::Contains(std::string_view nick) const {
   return first != keys_.end() && first->first == wanted;
 }
 
-bool NickList::Remove(std::string_view nick) {
+std::optional<NickList::Place> NickList::Find(std::string_view nick) {
   const std::string wanted = LowerCase(nick);
   const auto first = keys_.lower_bound({wanted, 0});
-  if (first == keys_.end() || first->first != wanted) return false;
+  if (first == keys_.end() || first->first != wanted) return std::nullopt;
   const Arrival arrival = first->second;
   // In the last block that begins no later.
   const auto begins = [](const Block& rows) { return rows.front().arrival; };
@@ -61,8 +61,20 @@ bool NickList::Remove(std::string_view nick) {
   const auto row = std::ranges::lower_bound(*block, arrival, {}, &Row::arrival);
   auto index = static_cast<size_t>(row - block->begin());
   for (auto before = blocks_.begin(); before != block; ++before) index += before->size();
-  Tell(ListChange::What::kRemove, index, [&] { RemoveAt(block, row); });
+  return Place{block, row, index};
+}
+
+bool NickList::Remove(std::string_view nick) {
+  const std::optional<Place> place = Find(nick);
+  if (!place) return false;
+  Tell(ListChange::What::kRemove, place->index, [&] { RemoveAt(place->block, place->row); });
   return true;
+}
+
+void NickList::Renew(std::string_view nick, const std::function<void()>& change) {
+  if (const std::optional<Place> place = Find(nick)) {
+    Tell(ListChange::What::kReplace, place->index, change);
+  }
 }
 
 void NickList::RemoveAt(std::vector<Block>::iterator block, Block::iterator row) {

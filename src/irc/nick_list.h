@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -27,6 +29,8 @@ class NickList : public Observed {
   // Removes the first row that equals `nick`, ignoring case, either whole or without its first
   // character. False when there is none. REQUIRES: `nick` is not empty.
   bool Remove(std::string_view nick);
+  // Something about that row is told anew: `change` is called where there is one.
+  void Renew(std::string_view nick, const std::function<void()>& change);
 
   // True for a nick that Remove would find.
   bool Contains(std::string_view nick) const;
@@ -40,10 +44,16 @@ class NickList : public Observed {
     std::string nick;
   };
   using Block = std::vector<Row>;
+  struct Place {
+    std::vector<Block>::iterator block;
+    Block::iterator row;
+    size_t index;
+  };
 
   // Calls use(key) with each text that the row is found by.
   template <typename Use>
   static void ForEachKey(const std::string& nick, Use use);
+  std::optional<Place> Find(std::string_view nick);
   void RemoveAt(std::vector<Block>::iterator block, Block::iterator row);
 
   // The rows in pieces, none of them empty, so that few rows move up when one goes.

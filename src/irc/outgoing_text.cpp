@@ -104,11 +104,12 @@ void OutgoingText::Tell(const Words& words) {
     return;
   }
   const std::string target(words[1]);
-  voice_.Tell(target, JoinFrom(words, 2, " "), [this, target](const std::string& piece) {
-    screen_.queue.QueueLine(
-        ChatLineStart(style_) + "\00311You tell " + target + ", \00315'\00311" + piece + "\00315'",
-        Kind::kBoth, Origin::kOwn);
-  });
+  voice_.Tell(target, JoinFrom(words, 2, " "),
+              [this, target](const std::string& start, const std::string& piece) {
+                screen_.queue.QueueLine(
+                    start + "\00311You tell " + target + ", \00315'\00311" + piece + "\00315'",
+                    Kind::kBoth, Origin::kOwn);
+              });
 }
 
 void OutgoingText::Join(const Words& words) {

@@ -122,7 +122,9 @@ void ResponseParser::Nick(const IrcLine& line) {
 }
 
 void ResponseParser::Notice(const IrcLine& line) {
-  Queue(ChatLineStart(style_) + "\0035-" + line.Nick() + "- " + std::string(line.Text(3)),
+  // Our own answers to others come back where the server relays what we say.
+  if (handshake_.IsOn("echo-message") && IsOwnNick(line.Nick())) return;
+  Queue(LineStart() + "\0035-" + line.Nick() + "- " + std::string(line.Text(3)),
         style_.options.noticesToStatus ? Kind::kStatus : Kind::kNotice);
 }
 
@@ -139,6 +141,7 @@ void ResponseParser::Part(const IrcLine& line) {
 
 void ResponseParser::Privmsg(const IrcLine& line) {
   const std::string_view text = line.Text(3);
+  if (OwnPrivmsg(line, text)) return;
   if (IsCurrentRoom(WithoutColon(line.Word(2)))) {
     RoomMessage(line, text);
   } else {
@@ -155,23 +158,32 @@ void ResponseParser::RoomMessage(const IrcLine& line, std::string_view text) {
     return;
   }
   const std::string_view nick = NickOf(line.Word(0));
-  std::string shown = ChatLineStart(style_, nick.size() + text.size());
+  std::string shown = LineStart(nick.size() + text.size());
   shown.append("\0031<").append(nick).append("> ").append(text);
   screen_.queue.QueueLine(shown, Kind::kRoom, IsOwnNick(nick) ? Origin::kOwn : Origin::kRoom);
 }
 
 void ResponseParser::PrivateMessage(const IrcLine& line, std::string_view text) {
   const std::string nick = line.Nick();
-  if (text.starts_with(kCtcpMark) && !IsAction(line.Word(3))) return PrivateCtcp(nick, text);
+  if (text.starts_with(kCtcpMark) && !IsAction(line.Word(3))) return PrivateCtcp(line, text);
   screen_.window.CallUser();
-  Queue(ChatLineStart(style_) + "\00311" + nick + " tells you, \00315'\00311" + std::string(text) +
+  Queue(LineStart() + "\00311" + nick + " tells you, \00315'\00311" + std::string(text) +
             "\00315'\r\n\00311" + "(To reply type /msg " + nick + " text)",
         style_.options.messagesToStatus ? Kind::kStatus : Kind::kPrivateMessage);
 }
 
-void ResponseParser::PrivateCtcp(const std::string& nick, std::string_view request) {
-  Queue(ChatLineStart(style_) + "\00311" + nick + " sends a CTCP request, which is not answered: " +
-            RemoveChars(request, std::string_view(&kCtcpMark, 1)),
+void ResponseParser::PrivateCtcp(const IrcLine& line, std::string_view request) {
+  const std::string nick = line.Nick();
+  std::optional<std::string> answer;
+  // Only what was sent to us alone is answered.
+  if (style_.options.answerCtcp && IsOwnNick(WithoutColon(line.Word(2))) && !IsOwnNick(nick)) {
+    const size_t around = session_.sourceLength + brindle::Notice(nick, "").size();
+    answer = ctcp_.AnswerTo(request, kLongestLine - std::min(around, kLongestLine), style_.clock);
+  }
+  if (answer) connection_.SendRaw(brindle::Notice(nick, *answer));
+  Queue(LineStart() + "\00311" + nick + " sends a CTCP request, which is " +
+            (answer ? "" : "not ") +
+            "answered: " + RemoveChars(request, std::string_view(&kCtcpMark, 1)),
         style_.options.messagesToStatus ? Kind::kStatus : Kind::kPrivateMessage);
 }
 
@@ -213,6 +225,7 @@ void ResponseParser::Kill(const IrcLine& line) {
 }
 
 void ResponseParser::Welcome(const IrcLine& line) {
+  if (!handshake_.MayBegin()) return;
   *currentNick_ = std::string(WithoutColon(line.Word(2)));
   connection_.Welcomed();
   Queue("\r\n" + Trailing(line), Kind::kConnected);
@@ -237,7 +250,8 @@ void ResponseParser::Names(const IrcLine& line) {
   if (!session_.currentRoom.empty() && !IsCurrentRoom(room)) return;
   // A names reply only ever adds: the own join has emptied the list before it.
   namesClearPending_ = false;
-  who_.AddNames(line, namesClearPending_);
+  who_.AddNames(line, namesClearPending_,
+                handshake_.IsOn("multi-prefix") ? WhoList::Marks::kHighest : WhoList::Marks::kAll);
 }
 
 void ResponseParser::EndOfNames(const IrcLine&) {
@@ -301,6 +315,8 @@ void ResponseParser::RoomRefused(const IrcLine& line) {
 
 void ResponseParser::LineRefused(const IrcLine& line) {
   RoomRefused(line);
+  // Under a label it is known which line it was.
+  if (lines_.Own().Knows(label_)) return;
   if (refusedLine_ && IsCurrentRoom(line.Word(3))) refusedLine_(Reason(line));
 }
 

@@ -78,12 +78,15 @@ void ResponseParser::Parse_Response(std::string_view received, std::string& curr
        end = received.find(kCrLf)) {
     std::string_view text = received.substr(0, end);
     received.remove_prefix(end + kCrLf.size());
+    TakeTags(text);
     std::string decoded;
     if (!IsValidUtf8(text)) text = decoded = DecodeReceived(text);
     // The colon makes sure that even a line without source or text has two fields.
     const bool connecting = session_.connectionState == ConnectionState::kConnecting;
     const bool addColon = !text.starts_with(':') && !connecting;
-    if (!HandleLine(IrcLine(text, addColon))) return;
+    const IrcLine line(text, addColon);
+    if (!HandleLine(line)) return;
+    AfterLine(line);
   }
 }
 
@@ -92,6 +95,7 @@ bool ResponseParser::HandleLine(const IrcLine& line) {
     screen_.queue.QueueLine("\r\nERROR : " + line.Line(), Kind::kStatus);
     return true;
   }
+  if (HandleNewer(line)) return true;
   if (const Command* command = Find(line)) {
     if (!line.HasWords(command->leastWords)) return false;
     (this->*command->handle)(line);

@@ -2,14 +2,19 @@
 // What the server says, turned into effects: answers to the server, changes of the session and of
 // the who's-here list, and lines for the display queue. Cutting a line into its parts is
 // IrcLine; the table of commands is in response_parser.cpp, their handlers are in
-// response_handlers.cpp.
+// response_handlers.cpp, and all that only newer servers send in newer_handlers.cpp.
 
+#include <ctime>
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "irc/chat_style.h"
 #include "irc/connection.h"
+#include "irc/ctcp_answers.h"
+#include "irc/handshake.h"
 #include "irc/irc_line.h"
 #include "irc/output_queue.h"
 #include "irc/send_queue.h"
@@ -27,7 +32,8 @@ class ResponseParser {
         lines_(lines),
         who_(who),
         screen_(screen),
-        style_(style) {}
+        style_(style),
+        handshake_(session, connection, lines, screen, style.options) {}
 
   // Called when the server has refused a line to a room, with its own words.
   void OnRefusedLine(std::function<void(const std::string& reason)> refused) {
@@ -36,6 +42,8 @@ class ResponseParser {
 
   // Called when a room has been entered and who is there is known.
   void OnEntered(std::function<void()> entered) { entered_ = std::move(entered); }
+
+  Handshake& Agreement() { return handshake_; }
 
   // Handles every line of `received` that ends in CR LF; what follows the last CR LF is dropped. A
   // line with too few words for its command ends the handling of the whole text, quietly.
@@ -51,10 +59,16 @@ class ResponseParser {
   };
   static const Command kCommands[];
   static const Command kNumerics[];
+  static const Command kNewer[];
 
   // False when the line has too few words for its command.
   bool HandleLine(const IrcLine& line);
   const Command* Find(const IrcLine& line) const;
+  // Cuts the tags off the front, and keeps what they say of this line.
+  void TakeTags(std::string_view& text);
+  // False for a line that older servers send too.
+  bool HandleNewer(const IrcLine& line);
+  void AfterLine(const IrcLine& line);
 
   void Ignore(const IrcLine& line);
   void Join(const IrcLine& line);
@@ -67,7 +81,7 @@ class ResponseParser {
   void Privmsg(const IrcLine& line);
   void RoomMessage(const IrcLine& line, std::string_view text);
   void PrivateMessage(const IrcLine& line, std::string_view text);
-  void PrivateCtcp(const std::string& nick, std::string_view request);
+  void PrivateCtcp(const IrcLine& line, std::string_view request);
   void Quit(const IrcLine& line);
   void Ping(const IrcLine& line);
   void Pong(const IrcLine& line);
@@ -75,6 +89,15 @@ class ResponseParser {
   void Invite(const IrcLine& line);
   void Kill(const IrcLine& line);
   void ServerError(const IrcLine& line);
+
+  void Capability(const IrcLine& line);
+  void Authenticate(const IrcLine& line);
+  void AccountReply(const IrcLine& line);
+  void Away(const IrcLine& line);
+  void Taken(const IrcLine& line);
+  void Batch(const IrcLine& line);
+  void NewHost(const IrcLine& line);
+  bool OwnPrivmsg(const IrcLine& line, std::string_view text);
 
   void Welcome(const IrcLine& line);
   void StatusReply(const IrcLine& line);
@@ -94,6 +117,8 @@ class ResponseParser {
   void UnknownNumeric(const IrcLine& line);
   void NotParsed(const IrcLine& line);
 
+  // How a chat line begins, with the time at which it was said.
+  std::string LineStart(size_t more = 0) const { return ChatLineStart(style_, more, saidAt_); }
   void Greet();
   void SetTopic(std::string_view topic);
   // The user is in no room any more; `reason` tells why.
@@ -109,10 +134,16 @@ class ResponseParser {
   WhoList& who_;
   Screen screen_;
   ChatStyle style_;
+  Handshake handshake_;
+  CtcpAnswers ctcp_;
   std::function<void(const std::string& reason)> refusedLine_;
   std::function<void()> entered_;
   std::string* currentNick_ = nullptr;  // valid within Parse_Response
   bool namesClearPending_ = false;
+  // Of the line in hand, where the server tells.
+  std::optional<std::tm> saidAt_;
+  std::string label_;
+  std::map<std::string, std::string> batches_;  // labels by the names of open batches
 };
 
 }  // namespace brindle

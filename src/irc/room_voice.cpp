@@ -1,5 +1,7 @@
 #include "irc/room_voice.h"
 
+#include <utility>
+
 #include "base/text.h"
 #include "irc/irc_line.h"
 
@@ -28,9 +30,7 @@ bool RoomVoice::HasRoom() const {
 
 void RoomVoice::Say(std::string_view text, Kind echo) {
   if (!HasRoom()) return;
-  Tell(session_.currentRoom, text, [this, echo](const std::string& piece) {
-    screen_.queue.QueueLine(Echo(piece), echo, Origin::kOwn);
-  });
+  Tell(session_.currentRoom, text, ChatEcho(echo));
 }
 
 bool RoomVoice::SayWhole(std::string_view text) {
@@ -43,12 +43,17 @@ bool RoomVoice::SayWhole(std::string_view text) {
 std::optional<std::uint64_t> RoomVoice::SayRequest(std::string_view text) {
   const std::string said = Sayable(text);
   if (!HasRoom() || !Fits(said)) return std::nullopt;
-  screen_.queue.QueueLine(Echo(said), Kind::kRoom, Origin::kOwn);
-  return lines_.SendRequest(PrivMsg(session_.currentRoom, said));
+  OwnLines& own = lines_.Own();
+  const std::string tag = own.NextTag();
+  OwnLine line = Line(session_.currentRoom, said, ChatEcho(Kind::kRoom));
+  own.ShowUnlessRelayed(line);
+  const std::uint64_t number = lines_.SendRequest(tag + PrivMsg(session_.currentRoom, said));
+  line.request = number;
+  own.Sent(std::move(line), tag, style_.clock.Ticks());
+  return number;
 }
 
-bool RoomVoice::Tell(const std::string& target, std::string_view text,
-                     const std::function<void(const std::string& piece)>& echo) {
+bool RoomVoice::Tell(const std::string& target, std::string_view text, const ShowPiece& echo) {
   const size_t longest = LongestText(target);
   if (longest < kLeastText) {
     screen_.window.ShowHint("That name is too long for a line to the server.");
@@ -56,8 +61,12 @@ bool RoomVoice::Tell(const std::string& target, std::string_view text,
   }
   const std::string clean = Sayable(text);
   for (const std::string_view piece : PiecesOf(clean, longest)) {
-    const std::string said(piece);
-    lines_.SendTyped(PrivMsg(target, said), [echo, said] { echo(said); });
+    const std::string tag = lines_.Own().NextTag();
+    OwnLine line = Line(target, std::string(piece), echo);
+    std::string sent = tag + PrivMsg(target, line.text);
+    lines_.SendTyped(std::move(sent), [this, tag, line = std::move(line)] {
+      lines_.Own().Sent(line, tag, style_.clock.Ticks());
+    });
   }
   return true;
 }
@@ -75,8 +84,30 @@ bool RoomVoice::Fits(std::string_view text) const {
   return false;
 }
 
-std::string RoomVoice::Echo(std::string_view text) const {
-  return ChatLineStart(style_) + "\0031<" + session_.currentNick + "> " + std::string(text);
+RoomVoice::ShowPiece RoomVoice::ChatEcho(Kind kind) const {
+  return [this, kind](const std::string& start, const std::string& piece) {
+    screen_.queue.QueueLine(start + "\0031<" + session_.currentNick + "> " + piece, kind,
+                            Origin::kOwn);
+  };
+}
+
+OwnLine RoomVoice::Line(const std::string& target, const std::string& text, ShowPiece echo) const {
+  return {target, text,
+          [this, echo = std::move(echo)](const std::string& shown,
+                                         const std::optional<std::tm>& saidAt) {
+            echo(ChatLineStart(style_, 0, saidAt), shown);
+          }};
+}
+
+void RoomVoice::ShowOnTheWay() {
+  if (session_.connectionState != ConnectionState::kRegistered) return;
+  const size_t lines = lines_.Own().OnTheWay();
+  std::string text = "Status - Connected";
+  if (lines > 0) {
+    text +=
+        " : " + std::to_string(lines) + (lines == 1 ? " line on its way" : " lines on their way");
+  }
+  screen_.window.SetStatusPanel(text);
 }
 
 }  // namespace brindle

@@ -1,7 +1,7 @@
 #pragma once
 // Says lines in the current room, each with its echo on screen: the one place for typed chat,
 // requests, commands to mail servers, detection and the advertisement. What is echoed is what is
-// sent, when it is sent.
+// sent, when it is sent or, where the server relays our own lines, when they come back.
 
 #include <cstdint>
 #include <functional>
@@ -20,7 +20,11 @@ namespace brindle {
 class RoomVoice {
  public:
   RoomVoice(const Session& session, SendQueue& lines, Screen screen, ChatStyle style)
-      : session_(session), lines_(lines), screen_(screen), style_(style) {}
+      : session_(session), lines_(lines), screen_(screen), style_(style) {
+    lines.Own().OnChanged([this] { ShowOnTheWay(); });
+  }
+  RoomVoice(const RoomVoice&) = delete;
+  RoomVoice& operator=(const RoomVoice&) = delete;
 
   bool IsConnected() const { return session_.connectionState != ConnectionState::kDisconnected; }
 
@@ -38,16 +42,20 @@ class RoomVoice {
   // where SayWhole would be false.
   std::optional<std::uint64_t> SayRequest(std::string_view text);
 
-  // Sends `text` to a nick or a room, cut like Say; calls `echo` with each piece as it is sent.
-  // False, with a hint, when the target's name leaves no space for text.
-  bool Tell(const std::string& target, std::string_view text,
-            const std::function<void(const std::string& piece)>& echo);
+  // Shows a piece of what was said, behind the start of a chat line.
+  using ShowPiece = std::function<void(const std::string& start, const std::string& piece)>;
+  // Sends `text` to a nick or a room, cut like Say; `echo` is called once with each piece. False,
+  // with a hint, when the target's name leaves no space for text.
+  bool Tell(const std::string& target, std::string_view text, const ShowPiece& echo);
 
  private:
   // The bytes of text that reach everybody in a line to `target`.
   size_t LongestText(std::string_view target) const;
   bool Fits(std::string_view text) const;
-  std::string Echo(std::string_view text) const;
+  ShowPiece ChatEcho(Kind kind) const;
+  OwnLine Line(const std::string& target, const std::string& text, ShowPiece echo) const;
+  // How many lines have not come back yet.
+  void ShowOnTheWay();
 
   const Session& session_;
   SendQueue& lines_;

@@ -103,6 +103,8 @@ bool SendQueue::TakePong(std::string_view token) {
 void SendQueue::tmrSend_Timer() {
   FollowSession();
   const TickCount now = clock_.Ticks();
+  if (session_.connectionState == ConnectionState::kDisconnected) own_.EndSession();
+  own_.tmrAnswer_Timer(now);
   if (!typed_.empty() && now - lastTyped_ >= kPauseMilliseconds) SendNextTyped();
   while (const auto number = pace_.NextPing(now)) {
     connection_.SendRaw("PING :" + std::string(kPingToken) + std::to_string(*number));

@@ -12,6 +12,7 @@
 
 #include "base/clock.h"
 #include "irc/connection.h"
+#include "irc/own_lines.h"
 #include "irc/server_pace.h"
 #include "irc/session.h"
 
@@ -50,6 +51,9 @@ class SendQueue {
   // True when the server has not answered for a minute although lines wait.
   bool IsStalled() const;
 
+  // What was said and not answered for yet.
+  OwnLines& Own() { return own_; }
+
   // Asks about somebody who has come, where that disturbs nothing.
   void Whois(std::string_view nick);
 
@@ -58,7 +62,7 @@ class SendQueue {
 
   // Sends what has waited long enough. To be called every few milliseconds while IsBusy().
   void tmrSend_Timer();
-  bool IsBusy() const { return !typed_.empty() || runs_ > 0; }
+  bool IsBusy() const { return !typed_.empty() || runs_ > 0 || own_.IsWaiting(); }
 
   // Called when there is something to wait for.
   void OnBusy(std::function<void()> wake) { wake_ = std::move(wake); }
@@ -82,6 +86,7 @@ class SendQueue {
   Connection& connection_;
   const Clock& clock_;
   std::function<void()> wake_;
+  OwnLines own_;
   std::deque<Typed> typed_;
   int typedInBurst_ = 0;
   TickCount lastTyped_ = -kPauseMilliseconds;

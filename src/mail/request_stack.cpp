@@ -135,6 +135,17 @@ void RequestStack::LineRefused(const std::string& reason) {
   EndAll("The room takes no requests (" + reason + ")");
 }
 
+void RequestStack::Answered(std::uint64_t number, const std::string& refusal) {
+  const auto said = std::find_if(said_.begin(), said_.end(),
+                                 [number](const Said& row) { return row.number == number; });
+  if (said == said_.end()) return;
+  const Said answered = std::move(*said);
+  said_.erase(said);
+  if (refusal.empty()) return;
+  if (answered.takeBack) answered.takeBack();
+  EndAll("The room takes no requests (" + refusal + ")");
+}
+
 void RequestStack::TakeBackSince(TickCount moment) {
   for (const Said& said : std::exchange(said_, {})) {
     if (said.when >= moment && said.takeBack) said.takeBack();

@@ -54,7 +54,12 @@ class RequestStack {
 
   RequestStack(const Session& session, RoomVoice& voice, SendQueue& lines, WindowView& window,
                const Clock& clock)
-      : session_(session), voice_(voice), lines_(lines), window_(window), clock_(clock) {}
+      : session_(session), voice_(voice), lines_(lines), window_(window), clock_(clock) {
+    lines.Own().OnAnswered(
+        [this](std::uint64_t number, const std::string& refusal) { Answered(number, refusal); });
+  }
+  RequestStack(const RequestStack&) = delete;
+  RequestStack& operator=(const RequestStack&) = delete;
 
   // Says its first line at once.
   void Push(RequestRun run);
@@ -87,6 +92,8 @@ class RequestStack {
 
   // True when the runs had to end because the room or the session was left.
   bool EndedWithRoom();
+  // The server has taken exactly that line, or refused it.
+  void Answered(std::uint64_t number, const std::string& refusal);
   void DropStaleRuns();
   void ForgetArrived();
   void SayNext();
