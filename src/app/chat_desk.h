@@ -39,6 +39,10 @@ class ChatDesk {
   Channels& Rooms() { return channels_; }
   IrcServers& Servers() { return servers_; }
 
+  // Asked for the account's password when a server wants it.
+  void SetPassword(std::function<std::string()> password) {
+    parser_.Agreement().SetPassword(std::move(password));
+  }
   // Looks at every line before it is shown.
   void SetScanner(LineScan scan) { pump_.SetScanner(std::move(scan)); }
   // Called with every turn of the send queue while it is busy.

@@ -6,6 +6,7 @@
 #include <QShortcut>
 
 #include "irc/nick_words.h"
+#include "ui/look.h"
 #include "ui/observed_list_model.h"
 #include "ui/pop_up.h"
 #include "ui/qt_text.h"
@@ -22,7 +23,9 @@ WhoPanel::~WhoPanel() = default;
 
 void WhoPanel::Attach(WhoList& who) {
   auto* model = new ObservedListModel(who.Nicks(), this);
-  model->SetLook([this](std::string_view entry, int role) { return LookOf(entry, role); });
+  model->SetLook([this, &who](std::string_view entry, int role) {
+    return LookOf(entry, who.IsAway(entry), role);
+  });
   ShowIn(*ui_->lstWho, *model);
   connect(ui_->lstWho, &QListView::doubleClicked, this, &WhoPanel::Message);
   for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
@@ -42,11 +45,14 @@ QString WhoPanel::Selected() const {
   return ToQString(WithoutStatusMarks(entry));
 }
 
-QVariant WhoPanel::LookOf(std::string_view entry, int role) const {
+QVariant WhoPanel::LookOf(std::string_view entry, bool isAway, int role) const {
   const char mark = entry.empty() ? ' ' : entry.front();
   if (role == Qt::AccessibleDescriptionRole) {
-    return mark == '@' ? "Operator" : mark == '+' ? "May speak" : "";
+    const QString rank = mark == '@' ? "Operator" : mark == '+' ? "May speak" : "";
+    return isAway ? rank + (rank.isEmpty() ? "Away" : ", away") : rank;
   }
+  if (isAway && role == Qt::ForegroundRole) return ColourOf(LookRole::kDim);
+  if (isAway && role == Qt::ToolTipRole) return QString("Away");
   if (role != Qt::DecorationRole) return {};
   return mark == '@' ? operator_ : mark == '+' ? voice_ : person_;
 }

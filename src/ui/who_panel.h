@@ -30,7 +30,7 @@ class WhoPanel : public QWidget {
  private:
   // The selected nick without its marks; empty when there is none.
   QString Selected() const;
-  QVariant LookOf(std::string_view entry, int role) const;
+  QVariant LookOf(std::string_view entry, bool isAway, int role) const;
   void ShowMenu(QPoint at);
   void Message();
 
