@@ -136,6 +136,19 @@ PAM = no
          fakelag="no">
 <files motd="%2/motd.txt">
 <options prefixquit="Quit: ">
+<module name="cap">
+<module name="chghost">
+<module name="ircv3">
+<module name="ircv3_accounttag">
+<module name="ircv3_batch">
+<module name="ircv3_capnotify">
+<module name="ircv3_chghost">
+<module name="ircv3_ctctags">
+<module name="ircv3_echomessage">
+<module name="ircv3_labeledresponse">
+<module name="ircv3_msgid">
+<module name="ircv3_servertime">
+<module name="namesx">
 )";
   QString form = kind_ == Kind::kNgircd ? ngircd : inspircd;
   if (tlsPort_ != 0) {
