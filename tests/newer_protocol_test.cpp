@@ -71,7 +71,8 @@ TEST(NewerProtocol, AsksWhatTheServerCanDo) {
        ":s CAP * LS * :server-time=x sasl multi-prefix\n:s CAP * LS :cap-notify new",
        "> CAP REQ :cap-notify multi-prefix server-time"},
       {"labels come in batches", ":s CAP * LS :labeled-response", "> CAP END"},
-      {"granted", ":s CAP * LS :batch labeled-response\n:s CAP me ACK :batch labeled-response ",
+      {"granted",
+       ":s CAP * LS :batch labeled-response\n@a=b :s CAP me ACK :batch labeled-response ",
        "> CAP REQ :batch labeled-response\n> CAP END"},
       {"refused together, then one by one",
        "CAP * LS :away-notify batch\nCAP * NAK :away-notify batch\nCAP * ACK batch\n"
@@ -238,6 +239,11 @@ TEST(NewerProtocol, ShowsOwnLinesAsTheServerRelaysThem) {
        "@label=b1 :s 404 me #room :You: no",
        "1|IS NUMERIC : :s 404 me #room :You: no\nhint #room: You: no\n" + arrived +
            "2|^C1<me> hi^C14 (refused: You: no)"},
+      // Said to oneself, a line comes twice.
+      {labels, "/msg me yo", "> @label=b1 PRIVMSG me :yo" + onItsWay,
+       ":me!u@h PRIVMSG me :yo\n@label=b1 :me!u@h PRIVMSG me :yo",
+       "call\n3|^C11me tells you, ^C15'^C11yo^C15'|^C11(To reply type /msg me text)\n" + arrived +
+           "0|^C11You tell me, ^C15'^C11yo^C15'"},
       {"batch labeled-response", "hi", "> @label=b1 PRIVMSG #room :hi\n2|^C1<me> hi\nbox ''",
        "@label=b1 :s ACK", ""},
       // Said elsewhere under the same account, and never a password.

@@ -43,6 +43,8 @@ class Capabilities {
   // True from Begin until all that was asked for is granted or refused.
   bool IsNegotiating() const { return negotiating_; }
   bool IsOn(std::string_view name) const { return on_.contains(name); }
+  // On or asked for: the very answer may make use of it.
+  bool MayBeOn(std::string_view name) const { return IsOn(name) || asked_.contains(name); }
   // What the server offers under that name: its value, empty for none; nothing where it does not.
   std::optional<std::string> Offered(std::string_view name) const;
 

@@ -48,8 +48,9 @@ Handshake::Handshake(const Session& session, Connection& connection, SendQueue& 
 }
 
 bool Handshake::BringsTags() const {
-  return active_ && std::any_of(std::begin(kTagBringers), std::end(kTagBringers),
-                                [this](std::string_view name) { return IsOn(name); });
+  return active_ &&
+         std::any_of(std::begin(kTagBringers), std::end(kTagBringers),
+                     [this](std::string_view name) { return capabilities_.MayBeOn(name); });
 }
 
 void Handshake::Begin() {

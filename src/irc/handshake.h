@@ -31,6 +31,7 @@ class Handshake {
   // True when this session has asked the server what it can do.
   bool IsActive() const { return active_; }
   bool IsOn(std::string_view capability) const { return capabilities_.IsOn(capability); }
+  // True when lines may come with tags in front.
   bool BringsTags() const;
 
   // What the parser found, while IsActive().

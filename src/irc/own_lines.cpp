@@ -47,9 +47,10 @@ OwnLines::Place OwnLines::FindRelayed(std::string_view label, std::string_view t
   if (labelled != waiting_.end()) return labelled;
   Place first = waiting_.end();
   for (Place place = waiting_.begin(); place != waiting_.end(); ++place) {
-    if (!place->line.show || !EqualsIgnoringCase(place->line.target, target)) continue;
+    const bool isLabelled = !place->label.empty();
+    if (isLabelled || !EqualsIgnoringCase(place->line.target, target)) continue;
     if (place->line.text == text) return place;
-    if (first == waiting_.end() && place->label.empty()) first = place;
+    if (first == waiting_.end()) first = place;
   }
   return first;
 }
