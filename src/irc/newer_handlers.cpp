@@ -28,7 +28,7 @@ const ResponseParser::Command ResponseParser::kNewer[] = {
     {"904", 2, &ResponseParser::AccountReply}, {"905", 2, &ResponseParser::AccountReply},
     {"906", 2, &ResponseParser::AccountReply}, {"907", 2, &ResponseParser::AccountReply},
     {"908", 2, &ResponseParser::AccountReply}, {"away", 2, &ResponseParser::Away},
-    {"ack", 2, &ResponseParser::Taken},        {"batch", 3, &ResponseParser::Batch},
+    {"ack", 2, &ResponseParser::Taken},        {"batch", 2, &ResponseParser::Batch},
     {"chghost", 4, &ResponseParser::NewHost},  {"account", 2, &ResponseParser::Ignore},
     {"tagmsg", 2, &ResponseParser::Ignore},
 };
@@ -76,7 +76,8 @@ void ResponseParser::Away(const IrcLine& line) { who_.SetAway(line.Nick(), line.
 // "BATCH +name type" begins lines that belong together, "BATCH -name" ends them. What they have in
 // common here is the label of the line that they answer.
 void ResponseParser::Batch(const IrcLine& line) {
-  const std::string_view word = WithoutColon(line.Word(2));
+  const std::vector<std::string_view> parameters = ParametersOf(line.Received());
+  const std::string_view word = parameters.size() < 2 ? "" : parameters[1];
   const std::string name(word.substr(std::min<size_t>(1, word.size())));
   if (word.starts_with('-')) {
     batches_.erase(name);

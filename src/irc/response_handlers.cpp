@@ -226,6 +226,7 @@ void ResponseParser::Kill(const IrcLine& line) {
 
 void ResponseParser::Welcome(const IrcLine& line) {
   if (!handshake_.MayBegin()) return;
+  batches_.clear();
   *currentNick_ = std::string(WithoutColon(line.Word(2)));
   connection_.Welcomed();
   Queue("\r\n" + Trailing(line), Kind::kConnected);
