@@ -300,7 +300,14 @@ TEST(NewerProtocol, ShowsWhatNewerServersTell) {
   EXPECT_TRUE(stage.who.IsAway("rob") && !stage.who.IsAway("bob"));
   ReceiveEach(stage, ":rob!u@h AWAY");
   EXPECT_FALSE(stage.who.IsAway("rob"));
+  // Who went before we came.
   stage.Taken();
+  ReceiveEach(stage, ":s 366 me #room :End");
+  EXPECT_TRUE(Told(stage).ends_with("\n> WHO #room"));
+  ReceiveEach(stage,
+              ":s 352 me #room u h s OP G@ :0 x\n:s 352 me #room u h s rob H :0 x\n:s 315 me");
+  EXPECT_TRUE(stage.who.IsAway("op") && !stage.who.IsAway("rob"));
+  EXPECT_EQ(stage.Taken(), "");
   stage.options.timestampChatLines = true;
   const std::string then = ClockText(*LocalTimeOf("2026-11-21T02:45:00Z"));
   ReceiveEach(stage,

@@ -36,6 +36,7 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs, std::string st
       optionsPage_(stored_.options, settings_, window_->OptionsControls(), files_, finds_, *sounds_,
                    dialogs) {
   window_->OptionsControls().Attach(optionsPage_, stored_.options);
+  chat_.SetPassword([this] { return password_; });
   sounds_->OnTrouble(
       [this](const std::string& path) { window_->ShowHint("Cannot play the sound " + path); });
   QObject::connect(&window_->OptionsControls(), &OptionsPanel::PasswordTyped, window_.get(),

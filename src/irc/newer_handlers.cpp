@@ -10,7 +10,8 @@
 namespace brindle {
 namespace {
 
-constexpr size_t kMostBatches = 64;  // open at the same time
+constexpr size_t kMostBatches = 64;    // open at the same time
+constexpr size_t kMostAskedFor = 300;  // a server answers with a line for each who is there
 
 bool IsRefusal(std::string_view numeric) {
   constexpr size_t kDigits = 3;
@@ -30,7 +31,8 @@ const ResponseParser::Command ResponseParser::kNewer[] = {
     {"908", 2, &ResponseParser::AccountReply}, {"away", 2, &ResponseParser::Away},
     {"ack", 2, &ResponseParser::Taken},        {"batch", 2, &ResponseParser::Batch},
     {"chghost", 4, &ResponseParser::NewHost},  {"account", 2, &ResponseParser::Ignore},
-    {"tagmsg", 2, &ResponseParser::Ignore},
+    {"tagmsg", 2, &ResponseParser::Ignore},    {"352", 9, &ResponseParser::WhoReply},
+    {"315", 2, &ResponseParser::Ignore},
 };
 
 void ResponseParser::TakeTags(std::string_view& text) {
@@ -72,6 +74,17 @@ void ResponseParser::AccountReply(const IrcLine& line) { handshake_.AccountReply
 void ResponseParser::Taken(const IrcLine&) { lines_.Own().Taken(label_); }
 
 void ResponseParser::Away(const IrcLine& line) { who_.SetAway(line.Nick(), line.HasWords(3)); }
+
+// The server tells who goes away from now on; who already has must be asked for.
+void ResponseParser::AskWhoIsAway() {
+  if (!handshake_.IsOn("away-notify") || session_.currentRoom.empty()) return;
+  if (who_.Nicks().Size() <= kMostAskedFor) connection_.SendRaw("WHO " + session_.currentRoom);
+}
+
+// Words 7 and 8 are the nick, and "G" (gone) or "H" (here) before other marks (RFC 2812, 5.1).
+void ResponseParser::WhoReply(const IrcLine& line) {
+  who_.SetAway(line.Word(7), line.Word(8).starts_with('G'));
+}
 
 // "BATCH +name type" begins lines that belong together, "BATCH -name" ends them. What they have in
 // common here is the label of the line that they answer.

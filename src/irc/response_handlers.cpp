@@ -258,6 +258,7 @@ void ResponseParser::Names(const IrcLine& line) {
 void ResponseParser::EndOfNames(const IrcLine&) {
   namesClearPending_ = true;
   Queue(kSeparatorLine, Kind::kRoom);
+  AskWhoIsAway();
   if (entered_ && !session_.currentRoom.empty()) entered_();
 }
 

@@ -94,6 +94,8 @@ class ResponseParser {
   void Authenticate(const IrcLine& line);
   void AccountReply(const IrcLine& line);
   void Away(const IrcLine& line);
+  void WhoReply(const IrcLine& line);
+  void AskWhoIsAway();
   void Taken(const IrcLine& line);
   void Batch(const IrcLine& line);
   void NewHost(const IrcLine& line);

@@ -13,7 +13,7 @@ constexpr std::string_view kPingToken = "brindle";
 constexpr struct {
   std::string_view command;
   int weight;
-} kWeights[] = {{"JOIN ", 2}, {"WHOIS ", 2}, {"PART ", 1}};
+} kWeights[] = {{"JOIN ", 2}, {"WHOIS ", 2}, {"WHO ", 2}, {"PART ", 1}};
 constexpr TickCount kStalledMilliseconds = 60000;
 
 }  // namespace

@@ -32,7 +32,7 @@ class WhoList {
   // The same person under another nick.
   void RenameNick(std::string_view oldNick, std::string_view newNick);
 
-  // The server says who is away. Nobody who is not here counts.
+  // The server says who is away. Who is not here does not count.
   void SetAway(std::string_view nick, bool away);
   // `entry` is a row of the list.
   bool IsAway(std::string_view entry) const;

@@ -25,14 +25,10 @@ TEST(NewerTest, OwnLinesComeBackAndARefusedRequestIsCheckedAgain) {
 
   const auto& who = *window.Find<QAbstractItemView>("lstWho").model();
   const auto botIs = [&](const QString& words) {
-    return WaitUntil(
-        [&] {
-          const QModelIndex row = who.index(who.rowCount() - 1, 0);
-          return row.data(Qt::ToolTipRole).toString() == words;
-        },
-        5000);
+    return WaitUntil([&] { return who.index(0, 0).data(Qt::ToolTipRole).toString() == words; },
+                     5000);
   };
-  EXPECT_EQ(window.Items("lstWho"), "Wanda @MailBot");
+  EXPECT_EQ(window.Items("lstWho"), "@MailBot Wanda");
   bot.Send("AWAY :asleep");
   EXPECT_TRUE(botIs("Away"));
   bot.Send("AWAY");
@@ -45,11 +41,36 @@ TEST(NewerTest, OwnLinesComeBackAndARefusedRequestIsCheckedAgain) {
   window.Click("cmdRequest");
   EXPECT_TRUE(window.ShowsInRoom("] <Wanda> !MailBot send JaneD 1"));
   bot.Send("MODE #mailroom +m");
-  ASSERT_TRUE(bot.WaitForLine(" MODE #mailroom +m"));
+  ASSERT_TRUE(bot.WaitForLine(" MODE #mailroom "));
   window.ClickCheckBox(2);
   window.Click("cmdRequest");
   EXPECT_TRUE(window.ShowsInRoom("] <Wanda> !MailBot send JaneD 3 (refused: "));
   EXPECT_EQ(window.Checked(), "3");
+}
+
+TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
+  IrcServer server{IrcServer::Kind::kInspircd};
+  server.UseServices();
+  ASSERT_TRUE(server.Start()) << server.Error().toStdString();
+  RawClient owner("Owner");
+  ASSERT_TRUE(owner.Connect(server.Port()));
+  owner.Say("NickServ", "REGISTER sesame1 owner@brindle.test");
+  ASSERT_TRUE(owner.WaitForLine(" 900 "));
+
+  WindowDriver window;
+  ConnectionOptions& options = window.App().Settings().connection;
+  options.proof = AccountProof::kPassword;
+  options.account = "Owner";
+  const auto setPassword = [&](const QString& password) {
+    emit window.App().Window().OptionsControls().PasswordTyped(password);
+  };
+  setPassword("open");
+  window.Connect("Wanda", "", server.Port());
+  EXPECT_TRUE(HasEnded(window, "Account refused: SASL authentication failed", 1));
+  setPassword("sesame1");
+  ASSERT_TRUE(window.Register("Wanda", server.Port()));
+  EXPECT_TRUE(window.ShowsInStatus("You are now logged in as Owner"));
+  EXPECT_EQ(Count(window.Status(), "sesame1") + Count(window.Status(), "AUTHENTICATE"), 0);
 }
 
 }  // namespace

@@ -27,6 +27,9 @@ class IrcServer {
   quint16 TlsPort() const { return tlsPort_; }
   QString CertificatePath() const { return folder_.filePath("cert.pem"); }
 
+  // Before Start, InspIRCd: accounts too, at a NickServ of its own and by SASL.
+  void UseServices();
+
   // Asks the server to end, so that it says goodbye to its users, and waits until it has. False
   // when it did not.
   bool Stop();
@@ -36,6 +39,7 @@ class IrcServer {
  private:
   enum class Outcome { kReady, kPortTaken, kFailed };
   Outcome StartOn(quint16 port);
+  bool StartServices();
   QString Configuration(quint16 port) const;
 
   const Kind kind_;
@@ -44,6 +48,9 @@ class IrcServer {
   Companion process_{Companion::User::kNobodyForRoot};
   quint16 port_ = 0;
   quint16 tlsPort_ = 0;
+  quint16 servicesPort_ = 0;
+  QTemporaryDir servicesFolder_;
+  Companion services_{Companion::User::kNobodyForRoot};
   QString log_;  // what the server has printed until it was ready
 };
 
