@@ -124,6 +124,8 @@ TEST(NewerProtocol, ProvesAnAccountOrEnds) {
       {"refused", listed + "AUTHENTICATE +\n:s 908 me EXTERNAL :mechanisms\n:s 904 me :No: you",
        answered + "\n1|The server takes EXTERNAL" + ended("Account refused: No: you")},
       {"can be read", listed, "> CAP REQ :sasl" + ended(kOpenLine), open},
+      {"on this machine, by a proxy", listed, "> CAP REQ :sasl" + ended(kOpenLine),
+       [&](ChatStage& s) { local(s), s.options.connection.proxy = ProxyKind::kSocks5; }},
       {"no loopback", listed, "> CAP REQ :sasl" + ended(kOpenLine), lures},
       {"another mechanism", ":s CAP * LS :sasl=EXTERNAL\n:s CAP * ACK :sasl",
        "> CAP REQ :sasl" + ended("Account refused: the server takes EXTERNAL, not PLAIN")},
@@ -254,8 +256,11 @@ TEST(NewerProtocol, ShowsOwnLinesAsTheServerRelaysThem) {
   };
   for (const auto& row : table) {
     NewerStage stage(row.granted);
+    bool isAwake = false;
+    stage.lines.OnBusy([&] { isAwake = true; });
     stage.outgoing.cmdSend_Click(row.typed, 1);
     EXPECT_EQ(stage.Taken(), row.sent);
+    EXPECT_EQ(isAwake, !row.sent.empty());
     if (row.received.empty()) {
       stage.Wait(9980);
       EXPECT_EQ(stage.Taken(), "");

@@ -80,7 +80,7 @@ Capabilities::Step Capabilities::Take(std::string_view line) {
     const bool more = what == "LS" && words.size() > kLeastParameters && words[3] == "*";
     if (what == "LS" && !listing_) return step;
     Note(list);
-    if (more) return step;
+    if (more || (what == "NEW" && listing_)) return step;
     listing_ = false;
     step.listed = true;
     step.send = Ask();

@@ -159,8 +159,9 @@ void Handshake::TellNickServ() {
   if (!IsPrivate()) return screen_.window.ShowHint(kOpenLine);
   const std::string password = password_ ? password_() : "";
   if (password.empty()) return screen_.window.ShowHint(kNoPassword);
+  const std::string& account = options_.connection.account;
   connection_.SendRaw(
-      PrivMsg("NickServ", "IDENTIFY " + options_.connection.account + " " + password));
+      PrivMsg("NickServ", "IDENTIFY " + account + (account.empty() ? "" : " ") + password));
 }
 
 void Handshake::Refuse(const std::string& words) {
@@ -172,7 +173,9 @@ void Handshake::Status(const std::string& text, const char* colour) {
 }
 
 bool Handshake::IsPrivate() const {
-  return connection_.IsSecure() || IsLoopback(connection_.ServerHost());
+  // What a proxy takes for this machine is another one.
+  const bool isDirect = options_.connection.proxy == ProxyKind::kNone;
+  return connection_.IsSecure() || (isDirect && IsLoopback(connection_.ServerHost()));
 }
 
 }  // namespace brindle

@@ -46,6 +46,7 @@ void SendQueue::SendNextTyped() {
   connection_.SendRaw(next.line);
   pace_.TypedSent(lastTyped_);
   if (next.sent) next.sent();
+  if (own_.IsWaiting()) Wake();
 }
 
 void SendQueue::Count(std::string_view line) {
