@@ -1,7 +1,6 @@
 // Newer servers, with the options that make use of them: a real InspIRCd.
 
 #include <QAbstractItemView>
-#include <QRegularExpression>
 
 #include "meeting.h"
 
@@ -25,14 +24,18 @@ TEST(NewerTest, OwnLinesComeBackAndARefusedRequestIsCheckedAgain) {
 
   const auto& who = *window.Find<QAbstractItemView>("lstWho").model();
   const auto botIs = [&](const QString& words) {
-    return WaitUntil([&] { return who.index(0, 0).data(Qt::ToolTipRole).toString() == words; },
-                     5000);
+    const auto told = [&] {
+      const QModelIndex row = who.index(0, 0);
+      return row.data(Qt::AccessibleDescriptionRole).toString() + "; " +
+             row.data(Qt::ToolTipRole).toString();
+    };
+    return WaitUntil([&] { return told() == words; }, 5000);
   };
   EXPECT_EQ(window.Items("lstWho"), "@MailBot Wanda");
   bot.Send("AWAY :asleep");
-  EXPECT_TRUE(botIs("Away"));
+  EXPECT_TRUE(botIs("Operator, away; Away"));
   bot.Send("AWAY");
-  EXPECT_TRUE(botIs(""));
+  EXPECT_TRUE(botIs("Operator; "));
 
   window.Folder().Write("mails.txt", "!MailBot send x y\r\n1 A\r\n2 B\r\n3 C\r\n4 D\r\n");
   window.LoadList(window.Folder().File("mails.txt"));
@@ -71,6 +74,22 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   ASSERT_TRUE(window.Register("Wanda", server.Port()));
   EXPECT_TRUE(window.ShowsInStatus("You are now logged in as Owner"));
   EXPECT_EQ(Count(window.Status(), "sesame1") + Count(window.Status(), "AUTHENTICATE"), 0);
+}
+
+TEST(NewerTest, NickServIsToldWhereTheServerHasNoAccounts) {
+  IrcServer server{IrcServer::Kind::kNgircd};
+  ASSERT_TRUE(server.Start()) << server.Error().toStdString();
+  RawClient nickServ("NickServ");
+  ASSERT_TRUE(nickServ.Connect(server.Port()));
+  WindowDriver window;
+  Options& options = window.App().Settings();
+  options.useNewerProtocol = options.tellNickServ = true;
+  options.connection.proof = AccountProof::kPassword;
+  options.connection.account = "Owner";
+  emit window.App().Window().OptionsControls().PasswordTyped("sesame1");
+  ASSERT_TRUE(window.Register("Wanda", server.Port()));
+  EXPECT_TRUE(nickServ.WaitForLine(" PRIVMSG NickServ :IDENTIFY Owner sesame1"));
+  EXPECT_EQ(Count(window.Status() + window.Room(), "sesame1"), 0);
 }
 
 }  // namespace

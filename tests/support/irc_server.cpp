@@ -80,32 +80,25 @@ void IrcServer::UseServices() {
 
 bool IrcServer::StartServices() {
   const char* form = R"(loadmodule "modules/protocol/inspircd";
-loadmodule "modules/backend/opensex";
-loadmodule "modules/crypto/posix";
-loadmodule "modules/nickserv/main";
-loadmodule "modules/nickserv/identify";
-loadmodule "modules/nickserv/register";
-loadmodule "modules/saslserv/main";
-loadmodule "modules/saslserv/plain";
+loadmodule "modules/backend/opensex"; loadmodule "modules/crypto/posix";
+loadmodule "modules/nickserv/main"; loadmodule "modules/nickserv/register";
+loadmodule "modules/saslserv/main"; loadmodule "modules/saslserv/plain";
 serverinfo { name = "services.brindle.test"; desc = "Services"; numeric = "00B"; recontime = 1;
-  netname = "BrindleTest"; hidehostsuffix = "users"; adminname = "tester";
-  adminemail = "test@brindle.test"; registeremail = "test@brindle.test"; auth = none;
-  casemapping = rfc1459; };
+  netname = "BrindleTest"; hidehostsuffix = "users"; adminname = "tester"; auth = none;
+  adminemail = "a@brindle.test"; registeremail = "a@brindle.test"; casemapping = rfc1459; };
 uplink "irc.brindle.test" { password = "linked"; host = "127.0.0.1"; port = %1; };
-nickserv { nick = "NickServ"; user = "NickServ"; host = "services.brindle.test"; real = "N"; };
-saslserv { nick = "SaslServ"; user = "SaslServ"; host = "services.brindle.test"; real = "S"; };
+nickserv { nick = "NickServ"; user = "n"; host = "services.brindle.test"; real = "N"; };
+saslserv { nick = "SaslServ"; user = "s"; host = "services.brindle.test"; real = "S"; };
 )";
   Write(servicesFolder_.filePath("services.conf"), QString(form).arg(servicesPort_));
   const QString folder = PathForCompanions(servicesFolder_.path());
   services_.Start("/usr/bin/atheme-services", {"-n", "-D", folder, "-c", folder + "/services.conf",
                                                "-p", folder + "/pid", "-l", folder + "/log"});
   QString told;
-  return WaitUntil(
-      [&] {
-        told += services_.TakeOutput();
-        return told.contains("finished synching");
-      },
-      kTimeoutMs);
+  const auto isLinked = [&] {
+    return (told += services_.TakeOutput()).contains("finished synching");
+  };
+  return WaitUntil(isLinked, kTimeoutMs);
 }
 
 // The server's own words decide: a connection alone could have reached another process that took
@@ -172,19 +165,11 @@ PAM = no
          fakelag="no">
 <files motd="%2/motd.txt">
 <options prefixquit="Quit: ">
-<module name="cap">
-<module name="chghost">
-<module name="ircv3">
-<module name="ircv3_accounttag">
-<module name="ircv3_batch">
-<module name="ircv3_capnotify">
-<module name="ircv3_chghost">
-<module name="ircv3_ctctags">
-<module name="ircv3_echomessage">
-<module name="ircv3_labeledresponse">
-<module name="ircv3_msgid">
+<module name="cap"><module name="chghost"><module name="namesx">
+<module name="ircv3"><module name="ircv3_accounttag"><module name="ircv3_batch">
+<module name="ircv3_capnotify"><module name="ircv3_chghost"><module name="ircv3_ctctags">
+<module name="ircv3_echomessage"><module name="ircv3_labeledresponse"><module name="ircv3_msgid">
 <module name="ircv3_servertime">
-<module name="namesx">
 )";
   QString form = kind_ == Kind::kNgircd ? ngircd : inspircd;
   if (tlsPort_ != 0) {
@@ -198,9 +183,7 @@ PAM = no
   }
   if (servicesPort_ != 0) {
     form += QString(R"(<bind address="127.0.0.1" port="%4" type="servers">
-<module name="spanningtree">
-<module name="services_account">
-<module name="sasl">
+<module name="spanningtree"><module name="services_account"><module name="sasl">
 <sasl target="services.brindle.test" requiressl="no">
 <link name="services.brindle.test" ipaddr="127.0.0.1" port="7000" allowmask="127.0.0.1"
       sendpass="linked" recvpass="linked">
