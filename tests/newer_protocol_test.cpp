@@ -92,14 +92,16 @@ TEST(NewerProtocol, AgreesBeforeTheWelcome) {
     const char* set;
     std::string received, told;
   } table[] = {
-      {"n", ":s CAP * LS * :server-time=x sasl multi-prefix\nLS cap-notify new",
-       "> CAP REQ :cap-notify multi-prefix server-time"},
+      {"n", ":s CAP * LS * :server-time=x sasl multi-prefix\nNEW batch\nLS cap-notify new",
+       "> CAP REQ :batch cap-notify multi-prefix server-time"},
       {"n", "LS labeled-response", "> CAP END"},
       {"n", "LS batch labeled-response\n@a=b :s CAP me ACK :batch labeled-response ",
        "> CAP REQ :batch labeled-response\n> CAP END"},
       {"n", "LS away-notify batch\nNAK away-notify batch\nACK batch\nNAK away-notify",
        "> CAP REQ :away-notify batch\n> CAP REQ :away-notify\n> CAP REQ :batch\n> CAP END"},
-      {"n", "LS ", "> CAP END"},
+      {"n", "LS away-notify batch\nNAK away-notify batch\nNAK away-notify batch",
+       "> CAP REQ :away-notify batch\n> CAP REQ :away-notify\n> CAP REQ :batch\n> CAP END"},
+      {"n", "LS \nLS batch", "> CAP END"},
       {"n", "421 * CAP :Unknown\n001 me :Hi", "6|Hi"},
       {"n", ":s CAP\n:s CAP * LS", senseless + ":s CAP\n" + senseless + ":s CAP * LS"},
       {"n", "LS \n001 me :Hi\nNEW sasl batch\nACK batch\nDEL batch\nNEW batch",
@@ -108,8 +110,8 @@ TEST(NewerProtocol, AgreesBeforeTheWelcome) {
        "1|^C4What the server says about TLS makes no sense: sts=port=x\n> CAP END"},
       {"n", "LS sts=duration=5,port=6697 batch",
        "1|^C3* irc.example wants to be reached by TLS only\n1|^C3* Connecting to irc.example"},
-      {"pt", challenged + "\n900 me me!u@h acc :In\n903 me :Yes",
-       answered + "1|In\n1|Yes\n> CAP END"},
+      {"ptk", challenged + "\n900 me me!u@h acc :In\n903 me :Yes\n001 me :Hi",
+       answered + "1|In\n1|Yes\n> CAP END\n6|Hi"},
       {"pl", challenged + "\n908 me EXTERNAL :x\n904 me :No: you",
        answered + "1|The server takes EXTERNAL\n" + refused + "No: you"},
       {"p", listed, "> CAP REQ :sasl\ntrouble " + open},
@@ -123,7 +125,7 @@ TEST(NewerProtocol, AgreesBeforeTheWelcome) {
       {"pt0", challenged, asked + "trouble " + noPassword},
       {"ct", challenged + "\n903 me :Yes",
        "> CAP REQ :sasl\n> AUTHENTICATE EXTERNAL\n> AUTHENTICATE +\n1|Yes\n> CAP END"},
-      {"pt", "LS batch\n001 me :Hi",
+      {"pt", "LS batch\n001 me :Hi\nNEW sasl",
        "> CAP END\nhint This server takes no proof of an account: you are here without it.\n6|Hi"},
       {"pkt", "451 CAP :?\n001 me :Hi", "> PRIVMSG NickServ :IDENTIFY acc pass word\n6|Hi"},
       {"pk", "001 me :Hi", "hint " + open + "\n6|Hi"},
@@ -131,11 +133,27 @@ TEST(NewerProtocol, AgreesBeforeTheWelcome) {
   for (const auto& row : table) {
     ChatStage stage;
     Set(stage, row.set);
-    stage.Dial();
-    EXPECT_TRUE(Told(stage).ends_with("> CAP LS 302\n" + kRegistration));
-    ReceiveEach(stage, row.received);
-    EXPECT_EQ(Told(stage), row.told) << row.set;
+    // Nothing is left of one session in the next.
+    for (int session = 0; session < 2; ++session) {
+      stage.Dial();
+      EXPECT_TRUE(Told(stage).ends_with("> CAP LS 302\n" + kRegistration));
+      ReceiveEach(stage, row.received);
+      EXPECT_EQ(Told(stage), row.told) << row.set;
+    }
   }
+  // A lost session is made again, but not once the account is refused.
+  ChatStage stage;
+  Set(stage, "pt");
+  stage.options.reconnect = true;
+  stage.Register();
+  stage.connection.wsChat_Error("lost");
+  stage.Wait(10000);
+  EXPECT_NE(stage.Taken().find("\nconnect "), std::string::npos);
+  stage.open = true;
+  stage.connection.wsChat_Connect();
+  ReceiveEach(stage, challenged + "\n904 me :No");
+  stage.Wait(1000000);
+  EXPECT_EQ(stage.Taken().find("\nconnect "), std::string::npos);
 }
 
 TEST(Sasl, CutsMessagesIntoPieces) {
@@ -231,6 +249,10 @@ TEST(NewerProtocol, ShowsOwnLinesAsTheServerRelaysThem) {
     if (!row.received.empty()) ReceiveEach(stage, row.received);
     stage.Wait(20);
     EXPECT_EQ(Told(stage), row.shown) << row.received;
+    stage.options.useNewerProtocol = false;
+    stage.EnterRoom();
+    stage.outgoing.cmdSend_Click("x", 1);
+    EXPECT_EQ(stage.Taken(), Said("x") + "\nbox ''");
   }
 }
 
@@ -266,13 +288,14 @@ TEST(NewerProtocol, ShowsWhatNewerServersTell) {
       {":bob!u@h CHGHOST v w\n:bob!u@h NICK rob", "-B"},
       {":rob!u@h AWAY", "--"},
       {"352 me #room u h s OP G@ :0 x\n352 me #room u h s rob H :0 x\n315 me", "O-"},
+      {":me!u@h JOIN #room\n353 me = #room :@op", "--"},
   };
   for (const auto& [received, away] : table) {
     ReceiveEach(stage, received);
     const bool isBobAway = stage.who.IsAway("bob") || stage.who.IsAway("rob");
     EXPECT_EQ(std::string(stage.who.IsAway("@op") ? "O" : "-") + (isBobAway ? "B" : "-"), away);
   }
-  EXPECT_EQ(Told(stage), "2|^C11* bob is now known as rob.");
+  EXPECT_TRUE(Told(stage).starts_with("2|^C11* bob is now known as rob.\n1|^C15---"));
   ReceiveEach(stage, "366 me #room :End");
   EXPECT_TRUE(Told(stage).ends_with("\n> WHO #room"));
   stage.options.timestampChatLines = true;

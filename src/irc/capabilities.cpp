@@ -130,11 +130,7 @@ std::vector<std::string> Capabilities::Ask() {
 
 void Capabilities::Granted(std::string_view list) {
   ForEachName(list, [this](std::string_view name) {
-    if (name.starts_with('-')) {
-      on_.erase(std::string(name.substr(1)));
-    } else if (asked_.erase(std::string(name)) > 0) {
-      on_.emplace(name);
-    }
+    if (asked_.erase(std::string(name)) > 0) on_.emplace(name);
   });
 }
 

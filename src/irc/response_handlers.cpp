@@ -176,7 +176,7 @@ void ResponseParser::PrivateCtcp(const IrcLine& line, std::string_view request) 
   const std::string nick = line.Nick();
   std::optional<std::string> answer;
   // Only what was sent to us alone is answered.
-  if (style_.options.answerCtcp && IsOwnNick(WithoutColon(line.Word(2))) && !IsOwnNick(nick)) {
+  if (style_.options.answerCtcp && IsOwnNick(WithoutColon(line.Word(2)))) {
     const size_t around = session_.sourceLength + brindle::Notice(nick, "").size();
     answer = ctcp_.AnswerTo(request, kLongestLine - std::min(around, kLongestLine), style_.clock);
   }
