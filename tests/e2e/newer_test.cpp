@@ -70,7 +70,8 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   };
   setPassword("open");
   window.Connect("Wanda", "", server.Port());
-  EXPECT_TRUE(HasEnded(window, "Account refused: SASL authentication failed", 1));
+  EXPECT_TRUE(HasEnded(window, "Account refused: SASL authentication failed", 1))
+      << window.Text("lblConnectTrouble") << window.Status();
   setPassword("sesame1");
   ASSERT_TRUE(window.Register("Wanda", server.Port()));
   EXPECT_TRUE(window.ShowsInStatus("You are now logged in as Owner"));
