@@ -168,6 +168,7 @@ TEST(Connection, SendsOneLineOfTheServersLengthWhateverIsInIt) {
       {"PRIVMSG #r :x\rQUIT", "> PRIVMSG #r :x"},
       {"PRIVMSG #r :x\nQUIT", "> PRIVMSG #r :x"},
       {"PRIVMSG #r :x\0QUIT"s, "> PRIVMSG #r :x"},
+      {"@a\rQUIT ", "> @a"},
       {std::string(511, 'x'), "> " + std::string(510, 'x')},
       {"@label=1 " + std::string(511, 'x'), "> @label=1 " + std::string(510, 'x')},
       {std::string(509, 'x') + "\u00E9", "> " + std::string(509, 'x')},

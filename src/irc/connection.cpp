@@ -26,9 +26,10 @@ std::string Farewell(const std::string& webAddress) {
 }  // namespace
 
 void Connection::SendRaw(std::string_view line) {
+  line = FirstLine(line);
   const size_t tags = line.starts_with('@') ? std::min(line.find(' '), line.size() - 1) + 1 : 0;
   const std::string_view tagged = line.substr(0, tags);
-  line = FirstBytes(FirstLine(line.substr(tags)), kLongestLine);
+  line = FirstBytes(line.substr(tags), kLongestLine);
   wsChat_.Send(std::string(tagged).append(line).append(kCrLf));
   if (sent_) sent_(line);
 }
