@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "support/list_check.h"
+#include "list_check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);

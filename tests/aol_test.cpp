@@ -21,8 +21,7 @@ struct Child {
 
 // A frame with its document area and documents. A document's number is a multiple of kChild, and
 // its parts are counted from there, those of each class alike.
-class Desktop : public WindowTree, public EventPump {
- public:
+struct Desktop : WindowTree, EventPump {
   static constexpr Window kFrame = 1, kArea = 2, kChild = 100;
 
   Window FindTopLevel(const std::string& className) override {
@@ -34,11 +33,10 @@ class Desktop : public WindowTree, public EventPump {
     if (parent == kFrame) return className == area ? kArea : 0;
     if (parent == kArea) {
       EXPECT_EQ(className, "AOL Child");
-      const auto fits = [&](const Child& child) { return !title || child.caption == *title; };
-      const auto begin = children.begin() + static_cast<int>(after / kChild);
-      const auto found = std::find_if(begin, children.end(), fits);
-      if (found == children.end() || (after != 0 && after == gone)) return 0;
-      return static_cast<Window>(found - children.begin() + 1) * kChild;
+      for (size_t i = after / kChild; i < children.size(); ++i) {
+        if (!title || children[i].caption == *title) return (i + 1) * kChild;
+      }
+      return 0;
     }
     const auto part = std::find(std::begin(kParts), std::end(kParts), className) - kParts;
     const Window next = (after == 0 ? parent : after) + 1;
@@ -53,7 +51,6 @@ class Desktop : public WindowTree, public EventPump {
 
   std::vector<Child> children;
   std::string frame = "AOL Frame25", area = "MDIClient";
-  Window gone = 0;
   int pumped = 0;
   std::function<void()> duringEvents;
 };
@@ -61,12 +58,9 @@ class Desktop : public WindowTree, public EventPump {
 TEST(AolTest, CaptionsGiveTheName) {
   const std::pair<const char*, const char*> cases[] = {
       {"Welcome, John Doe!", "John Doe"},
-      {"AOL and Dell Welcome, JaneD!", " JaneD"},
       {"aol AND dell Welcome, JaneD!", " JaneD"},
       {"Welcome, Ren\xE9!", "Ren\xC3\xA9"},  // captions come in the Windows code page
-      {"Welcome, !", ""},
-      {"Welcome, ", ""},  // too short for what is cut off
-      {"Welcome", ""},
+      {"Welcome, ", ""},                     // too short for what is cut off
       {"AOL and Dell Welcome,", ""},
       {"welcome, JohnDoe!", ""},
   };
@@ -84,10 +78,10 @@ TEST(AolTest, OnlyTheSignedOnWelcomeWindowCounts) {
   desktop.children = {{"Welcome, A!", {0, 2, 2, 26}},
                       {"Welcome, A!", {1, 1, 2, 26}},
                       {"Welcome, A!", {1, 2, 1, 26}},
-                      {"Welcome, A!", {1, 2, 2, 25}}};
-  EXPECT_EQ(link.GetAolScreenName(), "");
-  desktop.children.insert(desktop.children.end(),
-                          {{"Buddy List"}, {"Welcome, B!", {9, 9, 9, 99}}, {"Welcome, C!"}});
+                      {"Welcome, A!", {1, 2, 2, 25}},
+                      {"Buddy List"},
+                      {"Welcome, B!", {9, 9, 9, 99}},
+                      {"Welcome, C!"}};
   EXPECT_EQ(link.GetAolScreenName(), "B");
   EXPECT_EQ(link.FindAolChild("Welcome, C!"), 7 * Desktop::kChild);
   EXPECT_EQ(link.FindAolChild("Welcome"), 0U);
@@ -97,20 +91,16 @@ TEST(AolTest, OnlyTheSignedOnWelcomeWindowCounts) {
   EXPECT_EQ(link.FindAolMdiClient(), 0U);
 }
 
-TEST(AolTest, WhileEventsRunAWindowOrTheProgramMayGo) {
+TEST(AolTest, WhileEventsRunTheProgramMayEnd) {
   Desktop desktop;
   desktop.children = {{"Mail"}, {"Mail"}, {"Welcome, A!"}};
   std::stop_source ending;
   AolClient link(desktop, desktop, ending.get_token());
   EXPECT_EQ(link.GetAolScreenName(), "A");
   EXPECT_EQ(desktop.pumped, 2);
-  desktop.duringEvents = [&] { desktop.gone = Desktop::kChild; };
+  desktop.duringEvents = [&] { ending.request_stop(); };
   EXPECT_EQ(link.GetAolScreenName(), "");
   EXPECT_EQ(desktop.pumped, 3);
-  desktop.duringEvents = [&] { ending.request_stop(); };
-  desktop.gone = 0;
-  EXPECT_EQ(link.GetAolScreenName(), "");
-  EXPECT_EQ(desktop.pumped, 4);
 }
 
 TEST(AolTest, TheFieldShowsTheSignedOnUsersNameElseTheStoredOne) {

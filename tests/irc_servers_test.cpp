@@ -30,20 +30,14 @@ TEST_F(IrcServersTest, AddsAnAnswerOrSaysWhatIsWrongWithIt) {
     std::string notice;
   } table[] = {
       {std::nullopt, "", noPort},
-      {"", "", noPort},
       {"host", "", noPort},
       {":6667", "", noServer},
-      {"  :", "", noServer},
       {"host:", "", noPort},
-      {"host:  :6667", "", noPort},
       {"host:abc", "", notNumeric},
-      {"host:66 67", "", notNumeric},
       {"My.Host:7000", "my.host 7000|", ""},
       {"My.Host:7000", "my.host 7000|", ""},  // again
       {" My Host : 7 ", " my host  7|", ""},
       {"host:1:2:x", "host 1|", ""},
-      {"host:70000", "host 70000|", ""},
-      {"host:-1", "host -1|", ""},
       {"host:2.5", "host 2|", ""},
       {"host:3000000000", "host 0|", ""},
       {"[2001:DB8::1]:6697", "2001:db8::1 6697|", ""},

@@ -1,10 +1,9 @@
-// The display queue and the pump that takes a line a tick to its views and its sound.
+// What becomes of a line on its way to the views: the queue, the pump, and the log with its search.
 #include "irc/line_pump.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-
+#include "irc/chat_log_find.h"
 #include "support/stage.h"
 
 namespace brindle {
@@ -119,18 +118,121 @@ TEST(LinePump, CatchesUpWhenManyLinesWaitAndThatIsWanted) {
 
 TEST(OutputQueue, KeepsTextsOfAnySizeInOrder) {
   OutputQueue queue;
-  const size_t sizes[] = {0, 1, 65530, 65531, 65532, 0, 200000, 3};
   std::string printable;
   for (char c = ' '; c <= '~'; ++c) printable += c;
   for (int round = 0; round < 2; ++round) {
     queue.QueueLine(printable, Kind::kPart, Origin::kRoom);
+    const size_t sizes[] = {0, 1, 65530, 65531, 65532, 0, 200000, 3};
     for (size_t size : sizes) queue.QueueLine(std::string(size, 'x'), Kind::kBoth);
     EXPECT_EQ(queue.Pending(), 9U);
     const OutputQueue::Line first = queue.Take();
     EXPECT_EQ(first.text, printable);
-    EXPECT_EQ(first.kind, Kind::kPart);
-    EXPECT_EQ(first.origin, Origin::kRoom);
+    EXPECT_TRUE(first.kind == Kind::kPart && first.origin == Origin::kRoom);
     for (size_t size : sizes) EXPECT_EQ(queue.Take().text.size(), size);
+  }
+}
+
+constexpr Colour kBlue{0, 0, 255};
+
+using Runs = std::vector<ColouredRun>;
+
+// The log line by line, "|" between them, each run with its colour's letter and its length in
+// front.
+std::string Written(const ChatLog& log) {
+  std::string written;
+  for (size_t line = 0; line < log.LineCount(); ++line) {
+    if (line > 0) written += '|';
+    size_t begin = 0;
+    for (const LogRun& run : log.Runs(line)) {
+      written += run.colour == kBlue ? "[b" : "[k";
+      written.append(std::to_string(run.length)).append("]");
+      written += log.Line(line).substr(begin, run.length);
+      begin += run.length;
+    }
+    EXPECT_EQ(begin, log.Line(line).size());
+  }
+  return written;
+}
+
+TEST(ChatLog, CutsLinesAtCrLfAloneAndJoinsRunsOfOneColour) {
+  const struct {
+    Runs runs;
+    const char* written;
+    size_t length;
+  } table[] = {
+      {{}, "", 0},
+      {{{kBlack, "\r\na\r\n"}, {kBlue, "b"}, {kBlack, "c\r\n\r\n"}}, "|[k1]a|[b1]b[k1]c||", 11},
+      {{{kBlack, "a\rb\nc"}, {kBlack, "d"}, {kBlue, ""}, {kBlack, "e"}}, "[k7]a\rb\ncde", 7},
+      {{{kBlack, "\u00E4\u20AC\U0001F600"}}, "[k9]\u00E4\u20AC\U0001F600", 3},
+  };
+  for (const auto& row : table) {
+    ChatLog log;
+    log.Append(row.runs);
+    EXPECT_EQ(Written(log), row.written);
+    EXPECT_EQ(log.TextLength(), row.length);
+  }
+}
+
+// Line lengths around and beyond the size of a block, the last line growing piece by piece.
+TEST(ChatLog, LinesSurviveBlocksAndGrowth) {
+  ChatLog log;
+  std::string expected;
+  for (size_t i = 0; i < 4000; ++i) {
+    const size_t size = i % 500 == 499 ? 70000 : i % 97;
+    const std::string tail = std::to_string(i) + std::string(size, static_cast<char>('a' + i % 26));
+    log.Append({{kBlack, "\r\n<>"}});
+    log.Append({{kBlue, tail}});
+    expected += "|[k2]<>[b" + std::to_string(tail.size()) + "]" + tail;
+  }
+  EXPECT_TRUE(Written(log) == expected);
+}
+
+TEST(ChatLog, ExtractsRanges) {
+  ChatLog log;
+  log.Append({{kBlack, "\r\n<a> "}, {kBlue, "blue\r\n"}, {kBlack, "\r\nlast"}});
+  EXPECT_EQ(log.PlainText(log.Everything()), "\n<a> blue\n\nlast");
+  EXPECT_EQ(log.PlainText({{1, 2}, {3, 2}}, "|"), "> blue||la");
+  EXPECT_EQ(log.PlainText({{1, 2}, {1, 2}}), "");
+  EXPECT_EQ(log.Coloured({{1, 2}, {1, 6}}), (Runs{{kBlack, "> "}, {kBlue, "bl"}}));
+  log.Append({{kBlue, "\r\n\r\n"}});
+  ChatLog copy;
+  copy.Append(log.Coloured(log.Everything()));
+  EXPECT_EQ(Written(copy), Written(log));
+}
+
+TEST(ChatLogFind, FindsInBothDirectionsAndWrapsAround) {
+  ChatLog log;
+  log.Append({{kBlack, "\r\nCat cat\r\nKELVIN \u0130stanbul \u00C4RGER\r\naaa cA"}});
+  const struct {
+    const char* text;
+    LogPosition from;
+    char direction;  // "v" is forward
+    std::optional<LogPosition> hit;
+  } table[] = {
+      {"CAT", {0, 0}, 'v', LogPosition{1, 0}},
+      {"cat", {1, 1}, 'v', LogPosition{1, 4}},
+      {"cat", {1, 5}, 'v', LogPosition{1, 0}},
+      {"cat", {1, 4}, '^', LogPosition{1, 0}},
+      {"cat", {1, 0}, '^', LogPosition{1, 4}},
+      {"ca", {3, 7}, 'v', LogPosition{1, 0}},
+      {"ca", {1, 0}, '^', LogPosition{3, 4}},
+      {"aa", {3, 2}, '^', LogPosition{3, 1}},
+      {"a", {3, 6}, '^', LogPosition{3, 5}},
+      {"\u00E4rger", {0, 0}, 'v', LogPosition{2, 17}},
+      {"\u00C4rger", {3, 0}, '^', LogPosition{2, 17}},
+      {"\u00E4", {2, 17}, '^', LogPosition{2, 17}},
+      {"cow", {2, 0}, 'v', std::nullopt},
+      {"t\r\nK", {0, 0}, 'v', std::nullopt},
+      {"", {0, 0}, '^', std::nullopt},
+  };
+  for (const auto& row : table) {
+    const auto hit =
+        FindInLog(log, row.text, row.from,
+                  row.direction == 'v' ? FindDirection::kForward : FindDirection::kBackward);
+    ASSERT_EQ(hit.has_value(), row.hit.has_value()) << row.text;
+    if (!hit) continue;
+    const LogPosition end{row.hit->line, row.hit->byte + std::string(row.text).size()};
+    EXPECT_EQ(*hit, (LogRange{*row.hit, end})) << row.text << " " << row.from.line;
   }
 }
 

@@ -1,26 +1,18 @@
-// The widgets that show the program's lists: the combo box that leaves typed text alone, the table
-// of mails, and the search window with the Select menu.
+// The widgets that show the program's lists: the combo box that leaves typed text alone, and the
+// table of mails.
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QListView>
 #include <QWheelEvent>
 #include <QtTest/QTest>
-#include <functional>
-#include <string>
 
 #include "support/mail_stage.h"
-#include "support/memory_files.h"
-#include "support/wait.h"
-#include "ui/frm_results.h"
 #include "ui/list_combo_box.h"
 #include "ui/mail_table.h"
-#include "ui/pop_up.h"
 
 namespace brindle {
 namespace {
@@ -29,48 +21,38 @@ using Texts = ObservedList<std::string>;
 
 TEST(ListComboBoxTest, ChangesOfTheListLeaveTheTextAlone) {
   constexpr std::optional<size_t> kNone;
-  const auto add = [](Texts& list) { list.Add("b"); };
-  const auto removeFirst = [](Texts& list) { list.RemoveAt(0); };
-  const auto removeSecond = [](Texts& list) { list.RemoveAt(1); };
-  const auto clear = [](Texts& list) { list.Clear(); };
   const struct {
-    std::vector<std::string> items;
+    const char* items;  // a letter each
     std::optional<size_t> selected;
     const char* typed;  // null: what the selected item says
-    std::function<void(Texts&)> change;
+    char change;        // "+" adds "b", a digit removes that item, "c" clears
     const char* text;
     std::optional<size_t> selectedAfter;
   } table[] = {
-      {{}, kNone, "ty", add, "ty", kNone},
-      {{}, kNone, "", add, "", kNone},
-      {{"a"}, kNone, "ty", add, "ty", kNone},
-      {{"a"}, 0, nullptr, add, "a", 0},
-      {{"a"}, 0, "ab", add, "ab", kNone},
-      {{"a", "b"}, 1, nullptr, removeFirst, "b", 0},
-      {{"a", "b"}, 0, nullptr, removeSecond, "a", 0},
-      {{"a", "b"}, 0, nullptr, removeFirst, "", kNone},
-      {{"a", "b"}, 0, "ab", removeFirst, "ab", kNone},
-      {{"a"}, kNone, "ty", removeFirst, "ty", kNone},
-      {{"a", "b"}, kNone, "ty", clear, "ty", kNone},
-      {{"a"}, 0, nullptr, clear, "", kNone},
-      {{"a", "a"}, 1, nullptr, removeFirst, "a", 0},
+      {"", kNone, "ty", '+', "ty", kNone},   {"", kNone, "", '+', "", kNone},
+      {"a", 0, nullptr, '+', "a", 0},        {"a", 0, "ab", '+', "ab", kNone},
+      {"ab", 1, nullptr, '0', "b", 0},       {"ab", 0, nullptr, '1', "a", 0},
+      {"ab", 0, nullptr, '0', "", kNone},    {"ab", 0, "ab", '0', "ab", kNone},
+      {"ab", kNone, "ty", 'c', "ty", kNone}, {"a", 0, nullptr, 'c', "", kNone},
+      {"aa", 1, nullptr, '0', "a", 0},
   };
   for (const auto& row : table) {
     const auto which = &row - table;
     Texts list;
     ListComboBox box;
     box.Attach(list);
-    for (const std::string& item : row.items) list.Add(item);
+    for (const char item : std::string_view(row.items)) list.Add({item});
     box.Select(row.selected);
     if (row.typed != nullptr) {
-      box.lineEdit()->selectAll();
-      QTest::keyClick(box.lineEdit(), Qt::Key_Delete);
+      box.lineEdit()->clear();
       QTest::keyClicks(box.lineEdit(), row.typed);
       QTest::keyClick(box.lineEdit(), Qt::Key_Left);
     }
     const int cursor = box.lineEdit()->cursorPosition();
     EXPECT_EQ(box.Selected(), row.typed != nullptr ? kNone : row.selected) << which;
-    row.change(list);
+    if (row.change == '+') list.Add("b");
+    if (row.change == 'c') list.Clear();
+    if (row.change == '0' || row.change == '1') list.RemoveAt(row.change == '1' ? 1 : 0);
     EXPECT_EQ(box.currentText().toStdString(), row.text) << which;
     EXPECT_EQ(box.Selected(), row.selectedAfter) << which;
     EXPECT_TRUE(row.typed == nullptr || box.lineEdit()->cursorPosition() == cursor) << which;
@@ -92,13 +74,9 @@ TEST(ListComboBoxTest, OnlyTypingAndPickingChangeTheText) {
   QWheelEvent wheel({}, {}, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
   QApplication::sendEvent(&box, &wheel);
   EXPECT_FALSE(wheel.isAccepted());
-  EXPECT_EQ(box.currentText(), "mail");
-  EXPECT_EQ(box.count(), 2);
-  EXPECT_EQ(picked, 0);
+  EXPECT_EQ(box.currentText() + QString::number(box.count()) + QString::number(picked), "mail20");
   box.Select(0);
-  box.Select(std::nullopt);
-  EXPECT_EQ(box.currentText(), "");
-  EXPECT_EQ(picked, 2);
+  EXPECT_EQ(picked, 1);
   // Nothing gets in that one line of text cannot have.
   const QString broken = QString("a\r\nb") + QChar::Null + "\tc\u0085";
   box.setEditText(broken);
@@ -258,15 +236,10 @@ TEST_F(MailTableTest, AFilterHidesRowsAndKeepsTheirChecks) {
 
 TEST_F(MailTableTest, AssistiveTechnologyReadsAndTogglesRows) {
   QAccessibleInterface* table = QAccessible::queryAccessibleInterface(&table_);
-  ASSERT_NE(table, nullptr);
-  EXPECT_EQ(table->text(QAccessible::Name) + QString::number(table->childCount()), "12");
   const auto cell = [&](int row) { return table->tableInterface()->cellAt(row, 0); };
-  EXPECT_EQ(cell(3)->text(QAccessible::Name), "4 Apple pie");
-  EXPECT_TRUE(cell(3)->state().checkable && !cell(3)->state().checked);
   cell(3)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(ChecksOf(list_), "...x..");
-  EXPECT_EQ(Highlighted(), "");
-  EXPECT_TRUE(cell(3)->state().checked);
+  EXPECT_TRUE(cell(3)->state().checkable && cell(3)->state().checked && !cell(2)->state().checked);
   EXPECT_EQ(cell(3), table->child(table->indexOfChild(cell(3))));
   EXPECT_EQ(cell(3), table->childAt(cell(3)->rect().center().x(), cell(3)->rect().center().y()));
   list_.CheckAll();
@@ -275,60 +248,6 @@ TEST_F(MailTableTest, AssistiveTechnologyReadsAndTogglesRows) {
   table_.Filter("pie");
   EXPECT_EQ(cell(0)->text(QAccessible::Name), "4 Apple pie");
   EXPECT_EQ(cell(1), nullptr);
-}
-
-TEST(SearchWindow, ComesAndGoes) {
-  MailStage stage;
-  MemoryFiles files;
-  Options options;
-  SettingsFile settings(files, "ini");
-  const std::string path = "finds";
-  Finds finds(files, path, options, stage);
-  MailList main;
-  Fill(main, "1=a|2=a|3=b");
-  Results results(main, finds, settings, stage, stage, stage);
-  ListSelection selection(stage);
-  QWidget owner;
-  SelectMenu menu(&owner);
-  menu.Attach(selection, main);
-  QPushButton mainSelect(&owner);
-  menu.ServeMain(mainSelect);
-  const auto choose = [&menu](const char* item) {
-    menu.close();
-    menu.findChild<QAction*>(item)->trigger();
-  };
-  auto* window = new FrmResults(results, menu, &owner);
-  const auto click = [&](const char* button) {
-    QTest::mouseClick(window->findChild<QAbstractButton*>(button), Qt::LeftButton);
-  };
-  BringUp(*window);
-  QTest::keyClicks(window->findChild<ListComboBox*>("cmbSearch")->lineEdit(), "a\r");
-  EXPECT_EQ(window->findChild<QGroupBox*>("fmeSearch")->title(), "Search Completed");
-  click("cmdSelect");
-  choose("mnuSelectAll");
-  EXPECT_EQ(results.Found().TitleHeader() + ChecksOf(main), "Mail Title [2/2]...");
-  QTest::mouseClick(&mainSelect, Qt::LeftButton);
-  choose("mnuSelectNone");
-  EXPECT_EQ(results.Found().CheckedCount(), 2U);
-  click("cmdSelect");
-  click("cmdSelected");
-  EXPECT_EQ(ChecksOf(main), "xx.");
-
-  // Neither a minimised nor a maximised window is stored at that size.
-  window->resize(500, 400);
-  window->showMaximized();
-  ASSERT_TRUE(test::WaitUntil([&] { return window->width() > 500; }, 5000));
-  EXPECT_EQ(window->Geometry().width, 500 * 15);
-  window->showMinimized();
-  BringUp(*window);
-  EXPECT_FALSE(window->isMinimized());
-  click("cmdReturn");
-  QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_EQ(settings.ReadSetting("results", "height"), "6000");
-  // The menu still offers "All", but the window for which it did is gone.
-  choose("mnuSelectAll");
-  choose("mnuSelectNone");
-  EXPECT_EQ(ChecksOf(main), "xx.");
 }
 
 }  // namespace

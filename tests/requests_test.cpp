@@ -1,4 +1,5 @@
-// Requests out of the list and by hand, from the click to the end of the run.
+// Requests out of the list and by hand, from the click to the end of the run, and the bots that
+// they go to: their handles, and how their announcements are found in what is said.
 #include "mail/requests.h"
 
 #include <gtest/gtest.h>
@@ -18,10 +19,8 @@ TEST(Requests, AskForRunsOfCheckedRows) {
     std::string asked;
     const char* left;
   } table[] = {
-      {"", "", ""},
       {"....", "", "...."},
       {"xxx.x.", "1-3 5 [Requests sent: 2]", "......"},
-      {".x..", "2 [Requests sent: 1]", "...."},
       {"..xx", "3-4 [Requests sent: 1]", "...."},
       {"x..x", "1 [Requests sent: 1. " + lastAlone + "]", "...x"},
       {"x", "[" + lastAlone + "]", "x"},
@@ -46,56 +45,46 @@ TEST(Requests, EchoSendAndPause) {
   stage.EnterRoom();
   stage.Fill("x.x.x.");
   stage.options.timestampChatLines = true;
-  std::string progress;
   stage.stack.OnProgress([&](const std::optional<RunProgress>& now) {
-    progress += now ? std::to_string(now->sent) + "/" + std::to_string(now->lines) + " " : "end";
+    stage.Note(now ? std::to_string(now->sent) + "/" + std::to_string(now->lines) : "end");
   });
   stage.Click();
   stage.Wait(1000);
-  const std::string echo = "2|^C15[^C113:07pm^C15] ^C1<me> ";
   const auto sent = [&](const std::string& line) {
-    return echo + line + "\n> PRIVMSG #room :" + line;
+    return "2|^C15[^C113:07pm^C15] ^C1<me> " + line + "\n> PRIVMSG #room :" + line;
   };
-  EXPECT_EQ(stage.Taken(), Joined({sent("!Bot send My Name 1"), sent("!Bot send My Name 3"),
-                                   sent("!Bot send My Name 5"), "hint Requests sent: 3"}));
-  ASSERT_EQ(stage.sentAt.size(), 3U);
+  EXPECT_EQ(stage.Taken(),
+            Joined({sent("!Bot send My Name 1"), "1/3", sent("!Bot send My Name 3"), "2/3",
+                    sent("!Bot send My Name 5"), "3/3", "end", "hint Requests sent: 3"}));
   EXPECT_EQ(stage.sentAt[1] - stage.sentAt[0], 200);
   EXPECT_EQ(stage.sentAt[2] - stage.sentAt[1], 200);
-  EXPECT_EQ(progress, "1/3 2/3 3/3 end");
   EXPECT_EQ(stage.list.TitleHeader(), "Mail Title [3/6]");
-  stage.list.SetChecked(5, true);
-  EXPECT_EQ(stage.list.TitleHeader(), "Mail Title [1/6]");
   // Nothing in a field adds a line.
   stage.Fill("x.");
   stage.requests.cmdRequest_Click("a\rQUIT", "h");
-  EXPECT_EQ(stage.Taken(), sent("!h send aQUIT 1"));
+  EXPECT_TRUE(stage.Taken().starts_with(sent("!h send aQUIT 1")));
 }
 
 TEST(Requests, RefuseWhatCannotBeSent) {
-  const auto kOut = ConnectionState::kDisconnected;
-  const auto kIn = ConnectionState::kRegistered;
   const struct {
-    ConnectionState state;
-    const char* room;
+    void (ChatStage::*before)();
     std::string name;
     const char* handle;
     std::string journal;
   } table[] = {
-      {kOut, "#room", "", "",
+      {nullptr, "", "",
        "hint Connect to a server first: requests and commands are said in a room."},
-      {kIn, "#room", " ", "", kNoName},
-      {kIn, "", "sn", "  ", "i You must enter a servers handle for this to work."},
-      {kIn, "", "sn", "bot", kEnterFirst},
-      {kIn, "#room", std::string(500, 'n'), "bot",  // never cut
+      {&ChatStage::EnterRoom, " ", "", kNoName},
+      {&ChatStage::Register, "sn", "  ", "i You must enter a servers handle for this to work."},
+      {&ChatStage::Register, "sn", "bot", kEnterFirst},
+      {&ChatStage::EnterRoom, std::string(500, 'n'), "bot",  // never cut
        "hint Not sent: with the handle and the screen name the line is longer than a server "
        "takes."},
   };
   for (const auto& row : table) {
     TalkStage stage;
-    stage.EnterRoom();
+    if (row.before != nullptr) (stage.*row.before)();
     stage.Fill("x.");
-    stage.session.connectionState = row.state;
-    stage.session.currentRoom = row.room;
     stage.requests.cmdRequest_Click(row.name, row.handle);
     EXPECT_EQ(stage.Taken(), row.journal);
     EXPECT_EQ(stage.Checks(), "x.");
@@ -244,7 +233,6 @@ TEST(ManualRequest, AsksForEveryRow) {
   manual.cmdAdd_Click(" ", "1");
   manual.cmdAdd_Click("Bot", "");
   for (const char* number : {"1", "x y", "1"}) manual.cmdAdd_Click("Bot", number);
-  manual.SetChecked(2, true);
   manual.cmdRequest_Click(" ");
   EXPECT_EQ(stage.Taken(),
             "! Please enter the servers handle you would like to request the mail from.\n"
@@ -253,7 +241,6 @@ TEST(ManualRequest, AsksForEveryRow) {
   manual.cmdRequest_Click("My Name");
   stage.Wait(1000);
   EXPECT_EQ(stage.Asked(), "1 x y 1 [Requests sent: 3]");
-  EXPECT_EQ(manual.Rows().size(), 3U);
   // Closing the window ends its run, and no other.
   stage.Fill("x.x.");
   stage.Click();
@@ -261,6 +248,7 @@ TEST(ManualRequest, AsksForEveryRow) {
   manual.Stop();
   stage.Wait(1000);
   EXPECT_EQ(stage.Asked(), "1 1 3 [Requests sent: 2]");
+  manual.SetChecked(2, true);
   for (const size_t left : {3U, 2U}) {
     manual.cmdRemove_Click();
     EXPECT_EQ(stage.Taken(), "i Remove all checked items?");
@@ -269,10 +257,9 @@ TEST(ManualRequest, AsksForEveryRow) {
   }
   stage.session.currentRoom.clear();
   manual.cmdRequest_Click("n");
-  EXPECT_EQ(stage.Taken(), kEnterFirst);
   manual.cmdClear_Click();
   manual.cmdRequest_Click("n");
-  EXPECT_EQ(stage.Taken(), "");
+  EXPECT_EQ(stage.Taken(), kEnterFirst);
 }
 
 TEST(ServerCommands, SayWhatTheBotUnderstands) {
@@ -286,31 +273,26 @@ TEST(ServerCommands, SayWhatTheBotUnderstands) {
     bool (ServerCommands::*command)(const Fields&);
     Fields fields;
     std::string journal;
+    void (ChatStage::*before)() = &ChatStage::EnterRoom;
   } table[] = {
       {kCode, all, Said("!Mail Bot send My Name accesscode")},
       {kVerify, all, Said("!Mail Bot verify My Name c0de")},
-      {kVerify, {"", "c", "b"}, Said("!b verify  c")},
       {kList, all, Said("!Mail Bot send My Name list")},
-      {kStatus, all, Said("!Mail Bot send My Name status")},
       {kStatus, {"a\nQUIT", "", "b\r"}, Said("!b send aQUIT status")},
       {kCode, {" ", "c", ""}, kNoName},
       {kList, {"", "c", "b"}, kNoName},
       {kStatus, {"", "c", "b"}, kNoName},
       {kVerify, {"n", " ", ""}, "i You must enter your accesscode for this to work."},
       {kVerify, {"", "c", " "}, "i You must enter a servers handle for this to work."},
+      {kList, {}, "i You must first connect to a server before entering a room.", nullptr},
+      {kList, all, kEnterFirst, &ChatStage::Register},
   };
   for (const auto& row : table) {
     TalkStage stage;
-    stage.EnterRoom();
+    if (row.before != nullptr) (stage.*row.before)();
     (stage.commands.*row.command)(row.fields);
     EXPECT_EQ(stage.Taken(), row.journal);
   }
-  TalkStage stage;
-  stage.commands.mnuCommandsList_Click({});
-  EXPECT_EQ(stage.Taken(), "i You must first connect to a server before entering a room.");
-  stage.Register();
-  stage.commands.mnuCommandsList_Click(all);
-  EXPECT_EQ(stage.Taken(), kEnterFirst);
 }
 
 TEST(SendQueue, AsksAboutJoinersWhereThatDisturbsNothing) {
@@ -329,6 +311,118 @@ TEST(SendQueue, AsksAboutJoinersWhereThatDisturbsNothing) {
   stage.Fill("x.x.");
   stage.Click();
   EXPECT_EQ(joined(1, 0), 0U);
+}
+
+TEST(ServerHandles, KeepsThemAsTypedOrClean) {
+  TalkStage stage;
+  const auto& items = stage.handles.Items().Items();
+  const std::pair<const char*, const char*> table[] = {
+      {"MailBot", "MailBot"}, {" ", ""}, {"mail BOT", ""}, {"!!x ", "!x "}};
+  for (const auto& [typed, added] : table) {
+    const size_t before = items.size();
+    stage.handles.cmdInfoAdd_Click(typed);
+    EXPECT_EQ(items.size() > before ? items.back() : "", added) << typed;
+  }
+  EXPECT_EQ(stage.Taken(), "i That server already exists in the list.");
+  std::string handle = " !Ne\002w\037 Bot";
+  EXPECT_TRUE(stage.handles.ServerHandleMissing(handle));
+  EXPECT_EQ(handle, "newbot");
+  stage.handles.AddServerHandle(handle = "NEW");
+  EXPECT_EQ(items.back(), "new");
+  stage.handles.cmdInfoRemove_Click(std::nullopt);
+  stage.handles.cmdInfoRemove_Click(0);
+  EXPECT_EQ(items.size(), 2U);
+}
+
+TEST(ServerAnnouncement, IsRecognisedAndNamesAHandle) {
+  const std::pair<std::string, const char*> table[] = {
+      {"Type !MailBot send 12 to get mail", "mailbot"},
+      {"/notice MailBot send list", "mailbot"},
+      {"x/NOTICE Bot sEnD", "bot"},
+      {"! send", ""},  // announces nobody
+      {"\r\n\0031<bob> !One send or !Two send", "two"},
+      {"!One send it or send", "one"},
+      {"!\u00C9bot send", "\u00E9bot"},
+      {"!x sending", nullptr},
+      {"!x  send", nullptr},  // the word between is empty
+      {"!x\tsend", nullptr},
+      {"send !x", nullptr},
+  };
+  for (const auto& [text, handle] : table) {
+    EXPECT_EQ(IsServerAnnouncement(text), handle != nullptr) << text;
+    EXPECT_EQ(ExtractServerHandle(text), handle == nullptr ? "" : handle) << text;
+  }
+  EXPECT_EQ(CleanHandle(" !Mail\002 B\037ot!"), "mailbot");
+}
+
+TEST(ServerDetection, AddsTellsAndAsks) {
+  const std::string added = "5|^C04:^C07:^C08( ^C12ATTENTION ^C08)^C07:^C04: ^C12ADDED ^C07";
+  const std::string cannot =
+      added +
+      "MAILBOT Can't request code(either no screen name is entered or this options is off).";
+  const auto asked = [&added](const std::string& upper, const std::string& lower) {
+    return added + upper + " REQUESTING ACCESSCODE.\n" +
+           Said("!" + lower + " send Jane D accesscode");
+  };
+  const std::string bob = ":bob!u@h PRIVMSG #room :";
+  struct Row {
+    std::string line;
+    std::string journal;  // after the line itself
+    std::function<void(TalkStage&)> before = [](TalkStage&) {};
+  };
+  const Row table[] = {
+      {bob + "Type !MailBot send 12", asked("MAILBOT", "mailbot")},
+      {bob + "^C12!Mail^BBot^B^C send 12", asked("MAILBOT", "mailbot")},
+      {bob + "!MailBot send", "", [](TalkStage& s) { s.options.scanChatForServers = false; }},
+      {bob + "!MailBot send", cannot, [](TalkStage& s) { s.options.requestAccessCode = false; }},
+      {bob + "!MailBot send", cannot, [](TalkStage& s) { s.screenName = " "; }},
+      {bob + "!MailBot send", "", [](TalkStage& s) { s.handles.cmdInfoAdd_Click("MAILbot"); }},
+      {":bob!u@h PRIVMSG me :!MailBot send 1", cannot},
+      {":bob!u@h NOTICE #room :!MailBot send 1", cannot},
+      {":me!u@h PRIVMSG #room :!MailBot send", ""},
+      {bob + "!" + std::string(65, 'x') + " send", ""},
+      {bob + "!a\tb send", ""},
+      {bob + "!" + std::string(300, '\x80') + " send 1", ""},
+  };
+  for (const Row& row : table) {
+    TalkStage stage;
+    stage.EnterRoom();
+    stage.options.requestAccessCode = true;
+    row.before(stage);
+    bool first = true;
+    stage.onLine = [&](const OutputQueue::Line& line) {
+      if (std::exchange(first, false)) stage.Taken();
+      stage.Scan(line);
+    };
+    const std::string line =
+        JoinFrom(Split(JoinFrom(Split(row.line, "^C"), 0, "\003"), "^B"), 0, "\002");
+    stage.Receive(line);
+    EXPECT_EQ(stage.Taken(), row.journal) << row.line;
+    first = true;
+    stage.Receive(line);
+    EXPECT_EQ(stage.Taken(), "") << row.line;
+  }
+}
+
+TEST(ServerDetection, AsksAtMostOnceASecondAndTenTimesAMinute) {
+  TalkStage stage;
+  stage.EnterRoom();
+  stage.options.requestAccessCode = true;
+  stage.onLine = [&stage](const OutputQueue::Line& line) { stage.Scan(line); };
+  int bot = 0;
+  const auto asked = [&](int announcements, int pause) {
+    const size_t before = stage.sentAt.size();
+    for (int i = 0; i < announcements; ++i) {
+      stage.Receive(":b!u@h PRIVMSG #room :!bot" + std::to_string(++bot) + " send");
+      stage.Wait(pause);
+    }
+    return stage.sentAt.size() - before;
+  };
+  EXPECT_EQ(asked(300, 10), 3U);
+  EXPECT_EQ(asked(30, 1000), 7U);
+  stage.Wait(60000);
+  EXPECT_EQ(asked(1, 0), 1U);
+  EXPECT_EQ(stage.handles.Items().Size(), 331U);
 }
 
 }  // namespace

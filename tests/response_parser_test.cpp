@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
-
-#include "support/chat_stage.h"
+#include "support/talk_stage.h"
 
 namespace brindle {
 namespace {
@@ -63,8 +60,6 @@ TEST(ResponseParser, HandlesEachCommand) {
       {"ERROR :Going down", NotParsed("ERROR :Going down:")},
       {":op!u@h KICK #room BOB :out: now",
        "2|^C11* op says out: now, then kicks BOB from the channel.", "2 me #room: @op"},
-      {":op!u@h KICK #room bob out", "2|^C11* op says out, then kicks bob from the channel.",
-       "2 me #room: @op"},
       {":op!u@h KICK #ROOM Me :x",
        "2|^C11* op says x, then kicks Me from the channel.\n"
        "hint You are no longer in #room: kicked by op: x",
@@ -73,15 +68,12 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":op!u@h NICK :boss", "2|^C11* op is now known as boss.", "2 me #room: bob boss"},
       {":Me!u@h NICK you", "2|^C11* Me is now known as you.", "2 you #room: @op bob you"},
       {":bot!u@h NOTICE me :a: b", "4|^C5-bot- a: b"},
-      {":bot!u@h NOTICE me a:b", "4|^C5-bot- a:b"},
       {":srv NOTICE me", "4|^C5-srv- "},
       {":bob!u@h PART #room :bye", "9|^C3* bob ^C9has left ^C3#room", "2 me #room: @op"},
       {":me!u@h PART :#ROOM", "9|^C3* me ^C9has left ^C3#ROOM", "2 me : @op bob"},
       {":bob!u@h PART #old", "9|^C3* bob ^C9has left ^C3#old"},
       {":bob!u@h PRIVMSG #ROOM :hi :) all", "2|^C1<bob> hi :) all"},
       {":bob!u@h PRIVMSG #room :hi Me!", "call\n2|^C1<bob> hi Me!"},
-      {":bob!u@h PRIVMSG #room hello", "2|^C1<bob> hello"},
-      {":bob!u@2001:db8::1 PRIVMSG #room :hi", "2|^C1<bob> hi"},
       {":bob!u@h PRIVMSG #room :\001Action waves  x\001", "2|^C14* bob waves  x\001"},
       {":bob!u@h PRIVMSG #room :\001ACTION\001", "2|^C14* bob "},
       {":bob!u@h PRIVMSG #room :\001ACTIONS x\001", "2|^C1<bob> \001ACTIONS x\001"},
@@ -92,7 +84,6 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":bob!u@h QUIT :Bye", "2|^C12* bob has quit.", "2 me #room: @op"},
       {"PING :irc.example", kPingShown + "> PONG :irc.example"s},
       {"PING a:b", kPingShown + "> PONG :a:b"s},
-      {":ping a b", kPingShown + "> PONG :a"s},
       {"PING :a:b c", kPingShown + "> PONG :a:b c"s},
       {":2001:db8::1 PING :a:b", kPingShown + "> PONG :a:b"s},
       {":srv PONG srv :brindle1", NotParsed(":srv PONG srv :brindle1")},
@@ -103,9 +94,7 @@ TEST(ResponseParser, HandlesEachCommand) {
        NotParsed(":op INVITE me :#else") + "\nhint op invites you to #else."},
       {":op KILL bob :spam",
        NotParsed(":op KILL bob :spam") + "\nhint op removes bob from the server: spam"},
-      {":srv WALLOPS :x", NotParsed(":srv WALLOPS :x")},
       {":bob!u@h PRIVMSG #room :caf\xE9 \x80", "2|^C1<bob> caf\u00E9 \u20AC"},
-      {":bob!u@h PRIVMSG #room :caf\u00E9 \u20AC", "2|^C1<bob> caf\u00E9 \u20AC"},
   };
   for (const Case& row : table) Check(row);
 }
@@ -116,17 +105,13 @@ TEST(ResponseParser, HandlesEachNumeric) {
        "button Disconnect\nno cancel\nnicks\npanel Status - Connected\nlogin Status - Connected\n"
        "caption Brindle v0.5.85 [NICK : you]\n6|Welcome",
        "2 you #room: @op bob"},
-      {":srv 251 me :There are: 3", "1|There are: 3"},
-      {":srv 253 me 1 :unknown", "1|unknown"},
       {":srv 332 me #room :on: topic", "2|^C3* Topic is 'on: topic^C3'"},
-      {":srv 332 me #room topic", "2|^C3* Topic is 'topic^C3'"},
       {":srv 353 me = #room :+a b ", "", "2 me #room: @op bob +a b"},
       {":srv 353 me = #else :+a b", ""},
       {":srv 366 me #room :End\r\n:srv 353 me = #room :@op bob", "2" + kRule,
        "2 me #room: @op bob @op bob"},
       {":srv 372 me :- motd", "1|- motd"},
       {":srv 376 me :End", "1|End\n" + kGreeting},
-      {":srv 422 me :No MOTD", "1|^C4No MOTD\n" + kGreeting},
       {":srv 433 me x :In use", "1|^C4In use\n> NICK other"},
       {":srv 465 me :Banned", "1|^C4Banned\nbutton Connect"},
       {":srv 471 me #full :x",
@@ -135,15 +120,11 @@ TEST(ResponseParser, HandlesEachNumeric) {
       {":srv 474 me #no :x",
        "0|^C4#no - Can't join, you are banned from this room.\n"
        "hint #no - Can't join, you are banned from this room."},
-      {":srv 1 me :x", Numeric(":srv 1 me :x")},
-      {":srv 0001 me :x", Numeric(":srv 0001 me :x")},
       {":srv 461 me JOIN :Not enough", Numeric(":srv 461 me JOIN :Not enough")},
       {":srv 432 me x :Erroneous", Numeric(":srv 432 me x :Erroneous")},
       {":srv 4a1 me", NotParsed(":srv 4a1 me")},
       {":srv 422", "1|^C4\n" + kGreeting},
-      {":srv 433", "1|^C4\n> NICK other"},
       {":srv 432", Numeric(":srv 432")},
-      {":srv 436", Numeric(":srv 436")},
   };
   for (const Case& row : table) Check(row);
   // Refusals keep their line and say why, whatever the tab.
@@ -171,21 +152,16 @@ TEST(ResponseParser, LeavesMalformedLinesAlone) {
   }
   const Case table[] = {
       {"", "1|ERROR : :"},
-      {":", "1|ERROR : :"},
       {"PING", "1|ERROR : PING:"},
       {":srv", "1|ERROR : :srv"},
       {" ", NotParsed(" :")},
-      {"   ", NotParsed("   :")},
       {"JOIN #room", NotParsed("JOIN #room:")},
-      {"PRIVMSG #room :hi", NotParsed("PRIVMSG #room :hi:")},
-      {":x!u@h  JOIN #room", NotParsed(":x!u@h  JOIN #room")},
       {":!u@h QUIT", "2|^C12*  has quit."},
       {": PART #room", "9|^C3*  ^C9has left ^C3#room"},
       {":x!u@h PRIVMSG #room", "2|^C1<x> "},
       {":x!u@h PRIVMSG  #room :a",
        "call\n3|^C11x tells you, ^C15'^C11a^C15'|^C11(To reply type /msg x text)"},
       {"PING :", kPingShown + "> PONG :"s},
-      {"PING ", kPingShown + "> PONG :"s},
       // A line with too few words ends the handling of its text; what came before stays.
       {":srv 372 me :a\r\n:x JOIN\r\n:srv 372 me :b", "1|a"},
       {":srv 372 me :a\n:srv 372 me :b", "1|a :srv 372 me :b"},
@@ -197,8 +173,6 @@ TEST(ResponseParser, LeavesMalformedLinesAlone) {
   };
   for (const Case& row : table) Check(row);
   const std::string big(100000, 'x');
-  Check({":op!u@h KICK #room bob :" + big,
-         "2|^C11* op says " + big + ", then kicks bob from the channel.", "2 me #room: @op"});
   Check({":" + big + "!u@h JOIN #room",
          "8|^C3* " + big + " ^C9has joined ^C3#room\n> WHOIS " + big.substr(0, kLongestLine - 6),
          "2 me #room: @op bob " + big});

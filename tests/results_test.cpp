@@ -3,11 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "mail/list_selection.h"
 #include "support/mail_stage.h"
-#include "support/memory_files.h"
+#include "support/memory.h"
 
 namespace brindle {
 namespace {
@@ -22,18 +20,17 @@ struct SearchRoom {
     }
   }
   void DoStep(std::string_view step, std::string_view what) {
+    const bool leaves = step == "return" || step == "close";
     if (step == "list ") Fill(main, what);
     if (step == "find" && results.cmdFind_Click()) stage.Note("found");
     if (step == "open") results.Form_Load(stage);
     if (step == "search ") results.cmdSearch_Click(std::string(what));
-    if (step == "check ") {
-      for (size_t i = 0; i < what.size(); ++i) results.Found().SetChecked(i, what[i] == 'x');
+    for (size_t i = 0; step == "check " && i < what.size(); ++i) {
+      results.Found().SetChecked(i, what[i] == 'x');
     }
     if (step == "selected") results.cmdSelected_Click();
     if (step == "all") results.cmdAll_Click();
-    if (step == "return" || step == "close") {
-      if (results.cmdReturn_Click({1, 2, 3, 4})) stage.Note("closed");
-    }
+    if (leaves && results.cmdReturn_Click({1, 2, 3, 4})) stage.Note("closed");
     if (step == "unload" || step == "close") results.Form_Unload();
     if (step == "yes") stage.answer = "yes";
     if (step == "meanwhile ") stage.onEvents = [this, what] { DoStep(what, ""); };
@@ -86,25 +83,19 @@ TEST(Search, FindsSendsAndReturns) {
       {fox + "RED F", searched("RED F", "1 of 5"), "1=A red fox ....."},
       {fox + "\u00E9ne", searched("\u00E9ne", "1 of 5"), "7=SC\u00C9NE Red ....."},
       {fox + "red ", searched("red ", "1 of 5"), "1=A red fox ....."},
-      {fox + "redfox", searched("redfox", "0 of 5"), " ....."},
-      {fox + "7", searched("7", "0 of 5"), " ....."},
       {fox + "red; search   ", "", "1=A red fox|2=red|7=SC\u00C9NE Red ....."},
 
       {two + "selected", "x There are no items selected to send to the listbox.", "1=ab|2=ab .."},
       {"list 3=a|1=no|2=a; open; search a; check x; selected", sent("1 item"), "3=a|2=a ..x"},
       {"list 3=a|1=a|2=no; open; search a; check xx; selected", sent("2 items"), "3=a|1=a x.x"},
-      {"list 1=no; open; search a; all", sent("0 items"), " ."},
       {"list " + odd + "; open; search a; all", sent("10 items"), odd + " xxx...x.xx"},
 
       {two + "unload; list 1=a", "", " ."},
-      {"list 1=a; open; list 1=b", "", " ."},
       {two + "check xx; list 1=x|2=a two", "1 of 2 in 5; " + replaced, "2=a two .."},
       {two + "list 1=x|2=a two; all", sent("1 item"), "2=a two .x"},
 
-      {two + "return", "closed", "1=ab|2=ab .."},
       {two + "check .x; return", lost, "1=ab|2=ab .."},
       {two + "check .x; yes; return", lost + "; closed", "1=ab|2=ab .."},
-      {two + "check .x; selected; return", "closed", "1=ab|2=ab .x"},
       {two + "all; check xx; return", "closed", "1=ab|2=ab xx"},
       {two + "check x.; selected; check xx; return", lost, "1=ab|2=ab x."},
       {two + "all; search b; check x.; return", lost, "1=ab|2=ab xx"},
@@ -127,7 +118,6 @@ TEST(Search, RemembersSearchesAndSizes) {
   } table[] = {
       {"open", "|Red Fox|blue|green"},
       {"open; search r EDfox ; search new; search NEW", "|blue|green|r EDfox |NEW"},
-      {"open; search x; close; open", "|Red Fox|blue|green|x"},
       {"open; meanwhile close; search x; open", "|Red Fox|blue|green|x"},
       {"open; search x; unload; open", "|Red Fox|blue|green"},
       {"old; open", "|green"},
@@ -176,22 +166,17 @@ TEST(ListSelection, ChecksRowsByTheMenu) {
     std::string journal;
   } table[] = {
       {all, ".x....", {}, "xxxxxx", ""},
-      {all, "", {}, "", ""},
       {none, "x.x...", {}, "......", ""},
       {none, "", {}, "", "i The list is empty, thus, there is nothing to deselect."},
       {between, ".x..xx", {}, ".x..xx", even},
       {between, "x..xxx", {}, "xxxxxx", ""},
-      {between, ".xx...", {}, ".xx...", ""},
       {between, "x.x.xx", {}, "xxx.xx", ""},
-      {between, "......", {}, "......", two},
       {between, "..x...", {}, "..x...", two},
       {between, "", {}, "", unloaded},
       {string, "x...x.", {}, "x...x.", ask},
       {string, "x...x.", "  ", "x...x.", ask},
-      {string, "x...x.", "77", "x...x.", ask + "; i Couldn't find any titles with '77'."},
       {string, "x...x.", "a*", "x...x.", ask + "; i Couldn't find any titles with 'a*'."},
       {string, "x...x.", "ABC", "xxx.x.", ask + "; i Found and selected 3 with the title 'abc'."},
-      {string, "......", "B C", "...x..", ask + "; i Found and selected 1 with the title 'b c'."},
       {string, "", "a", "", unloaded},
   };
   for (const auto& row : table) {
@@ -218,10 +203,8 @@ TEST(ListSelection, ShiftAloneChecksHighlightedRowsWithinReach) {
   } table[] = {
       {6, {}, some, Marking::kDone, 0},
       {6, {true, true, false}, some, Marking::kDone, 0},
-      {6, {true, false, true}, some, Marking::kDone, 0},
       {6, shift, some, Marking::kDone, 4},
       {32767, shift, {{32766, 32766}}, Marking::kDone, 1},
-      {40000, shift, {{100, 200}}, Marking::kDone, 101},
       {40000, shift, {{32765, 32767}, {39000, 39001}}, Marking::kCutShort, 2},
   };
   for (const auto& row : table) {
@@ -231,7 +214,6 @@ TEST(ListSelection, ShiftAloneChecksHighlightedRowsWithinReach) {
     EXPECT_EQ(ListSelection(stage).lstServerList_MouseUp(list, row.held, row.highlighted),
               row.marking);
     EXPECT_EQ(list.CheckedCount(), row.checked) << row.rows;
-    EXPECT_TRUE(row.checked == 0 || list.NextChecked(0) == row.highlighted[0].first);
   }
 }
 

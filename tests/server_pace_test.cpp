@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <deque>
-#include <string>
 
 #include "support/talk_stage.h"
 
@@ -65,37 +64,33 @@ void AskFor(size_t mails, TalkStage& stage) {
 }
 
 TEST(ServerPace, FollowsTheServerAndLeavesRoomForTheUser) {
-  constexpr TickCount kNever = 1'000'000;
   const struct {
     const char* name;
-    double burst;
-    double interval;
-    TickCount way;
+    SimulatedServer server;
     TickCount slowest;     // for 300 requests, in milliseconds
     TickCount worstTyped;  // from the key to the room
   } table[] = {
-      {"one a second, near", 10, 1000, 0, 490'000, 2010},
-      {"one a second, far", 10, 1000, 150, 490'000, 2610},
-      {"keeps up, near", 1000, 1, 0, 66'000, 20},
-      {"keeps up, far", 1000, 1, 150, 75'000, 170},
-      {"three a second", 10, 333, 0, 490'000, 1110},
-      {"burst of twenty", 20, 1000, 0, 490'000, 3010},
+      {"one a second, near", {10, 1000, 0}, 490'000, 2010},
+      {"one a second, far", {10, 1000, 150}, 490'000, 2610},
+      {"keeps up, near", {1000, 1, 0}, 66'000, 20},
+      {"keeps up, far", {1000, 1, 150}, 75'000, 170},
+      {"three a second", {10, 333, 0}, 490'000, 1110},
+      {"burst of twenty", {20, 1000, 0}, 490'000, 3010},
   };
   for (const auto& row : table) {
     SCOPED_TRACE(row.name);
     TalkStage stage;
-    SimulatedServer server{row.burst, row.interval, row.way};
-    server.last = stage.ticks;
-    const TickCount start = stage.ticks;
+    SimulatedServer server = row.server;
+    const TickCount start = server.last = stage.ticks;
     AskFor(300, stage);
-    for (TickCount now = 0; !stage.stack.IsIdle() && now < kNever; now = stage.ticks - start) {
+    for (TickCount now = 0; !stage.stack.IsIdle() && now < row.slowest; now += 10) {
       // The user types now and then, also while the pace is being found.
       if (now % 2900 < 10 && now > 0) stage.outgoing.cmdSend_Click("typed", 1);
       stage.Wait(10);
       const std::string taken = stage.Taken();
       for (const std::string_view words : Split(taken, "\n")) {
         if (!words.starts_with("> ")) continue;
-        server.waiting.push_back({stage.ticks + row.way, std::string(words.substr(2))});
+        server.waiting.push_back({stage.ticks + row.server.way, std::string(words.substr(2))});
       }
       server.Turn(stage.ticks, stage);
     }

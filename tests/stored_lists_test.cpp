@@ -1,12 +1,10 @@
+// What is kept in files: the lists, and everything that is set up.
 #include "settings/stored_lists.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "support/memory_files.h"
+#include "settings/stored_state.h"
+#include "support/memory.h"
 
 namespace brindle {
 namespace {
@@ -48,9 +46,7 @@ TEST_F(StoredLists, RoomsAndServersAreTheFieldsThatLookLikeThem) {
       {"\xEF\xBB\xBF#a\nmailroom\n #b\n#c,#d\r#e", {"#a", "#c", "#d", "#e"}},
       {"#caf\xE9\r\n#\u00E4\r\n", {"#caf\u00E9", "#\u00E4"}},
       {"\xFF\xFE#\0a\0\n\0#\0\xE4\0"s, {"#a", "#\u00E4"}},
-      {"\xFE\xFF\0#\0b"s, {"#b"}},
       {"#a b\n#c\td\n", {"#a", "#c"}},
-      {"", {}},
       {"#a\0#b\r\n"s, {"#a", "#b"}},
   };
   for (const auto& [text, entries] : rooms) EXPECT_EQ(ChannelsFrom(text), entries) << text;
@@ -97,7 +93,6 @@ TEST_F(StoredLists, AMissingFileIsNotAnUnreadableOne) {
 
 TEST_F(StoredLists, FindsFollowTheirCountAndTheirAge) {
   EXPECT_EQ(FindsFrom("[finds]\n"), (std::vector<Find>{{"", 0}}));
-  EXPECT_EQ(FindsFrom("[finds]\ncount=x\nitem0=a\nitem1=b\n"), (std::vector<Find>{{"a", 0}}));
   EXPECT_EQ(FindsFrom("[finds]\ncount=2\nitem0=a\nitem2=c\ndate2=1970-01-03\n"),
             (std::vector<Find>{{"a", 0}, {"", 0}, {"c", 2}}));
   EXPECT_LT(FindsFrom("[finds]\ncount=2000000000\n").size(), 40000U);
@@ -117,18 +112,80 @@ TEST_F(StoredLists, FindsFollowTheirCountAndTheirAge) {
 
 TEST_F(StoredLists, DatesAreIsoOrNothing) {
   const std::pair<const char*, DayNumber> cases[] = {
-      {"1970-01-01", 0}, {"1970-01-02", 1}, {"1969-12-31", -1}, {"2024-02-29", 19782},
-      {"2023-02-29", 0}, {"2026-13-01", 0}, {"21.11.2026", 0},  {"2026-11-21 ", 0},
-      {"26-11-21", 0},   {"", 0},           {"2026-1-2", 0},    {"-026-11-21", 0},
-  };
+      {"1970-01-02", 1}, {"1969-12-31", -1}, {"2024-02-29", 19782}, {"2023-02-29", 0},
+      {"2026-13-01", 0}, {"21.11.2026", 0},  {"2026-11-21 ", 0},    {"-026-11-21", 0}};
   for (const auto& [text, day] : cases) EXPECT_EQ(DayFromText(text), day) << text;
   EXPECT_EQ(DayText(-719162) + DayText(19782), "0001-01-012024-02-29");
   std::tm moment{};
   moment.tm_year = 126;
   moment.tm_mon = 10;
   moment.tm_mday = 21;
-  moment.tm_hour = 23;
   EXPECT_EQ(DayText(DayOf(moment)), "2026-11-21");
+}
+
+class StoredStateTest : public testing::Test {
+ protected:
+  StoredState Load() { return LoadState(files, paths); }
+
+  MemoryFiles files;
+  const DataPaths paths = PathsIn("/d");
+};
+
+TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
+  const std::string before =
+      "; mine\r\n[list]\r\nforecolor=255\r\n[screen name]\r\nlast used= My Name\r\n";
+  files.files = {{paths.settings, before}, {paths.finds, ""}};
+  StoredState state = Load();
+  state.nick = "joe";
+  state.alternateNick = "joe2";
+  state.lastServer = 1;
+  state.rooms = {"#new"};
+  state.servers = {{"::1", 1, true}, {"i", 2}};
+  state.options.stayOnTop = true;
+  state.options.listForecolor = kWhite;
+  EXPECT_TRUE(SaveState(files, paths, state));
+  EXPECT_EQ(files.changes, (Texts{"replace " + paths.settings, "replace " + paths.servers,
+                                  "replace " + paths.channels, "replace " + paths.settings}));
+  // The colours are stored when they are picked, and the screen name never is.
+  const std::string& ini = files.files[paths.settings];
+  EXPECT_TRUE(ini.starts_with(before + "[nicks]\r\npreferred=joe\r\nalternate=joe2\r\n"
+                                       "[server]\r\nlast used=1\r\n[misc options]\r\n"))
+      << ini;
+
+  state = Load();
+  EXPECT_EQ(state.nick + "/" + state.alternateNick, "joe/joe2");
+  EXPECT_EQ(state.lastServer, 1U);
+  EXPECT_EQ(state.rooms, Texts{"#new"});
+  EXPECT_EQ(state.servers, (std::vector<IrcServer>{{"::1", 1, true}, {"i", 2}}));
+  EXPECT_TRUE(state.options.stayOnTop);
+  EXPECT_EQ(state.options.listForecolor, kPureRed);
+  state.servers[0].tls = false;
+  state.options.clearFindsOnExit = true;
+  EXPECT_TRUE(SaveState(files, paths, state));
+  EXPECT_EQ(files.changes.back(), "remove " + paths.finds);
+  EXPECT_FALSE(Load().servers[0].tls);
+  files.full = true;
+  EXPECT_FALSE(SaveState(files, paths, state));
+}
+
+TEST_F(StoredStateTest, OnlyARowThatExistsIsSelected) {
+  files.files[paths.servers] = "h:1\ni:2\n";
+  const std::pair<std::string, std::optional<size_t>> cases[] = {
+      {"1", 1}, {"x", 0}, {"2", {}}, {"-1", {}}, {"-2", {}}, {"99999999999999999999", {}}};
+  for (const auto& [stored, row] : cases) {
+    files.files[paths.settings] = "[server]\nlast used=" + stored;
+    EXPECT_EQ(Load().lastServer, row) << stored;
+  }
+}
+
+TEST_F(StoredStateTest, WhatWasNotReadIsNotWrittenOver) {
+  EXPECT_TRUE(SaveState(files, paths, {}));
+  files.files = {{paths.settings, "[x]\n"}, {paths.channels, "#a\n"}, {paths.servers, "h:1\n"}};
+  files.unreadable = {paths.settings, paths.channels, paths.servers};
+  const StoredState state = Load();
+  files.unreadable.clear();
+  EXPECT_TRUE(SaveState(files, paths, state));
+  EXPECT_EQ(files.changes, Texts{});
 }
 
 }  // namespace

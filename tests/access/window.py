@@ -4,6 +4,7 @@ Everything is found by role and name, as a user of a screen reader finds it; wha
 bound.
 """
 
+import contextlib
 import subprocess
 import sys
 import time
@@ -30,26 +31,17 @@ def wait_for(what, condition):
         time.sleep(PAUSE_SECONDS)
 
 
-def children(thing):
-    return [child for child in thing if child is not None]
-
-
 def walk(thing):
     yield thing
-    for child in children(thing):
-        # The rows of a long list are asked for by number, never walked.
-        if child.getRoleName() in ("table", "tree table"):
-            yield child
-        else:
-            yield from walk(child)
+    # The rows of a long list are asked for by number, never walked.
+    if thing.getRoleName() not in ("table", "tree table"):
+        for child in thing:
+            if child is not None:
+                yield from walk(child)
 
 
 def has(thing, state):
     return thing.getState().contains(state)
-
-
-def is_showing(thing):
-    return has(thing, pyatspi.STATE_SHOWING)
 
 
 class Window:
@@ -62,8 +54,8 @@ class Window:
     def _root(self):
         if self.process.poll() is not None:
             sys.exit("The program ended with %s." % self.process.returncode)
-        for program in children(pyatspi.Registry.getDesktop(0)):
-            if program.name == "Brindle":
+        for program in pyatspi.Registry.getDesktop(0):
+            if program is not None and program.name == "Brindle":
                 # Asked anew each time: nobody here listens to what changes.
                 program.set_cache_mask(pyatspi.Atspi.Cache.NONE)
                 return program
@@ -74,7 +66,7 @@ class Window:
         return [thing for thing in walk(self.root)
                 if (role is None or thing.getRoleName() == role)
                 and (name is None or thing.name.startswith(name))
-                and is_showing(thing)]
+                and has(thing, pyatspi.STATE_SHOWING)]
 
     def find(self, role, name):
         return wait_for("the %s '%s'" % (role, name), lambda: self.everything(role, name))[0]
@@ -87,19 +79,14 @@ class Window:
 
     def act(self, thing, action):
         actions = thing.queryAction()
-        names = [actions.getName(i) for i in range(actions.nActions)]
-        for index, name in enumerate(names):
-            if name.lower() == action.lower():
-                try:
-                    actions.doAction(index)
-                except GLib.GError:
-                    pass  # a box that opens holds the answer back until it is closed
-                return
-        raise AssertionError("'%s' has no action %s, only %s" % (thing.name, action, names))
+        names = [actions.getName(i).lower() for i in range(actions.nActions)]
+        # A box that opens holds the answer back until it is closed.
+        with contextlib.suppress(GLib.GError):
+            actions.doAction(names.index(action.lower()))
 
-    def press(self, name, role="push button"):
-        button = wait_for("the enabled %s '%s'" % (role, name), lambda: [
-            thing for thing in self.everything(role, name)
+    def press(self, name):
+        button = wait_for("the enabled button " + name, lambda: [
+            thing for thing in self.everything("push button", name)
             if has(thing, pyatspi.STATE_ENABLED)])[0]
         self.act(button, "Press")
 
@@ -113,21 +100,21 @@ class Window:
         if not has(entry, pyatspi.STATE_SELECTED):
             self.act(entry, "Toggle")
 
-    def text(self, role, name):
+    def text(self, name):
         """What a field or a view holds, on whatever tab it is."""
         content = wait_for("the text " + name, lambda: [
             thing for thing in walk(self.root)
-            if thing.getRoleName() == role and thing.name.startswith(name)])[0].queryText()
+            if thing.getRoleName() == "text" and thing.name.startswith(name)])[0].queryText()
         return content.getText(0, content.characterCount)
 
-    def fill(self, name, content, role="text"):
-        field = self.find(role, name)
+    def fill(self, name, content):
+        field = self.find("text", name)
         field.queryEditableText().setTextContents(content)
-        wait_for("the text in " + name, lambda: self.text(role, name) == content)
+        wait_for("the text in " + name, lambda: self.text(name) == content)
 
     def shows(self, view, part):
         """Waits until a chat view shows `part`."""
-        wait_for("'%s' in %s" % (part, view), lambda: part in self.text("text", view))
+        wait_for("'%s' in %s" % (part, view), lambda: part in self.text(view))
 
     def label(self, part):
         """Waits for a line of text on the screen that contains `part`."""
@@ -159,16 +146,13 @@ class Window:
 
     def quit(self):
         self.key("ctrl+q")
-        self.wait_for_end()
+        code = self.process.wait(timeout=PATIENCE_SECONDS)
+        assert code == 0, "The program ended with %s." % code
 
     def focused(self):
         """What has the focus: the innermost, since what holds it says so too. Entries say so whenever
         they are the current ones."""
-        found = [thing for thing in walk(self.root)
+        found = [thing for thing in self.everything()
                  if thing.getRoleName() not in ("page tab", "list item", "table cell")
-                 and has(thing, pyatspi.STATE_FOCUSED) and is_showing(thing)]
+                 and has(thing, pyatspi.STATE_FOCUSED)]
         return found[-1] if found else None
-
-    def wait_for_end(self):
-        code = self.process.wait(timeout=PATIENCE_SECONDS)
-        assert code == 0, "The program ended with %s." % code

@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QHostAddress>
+#include <QTcpServer>
+
 #include "support/irc_server.h"
 #include "support/raw_client.h"
-#include "support/scripted_server.h"
 #include "support/wait.h"
 #include "support/window_driver.h"
 
@@ -49,13 +51,56 @@ struct Meeting {
   }
   // What Wanda said, as the bot has received it, once it is so many lines.
   Texts Said(size_t lines) {
-    WaitUntil([&] { return bot.SaidBy("Wanda").size() >= lines; }, WindowDriver::kTimeoutMs);
-    Texts said;
-    for (const RawClient::Line& line : bot.SaidBy("Wanda")) said.push_back(line.text);
-    return said;
+    WaitUntil([&] { return bot.SaidBy("Wanda").size() >= lines; });
+    return bot.SaidBy("Wanda");
   }
   WindowDriver window{{kRoom, "#second"}};
   RawClient bot{"MailBot"};
+};
+
+// Says exactly the bytes it is told and keeps every byte it receives. It takes one connection at a
+// time and understands nothing.
+class ScriptedServer {
+ public:
+  ScriptedServer() {
+    if (!listener_.listen(QHostAddress::LocalHost)) qFatal("there is no port to be had");
+    QObject::connect(&listener_, &QTcpServer::newConnection, &listener_, [this] { Accept(); });
+  }
+
+  quint16 Port() const { return listener_.serverPort(); }
+
+  // Sends at once, as a packet of its own.
+  void Send(std::string_view bytes) {
+    peer_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    peer_->flush();
+  }
+
+  // Waits until what was received since the last call ends in `end`, and returns all of it; what
+  // there is when the time has run out.
+  std::string TakeReceivedUpTo(std::string_view end) {
+    WaitUntil([&] { return received_.ends_with(end); });
+    return std::exchange(received_, {});
+  }
+
+  bool HasPeer() const { return peer_ != nullptr; }
+  // All that came since the last Take.
+  const std::string& Received() const { return received_; }
+
+  // Ends the connection after what was sent.
+  void Close() { peer_->disconnectFromHost(); }
+
+ private:
+  void Accept() {
+    peer_.reset(listener_.nextPendingConnection());
+    peer_->setParent(nullptr);
+    peer_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    QObject::connect(peer_.get(), &QTcpSocket::readyRead, peer_.get(),
+                     [this] { received_ += peer_->readAll().toStdString(); });
+  }
+
+  QTcpServer listener_;
+  std::unique_ptr<QTcpSocket> peer_;
+  std::string received_;
 };
 
 // "me" at the window, registered with a server that only says what it is told.

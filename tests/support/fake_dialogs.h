@@ -1,9 +1,8 @@
 #pragma once
-// Dialogs that answer from a script and write down what they were asked.
+// Dialogs that answer from a script and write down what they told.
 
 #include <deque>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,49 +16,29 @@ class FakeDialogs : public Dialogs {
   struct Shown {
     Icon icon;
     std::string text;
-    friend bool operator==(const Shown&, const Shown&) = default;
-    friend std::ostream& operator<<(std::ostream& out, const Shown& shown) {
-      return out << static_cast<int>(shown.icon) << " " << shown.text;
-    }
   };
+  using Texts = std::deque<std::optional<std::string>>;
 
   void Notice(Icon icon, const std::string& text) override { notices.push_back({icon, text}); }
-
   bool Question(Icon icon, const std::string& text) override {
     questions.push_back({icon, text});
-    return Next(questionAnswers, false);
+    return Next(questionAnswers);
   }
-
-  std::optional<std::string> Input(const std::string& prompt) override {
-    prompts.push_back(prompt);
-    return Next(inputAnswers, std::optional<std::string>());
-  }
-
-  std::optional<std::string> OpenFile(const std::string& filter) override {
-    filters.push_back(filter);
-    return Next(fileAnswers, std::optional<std::string>());
-  }
-
-  std::optional<Colour> PickColour(Colour) override {
-    return Next(colourAnswers, std::optional<Colour>());
-  }
+  std::optional<std::string> Input(const std::string&) override { return Next(inputAnswers); }
+  std::optional<std::string> OpenFile(const std::string&) override { return Next(fileAnswers); }
+  std::optional<Colour> PickColour(Colour) override { return Next(colourAnswers); }
 
   // The answers to come; without one, the user cancels.
   std::deque<bool> questionAnswers;
-  std::deque<std::optional<std::string>> inputAnswers;
-  std::deque<std::optional<std::string>> fileAnswers;
-
+  Texts inputAnswers, fileAnswers;
   std::deque<std::optional<Colour>> colourAnswers;
 
-  std::vector<Shown> notices;
-  std::vector<Shown> questions;
-  std::vector<std::string> prompts;
-  std::vector<std::string> filters;
+  std::vector<Shown> notices, questions;
 
  private:
   template <typename Answer>
-  static Answer Next(std::deque<Answer>& answers, Answer otherwise) {
-    if (answers.empty()) return otherwise;
+  static Answer Next(std::deque<Answer>& answers) {
+    if (answers.empty()) return {};
     Answer answer = std::move(answers.front());
     answers.pop_front();
     return answer;

@@ -11,19 +11,14 @@ namespace brindle::test {
 
 namespace {
 
-// A port that was free a moment ago; 0 when none was found. It fits a signed number of 16 bits, as
-// the program's list of IRC servers wants it.
+// A port that was free a moment ago. It fits a signed number of 16 bits, as the program's list of
+// IRC servers wants it.
 quint16 FreePort() {
-  constexpr int kLowest = 20000;
-  constexpr int kBeyond = 32768;
-  constexpr int kTries = 100;
   QTcpServer probe;
-  for (int i = 0; i < kTries; ++i) {
-    const int port = QRandomGenerator::system()->bounded(kLowest, kBeyond);
-    if (probe.listen(QHostAddress::LocalHost, static_cast<quint16>(port)))
-      return probe.serverPort();
+  while (!probe.listen(QHostAddress::LocalHost,
+                       static_cast<quint16>(QRandomGenerator::system()->bounded(20000, 32768)))) {
   }
-  return 0;
+  return probe.serverPort();
 }
 
 // Readable by everyone.
@@ -136,7 +131,6 @@ bool IrcServer::Stop() {
 QString IrcServer::Configuration(quint16 port) const {
   const char* ngircd = R"([Global]
 Name = irc.brindle.test
-Network = BrindleTest
 Info = Test server
 Listen = 127.0.0.1
 Ports = %1
@@ -144,8 +138,6 @@ MotdFile = %2/motd.txt
 AdminInfo1 = Test server
 AdminEMail = test@brindle.test
 [Limits]
-ConnectRetry = 3600
-MaxConnections = 0
 MaxConnectionsIP = 0
 MaxJoins = 0
 MaxNickLength = 30

@@ -1,19 +1,9 @@
 #pragma once
-// What stands around the mail rooms in a test: boxes, windows and time. Each writes every call as a
-// few words into one journal, in order.
+// What stands around the mail rooms in a test. In its journal "/" stands for a line break.
 
-#include <ctime>
-#include <functional>
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
-
-#include "base/clock.h"
-#include "base/dialogs.h"
-#include "base/text.h"
 #include "mail/list_view.h"
 #include "mail/results.h"
+#include "support/stage.h"
 
 namespace brindle {
 
@@ -45,36 +35,9 @@ inline void Fill(MailList& list, std::string_view rows, std::string_view checks 
   list.Replace(filled);
 }
 
-class MailStage : public Dialogs,
-                  public Clock,
-                  public EventPump,
-                  public ResultsView,
-                  public ListView {
- public:
-  void Note(const std::string& words) { journal_ += (journal_.empty() ? "" : "; ") + words; }
-  // What was written since the last time, joined by "; "; "/" stands for a line break.
-  std::string Taken() { return std::exchange(journal_, ""); }
-
-  void Notice(Icon icon, const std::string& text) override { Box(icon, text); }
-  bool Question(Icon icon, const std::string& text) override {
-    Box(icon, text);
-    return answer.has_value();
-  }
-  std::optional<std::string> Input(const std::string& prompt) override {
-    Note("? " + prompt);
-    return answer;
-  }
-  std::optional<std::string> OpenFile(const std::string& filter) override { return Input(filter); }
-  std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
-
-  TickCount Ticks() const override { return ticks_ += 5; }
-  std::tm LocalTime() const override {
-    std::tm time{};
-    time.tm_year = 126;
-    time.tm_mon = 10;
-    time.tm_mday = 21;
-    return time;
-  }
+struct MailStage : Stage, ResultsView, ListView {
+  MailStage() : Stage("; ") {}
+  TickCount Ticks() const override { return passed += 5; }
   void LetEventsRun(int) override {
     Note("events");
     if (onEvents) std::exchange(onEvents, nullptr)();
@@ -98,18 +61,9 @@ class MailStage : public Dialogs,
     if (!note.text.empty()) Note("'" + note.text + "'" + (note.canUndo ? " undo" : ""));
   }
 
-  std::optional<std::string> answer;  // to every box; nothing cancels
-  std::function<void()> onEvents;     // once
-  std::string server;                 // that requests go to
-
- private:
-  void Box(Icon icon, const std::string& text) {
-    Note(std::string(1, "i!x"[static_cast<int>(icon)]) + " " +
-         JoinFrom(Split(text, kCrLf), 0, "/"));
-  }
-
-  std::string journal_;
-  mutable TickCount ticks_ = 0;
+  std::function<void()> onEvents;  // once
+  std::string server;              // that requests go to
+  mutable TickCount passed = 0;
 };
 
 }  // namespace brindle

@@ -1,7 +1,6 @@
 #pragma once
-// What stands around the program's logic in a test: window, panel, boxes, socket, sounds and time.
-// Each writes every call as a few words into one journal, in order, so that a case is a row: what
-// was done, and the journal that must come of it.
+// What stands around the program's logic in a test: window, panel, boxes, socket, sounds and time,
+// with one journal, so that a case is a row: what was done, and the journal that must come of it.
 
 #include <ctime>
 #include <deque>
@@ -23,6 +22,50 @@
 
 namespace brindle {
 
+// Whatever stands around writes each call into it as a few words, in order. The boxes do so here,
+// and answer as they are told.
+class Journal : public Dialogs {
+ public:
+  explicit Journal(const char* between = "\n") : between_(between) {}
+
+  void Note(const std::string& words) { journal_.push_back(words); }
+
+  // What was written since the last time.
+  std::string Taken() {
+    const std::vector<std::string> taken = std::exchange(journal_, {});
+    return JoinFrom({taken.begin(), taken.end()}, 0, between_);
+  }
+
+  void Notice(Icon icon, const std::string& text) override {
+    Note(std::string(1, "i!x"[static_cast<int>(icon)]) + " " +
+         JoinFrom(Split(text, kCrLf), 0, "/"));
+  }
+  bool Question(Icon icon, const std::string& text) override {
+    Notice(icon, text);
+    return Answer().has_value();
+  }
+  std::optional<std::string> Input(const std::string& prompt) override {
+    Note("? " + prompt);
+    return Answer();
+  }
+  std::optional<std::string> OpenFile(const std::string& filter) override { return Input(filter); }
+  std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
+
+  std::deque<std::optional<std::string>> answers;  // to boxes, in turn; nothing cancels
+  std::optional<std::string> answer;               // when there is none of those
+
+ private:
+  std::optional<std::string> Answer() {
+    if (answers.empty()) return answer;
+    std::optional<std::string> next = std::move(answers.front());
+    answers.pop_front();
+    return next;
+  }
+
+  const char* between_;
+  std::vector<std::string> journal_;
+};
+
 // A text made readable: "^C" for the colour mark, "^B" for bold, "|" for our line break.
 inline std::string Readable(std::string_view text) {
   std::string readable = JoinFrom(Split(text, "\003"), 0, "^C");
@@ -30,21 +73,15 @@ inline std::string Readable(std::string_view text) {
   return JoinFrom(Split(readable, kCrLf), 0, "|");
 }
 
-class Stage : public WindowView,
+class Stage : public Journal,
+              public WindowView,
               public ConnectView,
-              public Dialogs,
               public ChatSocket,
               public SoundPlayer,
               public Clock,
               public EventPump {
  public:
-  void Note(const std::string& words) { journal_.push_back(words); }
-
-  // What was written since the last time, a line each.
-  std::string Taken() {
-    const std::vector<std::string> taken = std::exchange(journal_, {});
-    return JoinFrom({taken.begin(), taken.end()}, 0, "\n");
-  }
+  explicit Stage(const char* between = "\n") : Journal(between) {}
 
   // Writes each line that is queued at once: "2|^C1<me> hi".
   void Watch(OutputQueue& queue) {
@@ -78,18 +115,6 @@ class Stage : public WindowView,
   void SetPort(const std::string& text) override { Note("port " + text); }
   void SetTls(bool on) override { Note(on ? "tls" : "no tls"); }
 
-  void Notice(Icon icon, const std::string& text) override { Note(Sign(icon) + text); }
-  bool Question(Icon icon, const std::string& text) override {
-    Note(Sign(icon) + text);
-    return Answer().has_value();
-  }
-  std::optional<std::string> Input(const std::string& prompt) override {
-    Note("? " + prompt);
-    return Answer();
-  }
-  std::optional<std::string> OpenFile(const std::string& filter) override { return Input(filter); }
-  std::optional<Colour> PickColour(Colour) override { return std::nullopt; }
-
   void Connect(const ChatRoute& route) override {
     Note("connect " + route.host + " " + std::to_string(route.port) + (route.tls ? " tls" : "") +
          (route.trusted.empty() ? "" : " " + route.trusted));
@@ -113,6 +138,9 @@ class Stage : public WindowView,
   TickCount Ticks() const override { return ticks; }
   std::tm LocalTime() const override {
     std::tm time{};
+    time.tm_year = 126;
+    time.tm_mon = 10;
+    time.tm_mday = 21;
     time.tm_hour = 15;
     time.tm_min = 7;
     return time;
@@ -122,20 +150,8 @@ class Stage : public WindowView,
   bool open = false;  // the socket
   bool isSecure = false;
   TickCount ticks = 1'000'000;
-  std::vector<TickCount> sentAt;                   // of each line sent
-  std::deque<std::optional<std::string>> answers;  // to boxes; nothing cancels
+  std::vector<TickCount> sentAt;  // of each line sent
   std::function<void(const OutputQueue::Line&)> onLine;
-
- private:
-  static std::string Sign(Icon icon) { return std::string(1, "i!x"[static_cast<int>(icon)]) + " "; }
-  std::optional<std::string> Answer() {
-    if (answers.empty()) return std::nullopt;
-    std::optional<std::string> answer = std::move(answers.front());
-    answers.pop_front();
-    return answer;
-  }
-
-  std::vector<std::string> journal_;
 };
 
 }  // namespace brindle

@@ -160,17 +160,6 @@ bool WindowDriver::Shows(const char* view, const QString& part) {
   return WaitUntil([&] { return Plain(view).contains(part); }, kTimeoutMs);
 }
 
-Once::Once(std::function<bool()> condition, std::function<void()> action) {
-  QObject::connect(&timer_, &QTimer::timeout, &timer_,
-                   [this, condition = std::move(condition), action = std::move(action)] {
-                     if (hasRun_ || !condition()) return;
-                     hasRun_ = true;
-                     timer_.stop();
-                     action();
-                   });
-  timer_.start(1);
-}
-
 void LetTicksPass(int count) {
   constexpr int kTickMs = 10;
   int ticks = 0;

@@ -6,7 +6,6 @@
 #include <QString>
 #include <QTableView>
 #include <QTimer>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -90,18 +89,6 @@ class WindowDriver {
   std::shared_ptr<const DataFolder> folder_;
   FakeDialogs dialogs_;
   Program program_;
-};
-
-// Runs `action` once, as soon as `condition` holds, from the event loop: for what happens while a
-// call under test lets events run.
-class Once {
- public:
-  Once(std::function<bool()> condition, std::function<void()> action);
-  bool HasRun() const { return hasRun_; }
-
- private:
-  QTimer timer_;
-  bool hasRun_ = false;
 };
 
 // Lets the event loop turn `count` times at intervals of 10 ms or more. After a stall of the

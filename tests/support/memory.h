@@ -1,6 +1,8 @@
 #pragma once
-// Files in memory, which can be told to fail.
+// Files in memory, and bytes that are handed out in small pieces; both can be told to fail.
 
+#include <algorithm>
+#include <limits>
 #include <map>
 #include <optional>
 #include <set>
@@ -9,6 +11,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "mail/list_reader.h"
 
 namespace brindle {
 
@@ -39,6 +42,33 @@ class MemoryFiles : public Files {
   std::set<std::string> unreadable;
   bool full = false;                 // nothing can be written
   std::vector<std::string> changes;  // what was done, in order
+};
+
+class MemorySource : public BlockSource {
+ public:
+  explicit MemorySource(std::string_view bytes, size_t piece = std::numeric_limits<size_t>::max())
+      : bytes_(bytes), piece_(piece) {}
+
+  // Reading fails once so many bytes have been read.
+  void FailAfter(size_t bytes) { failAfter_ = bytes; }
+
+  size_t Read(char* into, size_t capacity) override {
+    const size_t end = std::min(bytes_.size(), failAfter_);
+    const size_t size = std::min({capacity, piece_, end - at_});
+    bytes_.copy(into, size, at_);
+    at_ += size;
+    return size;
+  }
+
+  bool Failed() const override { return at_ == failAfter_; }
+  void Rewind() override { at_ = 0; }
+  size_t ExpectedSize() const override { return bytes_.size(); }
+
+ private:
+  std::string_view bytes_;
+  size_t piece_;
+  size_t at_ = 0;
+  size_t failAfter_ = std::numeric_limits<size_t>::max();
 };
 
 }  // namespace brindle

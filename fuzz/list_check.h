@@ -1,6 +1,6 @@
 #pragma once
 // Judges the list reader on any bytes: reads them in small blocks and in one, and compares both
-// with a slow reading that follows the rules word by word. Used by a test and by the fuzzer.
+// with a slow reading that follows the rules word by word.
 
 #include <algorithm>
 #include <optional>
@@ -12,7 +12,7 @@
 #include "base/encoding.h"
 #include "base/text.h"
 #include "mail/list_reader.h"
-#include "support/memory_source.h"
+#include "support/memory.h"
 
 namespace brindle {
 
