@@ -47,6 +47,7 @@ void SetUpEverything(WindowDriver& window) {
   for (int i = 0; i < 2; ++i) {
     QTest::keyClick(&window.Find<QComboBox>("cmbConnectServer"), Qt::Key_Down);
   }
+  window.Click("chkConnectTls");
   window.Type("txtConnectPort", "7001");
   window.App().Window().setGeometry(20, 30, 780, 600);
   window.Find<QSplitter>("splitMain").setSizes({500, 280});
