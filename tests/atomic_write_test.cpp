@@ -21,8 +21,7 @@ std::string Content(int round) {
   return std::string(100000 + round, static_cast<char>('a' + round));
 }
 
-class AtomicWrite : public testing::Test {
- protected:
+struct AtomicWrite : testing::Test {
   AtomicWrite() {
     std::string pattern = testing::TempDir() + "brindle-files-XXXXXX";
     folder = mkdtemp(pattern.data());

@@ -20,8 +20,7 @@ namespace {
 
 constexpr int kPatience = 5000;
 
-class ChatTextViewTest : public testing::Test {
- protected:
+struct ChatTextViewTest : testing::Test {
   ChatTextViewTest() {
     view_.resize(400, 200);
     view_.show();
@@ -40,14 +39,10 @@ class ChatTextViewTest : public testing::Test {
   void Settle() {
     for (int i = 0; i < 6; ++i) QCoreApplication::processEvents();
   }
-  static void Key(QWidget& widget, const QString& keys) {
-    const QKeyCombination key = QKeySequence(keys)[0];
-    QTest::keyClick(&widget, key.key(), key.keyboardModifiers());
-  }
   // Keys, or what the left button does at a line and a byte: "press 1 7".
   void Do(const QString& act) {
     const QStringList words = act.split(' ');
-    if (words.size() < 3) return Key(view_, act);
+    if (words.size() < 3) return QTest::keySequence(&view_, QKeySequence(act));
     QWidget* on = view_.viewport();
     const QPoint at = LeftOf({words[1].toUInt(), words[2].toUInt()});
     if (words[0] == "move") QTest::mouseMove(on, at);
@@ -223,11 +218,11 @@ TEST_F(ChatTextViewTest, FindsWithTheBar) {
                                                        {"Shift+F3", {302, 2}},
                                                        {"Shift+Return", {1, 0}}};
   for (const auto& [keys, hit] : table) {
-    Key(*edit, keys);
+    QTest::keySequence(edit, QKeySequence(keys));
     EXPECT_EQ(view_.Selection(), (LogRange{hit, {hit.line, hit.byte + 6}})) << keys;
     EXPECT_TRUE(IsInSight(hit)) << keys;
   }
-  Key(*edit, "Esc");
+  QTest::keyClick(edit, Qt::Key_Escape);
   EXPECT_TRUE(!edit->isVisible() && view_.hasFocus());
 }
 

@@ -52,12 +52,17 @@ TEST(Connection, RefusesFieldsThatAreEmptyOrNoPort) {
 
 void Quit(ChatStage& stage) { stage.connection.cmdConnect_Click(stage.fields); }
 
+void Welcome(ChatStage& stage) { stage.Taken(), stage.Receive(":srv 001 me :Hi"); }
+
 TEST(Connection, FromTheFirstLineToTheLast) {
   const std::string closing = "ERROR :Closing Link: me (Quit)";
   const std::string farewell =
       "> PRIVMSG #room :^C1I was using ^C4Brindle v0.5.85^C1 (a server helper). To learn more "
       "visit http://www.brindle.example\n";
   const std::string quit = "button Connect\n> QUIT";
+  const std::string welcomed =
+      "button Disconnect\nno cancel\nnicks\npanel Status - Connected\nlogin Status - Connected\n"
+      "caption Brindle v0.5.85 [NICK : me]\n";
   const Deed table[] = {
       {"registers", [](ChatStage& s) { s.Dial(); },
        Begun() + "\nconnect irc.example 6667\n> NICK me\n> USER plenty of excellent qel_0.5.85\n"
@@ -99,12 +104,14 @@ TEST(Connection, FromTheFirstLineToTheLast) {
        },
        "1|^C4* ERROR : x|\n" + kEnded + Trouble("x")},
       {"a room chosen before the welcome",
+       [](ChatStage& s) { s.Dial(), s.connection.EnterRoom("#x"), Welcome(s); },
+       welcomed + "> JOIN #x\n6|Hi"},
+      {"a room chosen for an attempt that was cancelled",
        [](ChatStage& s) {
-         s.Dial(), s.Taken(), s.connection.EnterRoom("#x"), s.Receive(":srv 001 me :Hi");
+         s.Dial(), s.connection.EnterRoom("#x"), s.connection.cmdConnectCancel_Click(), s.Dial();
+         Welcome(s);
        },
-       "hint #x will be entered after the server's welcome.\nbutton Disconnect\nno cancel\nnicks\n"
-       "panel Status - Connected\nlogin Status - Connected\n"
-       "caption Brindle v0.5.85 [NICK : me]\n> JOIN #x\n6|Hi"},
+       welcomed + "6|Hi"},
   };
   for (const Deed& row : table) {
     ChatStage stage;

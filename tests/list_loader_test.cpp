@@ -82,8 +82,7 @@ TEST(ListReader, BoundsTheLineAndPassesOverFailures) {
   EXPECT_TRUE(calls == 2 && list.Size() < 6);
 }
 
-class ListLoaderTest : public testing::Test {
- protected:
+struct ListLoaderTest : testing::Test {
   ListLoaderTest() {
     std::filesystem::create_directory(folder_);
     ShowOld();

@@ -100,8 +100,7 @@ TEST(ListViewTest, NothingIsSelectedOnceTheSelectedRowIsGone) {
   EXPECT_FALSE(view.currentIndex().isValid() || view.selectionModel()->hasSelection());
 }
 
-class MailTableTest : public testing::Test {
- protected:
+struct MailTableTest : testing::Test {
   MailTableTest() {
     Fill(list_, "1=Apple|2=Berry|3=Cherry|4=Apple pie|5=Bread|6=4 berries");
     table_.Attach(list_);

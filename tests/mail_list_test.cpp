@@ -102,8 +102,7 @@ TEST(MailList, ResultsKeepTheirRowsWhateverBecomesOfTheList) {
 }
 
 // Runs with each form of the kernels that this machine has.
-class KernelsTest : public testing::Test {
- protected:
+struct KernelsTest : testing::Test {
   template <typename Check>
   void WithEach(Check check) {
     for (auto kernels = AllKernels(); *kernels != nullptr; ++kernels) {

@@ -123,6 +123,7 @@ TEST(ResponseParser, HandlesEachNumeric) {
       {":srv 461 me JOIN :Not enough", Numeric(":srv 461 me JOIN :Not enough")},
       {":srv 432 me x :Erroneous", Numeric(":srv 432 me x :Erroneous")},
       {":srv 4a1 me", NotParsed(":srv 4a1 me")},
+      {":srv 366", "2" + kRule},
       {":srv 422", "1|^C4\n" + kGreeting},
       {":srv 432", Numeric(":srv 432")},
   };

@@ -18,8 +18,7 @@ const std::string kHeader =
     "// PROGRAM. THANK YOU.\r\n"
     " \r\n";
 
-class StoredLists : public testing::Test {
- protected:
+struct StoredLists : testing::Test {
   Texts ChannelsFrom(const std::string& text) {
     files.files["f"] = text;
     return LoadChannels(files, "f").entries;
@@ -123,8 +122,7 @@ TEST_F(StoredLists, DatesAreIsoOrNothing) {
   EXPECT_EQ(DayText(DayOf(moment)), "2026-11-21");
 }
 
-class StoredStateTest : public testing::Test {
- protected:
+struct StoredStateTest : testing::Test {
   StoredState Load() { return LoadState(files, paths); }
 
   MemoryFiles files;

@@ -59,8 +59,7 @@ struct WebServer : QTcpServer {
   QHash<QByteArray, Answer> answers;  // by their paths
 };
 
-class UpdaterHttpTest : public testing::Test {
- protected:
+struct UpdaterHttpTest : testing::Test {
   // Opens the window anew.
   void Open(int patience = kBoundMs, QWidget* parent = nullptr) {
     const UpdateDeskOptions options{.dataFolder = folder.path().toStdString(),

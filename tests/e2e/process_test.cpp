@@ -12,8 +12,7 @@
 namespace brindle::test {
 namespace {
 
-class ProcessTest : public testing::Test {
- protected:
+struct ProcessTest : testing::Test {
   // Without a display, or on one that nobody sees and that is not small enough to be told about.
   void Start(const QStringList& arguments, const char* platform,
              const QString& program = BRINDLE_PROGRAM) {

@@ -28,13 +28,6 @@ TEST_F(RoomTest, SelectedMailsAreRequestedOnceAtAnEasyPace) {
       "12 Green\r\n007 Black\r\n20 White\r\n21 White\r\n30 White\r\n31 White\r\n");
   window.LoadList(window.Folder().File("mails.txt"));
   window.Type("txtListAOLSN", "JaneD");
-  window.Click("cmdFind");
-  window.Type("cmbSearch", "Red");
-  window.Press("cmbSearch", Qt::Key_Return);
-  window.Click("cmdAll");
-  window.Click("cmdReturn");
-  EXPECT_EQ(window.Checked(), "1 3 4");
-  window.Choose("mnuSelectNone");
   window.ClickCheckBox(0);
   window.ClickCheckBox(2);
   window.Choose("mnuSelectBetween");

@@ -7,8 +7,7 @@ namespace {
 
 using std::string_literals::operator""s;
 
-class SessionTest : public testing::TestWithParam<IrcServer::Kind> {
- protected:
+struct SessionTest : testing::TestWithParam<IrcServer::Kind> {
   void SetUp() override { ASSERT_TRUE(server_.Start()) << server_.Error().toStdString(); }
   // Anna and Wanda; a server may name them in any order.
   bool AreTwo() {
