@@ -65,7 +65,7 @@ def by_keys(brindle):
     walk_to(brindle, "Line to send")
     brindle.type("thanks, MailBot!")
     brindle.key("Return")
-    brindle.shows("Room", "\n<visitor> thanks, MailBot!")
+    brindle.shows("Room", "<visitor> thanks, MailBot!")
 
 
 def by_actions(brindle):
