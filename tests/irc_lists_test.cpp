@@ -1,7 +1,13 @@
+// The lists beside the chat: IRC servers, and who is here.
 #include "irc/irc_servers.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
+#include "base/text.h"
+#include "irc/who_list.h"
 #include "support/stage.h"
 
 namespace brindle {
@@ -75,6 +81,48 @@ TEST_F(IrcServersTest, ThePortFollowsTheSelectionAndTheTyping) {
   EXPECT_EQ(Rows() + stage.Taken(), "a 1|b 40000|");
   servers.cmdConnectRemove_Click(0);
   EXPECT_EQ(Rows() + stage.Taken(), "b 40000|port ");
+}
+
+TEST(WhoList, AgreesWithWalkingOverEveryNick) {
+  WhoList who;
+  std::vector<std::string> model;
+  std::string told;
+  who.Nicks().Observe([&told](const ListChange& change) {
+    if (change.when == ListChange::When::kAfter) told = std::to_string(change.index);
+  });
+  std::mt19937 random(5);
+  const auto nick = [&random] {
+    std::string made(random() % 3, "@+x"[random() % 3]);
+    if (random() % 4 == 0) made += random() % 2 == 0 ? "\u00C9" : "\u00E9";
+    return made + "aAbB"[random() % 4] + std::to_string(random() % 2000);
+  };
+  for (int step = 0; step < 6000; ++step) {
+    const std::string name = nick();
+    told.clear();
+    // The room fills, changes for a while, and empties.
+    if (random() % 100 < (step < 1500 ? 90 : step < 4500 ? 50 : 10)) {
+      who.AddNick(name);
+      EXPECT_EQ(told, std::to_string(model.size()));
+      model.push_back(name);
+    } else {
+      // The first that is equal, whole or without its first character.
+      const auto found = std::find_if(model.begin(), model.end(), [&](const std::string& known) {
+        return EqualsIgnoringCase(known, name) ||
+               EqualsIgnoringCase(known.substr(known.starts_with('\xC3') ? 2 : 1), name);
+      });
+      who.RemoveNick(name);
+      EXPECT_EQ(told, found == model.end() ? "" : std::to_string(found - model.begin())) << name;
+      if (found != model.end()) model.erase(found);
+    }
+    ASSERT_TRUE(step % 100 != 0 || who.Nicks().Items() == model) << step;
+  }
+  who.AddNick("z");
+  who.RemoveNick("");
+  EXPECT_EQ(who.Nicks()[who.Nicks().Size() - 1], "z");
+  who.Clear();
+  who.RemoveNick("z");
+  who.AddNick("z");
+  EXPECT_EQ(who.Nicks().Items(), std::vector<std::string>{"z"});
 }
 
 }  // namespace
