@@ -177,6 +177,7 @@ TEST(ListSelection, ChecksRowsByTheMenu) {
       {string, "x...x.", "  ", "x...x.", ask},
       {string, "x...x.", "a*", "x...x.", ask + "; i Couldn't find any titles with 'a*'."},
       {string, "x...x.", "ABC", "xxx.x.", ask + "; i Found and selected 3 with the title 'abc'."},
+      {string, "......", "B C", "...x..", ask + "; i Found and selected 1 with the title 'b c'."},
       {string, "", "a", "", unloaded},
   };
   for (const auto& row : table) {
