@@ -143,19 +143,27 @@ TEST_F(KernelsTest, LowerCaseLikeLowerCaseAtEveryAlignment) {
   EXPECT_EQ(std::string_view(lower.Data(), lower.Size()), LowerCase(every));
 }
 
-TEST_F(KernelsTest, MarkLineEnds) {
+TEST_F(KernelsTest, MarkTheBytesAskedForAndNothingBehindThem) {
   constexpr size_t kMasks = 3;
+  constexpr std::uint64_t kGuard = 7;
   WithEach([this] {
     for (size_t begin = 0; begin < 140; ++begin) {
       std::string text(begin + kMasks * kMaskBytes, '\0');
       // Bytes that differ from the wanted ones in one bit or by one are the ones to get wrong.
       for (char& c : text) c = "\n\r\x0B\x0C\x0E\x8A\x8D\x09 a"[Number(10)];
-      std::uint64_t ends[kMasks];
-      Kernels().lineEnds(text.data() + begin, ends, kMasks);
-      for (size_t i = 0; begin + i < text.size(); ++i) {
-        const bool isEnd = text[begin + i] == '\n' || text[begin + i] == '\r';
-        ASSERT_EQ(ends[i / 64] >> (i % 64) & 1U, isEnd ? 1U : 0U) << begin << " " << i;
+      const char* here = text.data() + begin;
+      std::uint64_t ends[] = {0, 0, 0, kGuard};
+      std::uint64_t pairs[] = {0, 0, 0, kGuard};
+      Kernels().lineEnds(here, ends, kMasks);
+      const bool any = Kernels().pairs(here, 'a', here + kMaskBytes, '\n', pairs, kMasks - 1);
+      for (size_t i = 0; i < kMasks * kMaskBytes; ++i) {
+        const auto bit = [i](const std::uint64_t* mask) { return mask[i / 64] >> (i % 64) & 1U; };
+        ASSERT_EQ(bit(ends), here[i] == '\n' || here[i] == '\r') << begin << " " << i;
+        const bool pair = i < 128 && here[i] == 'a' && here[i + kMaskBytes] == '\n';
+        ASSERT_EQ(bit(pairs), pair) << begin << " " << i;
       }
+      ASSERT_EQ(any, pairs[0] + pairs[1] > 0);
+      ASSERT_EQ(ends[kMasks] + pairs[kMasks], 2 * kGuard);
     }
   });
 }
