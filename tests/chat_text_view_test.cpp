@@ -251,7 +251,9 @@ TEST_F(ChatTextViewTest, TellsAssistiveTechnologyItsText) {
   Add("<a> h\u00F6 \U0001F600!");
   view_.Append({{{0, 0, 255}, "\r\nblue words"}});
   AddLines(1000);
-  QAccessibleTextInterface* text = QAccessible::queryAccessibleInterface(&view_)->textInterface();
+  QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&view_);
+  EXPECT_TRUE(accessible->state().readOnly);
+  QAccessibleTextInterface* text = accessible->textInterface();
   const QString all = view_.PlainText();
   EXPECT_EQ(text->text(0, text->characterCount()), all);
   for (const int start : {1, 12, 4500})
