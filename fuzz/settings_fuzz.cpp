@@ -8,7 +8,7 @@
 #include "settings/options.h"
 #include "settings/secure_servers.h"
 #include "settings/stored_lists.h"
-#include "support/memory_files.h"
+#include "support/memory.h"
 
 using namespace brindle;
 using fuzz::Require;

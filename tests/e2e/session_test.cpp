@@ -256,7 +256,8 @@ TEST_F(RoomTest, WhatIsTypedPastedAnnouncedAndAskedByHand) {
   EXPECT_EQ(window.Text("cmdIdle"), timer.isActive() && timer.interval() == 60000 ? "Back" : "");
   QMetaObject::invokeMethod(&timer, "timeout");
   const Texts all = meeting.Said(said.size() + 1);
-  EXPECT_TRUE(all.back().starts_with(kTo + "\0035Check out \0039Brindle \0035for your"));
+  ASSERT_GT(all.size(), said.size());
+  EXPECT_TRUE(all[said.size()].starts_with(kTo + "\0035Check out \0039Brindle \0035for your"));
 }
 
 }  // namespace
