@@ -57,7 +57,8 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   server.UseServices();
   ASSERT_TRUE(server.Start()) << server.Error().toStdString();
   RawClient owner("Owner");
-  ASSERT_TRUE(owner.Connect(server.Port()));
+  owner.Begin(server.Port());
+  ASSERT_TRUE(owner.WaitForWelcome());
   owner.Say("NickServ", "REGISTER sesame1 owner@brindle.test");
   ASSERT_TRUE(owner.WaitForLine(" 900 "));
 
@@ -84,7 +85,8 @@ TEST(NewerTest, NickServIsToldWhereTheServerHasNoAccounts) {
   IrcServer server{IrcServer::Kind::kNgircd};
   ASSERT_TRUE(server.Start()) << server.Error().toStdString();
   RawClient nickServ("NickServ");
-  ASSERT_TRUE(nickServ.Connect(server.Port()));
+  nickServ.Begin(server.Port());
+  ASSERT_TRUE(nickServ.WaitForWelcome());
   WindowDriver window;
   Options& options = window.App().Settings();
   options.useNewerProtocol = options.tellNickServ = true;
