@@ -249,6 +249,16 @@ TEST(Certificates, AreTrustedForTheirServerOnlyWhenTheUserSaysSo) {
   EXPECT_EQ(attempt("BB"), "connect irc.example 6667 tls AA");
   stage.fields.port = "6697";
   EXPECT_EQ(attempt("AA"), "connect irc.example 6697 tls");
+  // The room that waits for the welcome waits through the question.
+  stage.answers = {"yes"};
+  stage.connection.cmdConnect_Click(stage.fields);
+  stage.connection.EnterRoom("#x");
+  stage.connection.wsChat_Untrusted({"srv", "maker", "self-signed", "AA"});
+  stage.open = true;
+  stage.connection.wsChat_Connect();
+  stage.Taken();
+  stage.Receive(":srv 001 me :Welcome");
+  EXPECT_NE(stage.Taken().find("> JOIN #x\n"), std::string::npos);
 }
 
 TEST(StrictTransport, TurnsToTlsAndStaysThereUntilItsTimeHasRunOut) {

@@ -45,6 +45,10 @@ TEST(Dialogs, SayTextAsItIsAndGiveTheAnswer) {
     click(button, QMessageBox::Warning);
     EXPECT_EQ(dialogs.Question(Icon::kExclamation, text), button == QMessageBox::Yes);
   }
+  for (const auto icon : {Icon::kExclamation, Icon::kCritical}) {
+    Next<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+    EXPECT_EQ(dialogs.Question(icon, text), icon == Icon::kExclamation);
+  }
   const auto type = [](const QString& typed, Qt::Key key) {
     Next<QInputDialog>([=](QInputDialog& box) {
       EXPECT_EQ(box.labelText(), "Which\nroom?");

@@ -114,7 +114,9 @@ void Connection::StrictTransport(std::optional<int> port,
     wished_.port = fields_.port;
     queue_.QueueLine("\r\n\0033* " + fields_.server + " wants to be reached by TLS only",
                      Kind::kStatus);
+    const std::string room = roomAfterWelcome_;
     Connect(ConnectFields(fields_));
+    roomAfterWelcome_ = room;
   } else if (duration) {
     ways_.secure.SetStrict(host, static_cast<int>(LeadingNumber(fields_.port)), *duration, now);
   }
@@ -124,6 +126,7 @@ void Connection::wsChat_Untrusted(const ServerCertificate& certificate) {
   const std::string host(BareHost(fields_.server));
   const int port = static_cast<int>(LeadingNumber(fields_.port));
   const bool isChanged = !ways_.secure.Trusted(host, port).empty();
+  const std::string room = roomAfterWelcome_;
   reached_ = true;
   wsChat_Error("The certificate of " + host + " is not to be trusted: " + certificate.fault);
   // Nobody may be there to answer when the connection is made again by itself.
@@ -131,7 +134,7 @@ void Connection::wsChat_Untrusted(const ServerCertificate& certificate) {
   if (stopped_) return;
   const unsigned number = session_.number;
   const bool trust = views_.dialogs.Question(
-      Icon::kExclamation,
+      Icon::kCritical,
       (isChanged ? host + " shows another certificate than the one that you trust.\r\r" : "") +
           host + " cannot prove who it is: " + certificate.fault + "\r\rIts certificate is for " +
           certificate.subject + ", made by " + certificate.issuer +
@@ -139,7 +142,9 @@ void Connection::wsChat_Untrusted(const ServerCertificate& certificate) {
           EndpointText(host, port) + " from now on?");
   if (!trust || stopped_ || session_.number != number) return;
   ways_.secure.Trust(host, port, certificate.fingerprint);
+  views_.window.ShowHint("");
   Connect(ConnectFields(fields_));
+  roomAfterWelcome_ = room;
 }
 
 void Connection::Disconnect() {

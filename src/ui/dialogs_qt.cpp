@@ -36,6 +36,8 @@ int ShowBox(Icon icon, const std::string& text, QMessageBox::StandardButtons but
   QMessageBox box(ToQtIcon(icon), "Brindle", WithLineFeeds(text), buttons,
                   QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
+  // Nobody agrees to a danger by a key that was meant for something else.
+  if (icon == Icon::kCritical) box.setDefaultButton(QMessageBox::No);
   return box.exec();
 }
 
