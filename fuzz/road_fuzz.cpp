@@ -28,7 +28,8 @@ struct Road : TalkStage {
   // What the server may make us say by itself.
   void RequireUnasked(std::string_view line) const {
     const bool isNew = options.useNewerProtocol || options.connection != ConnectionOptions();
-    bool known = isNew && (line.starts_with("CAP ") || line.starts_with("AUTHENTICATE "));
+    bool known = isNew && (line.starts_with("CAP ") || line.starts_with("AUTHENTICATE ") ||
+                           line.starts_with("WHO "));
     for (const char* start : {"PONG :", "WHOIS ", "PART "}) known |= line.starts_with(start);
     // Before the welcome: other nicks; with it, the room that the user chose meanwhile.
     for (const char* start : {"NICK ", "USER ", "JOIN #chosen"}) known |= line.starts_with(start);

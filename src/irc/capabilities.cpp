@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "settings/endpoint.h"
+#include "settings/secure_servers.h"
 
 namespace brindle {
 namespace {
@@ -13,8 +15,6 @@ constexpr std::string_view kWanted[] = {
     "echo-message",   "labeled-response", "message-tags", "multi-prefix", "server-time",
 };
 constexpr size_t kMostOffered = 500;
-constexpr int kHighestPort = 65535;
-constexpr long long kLongestDuration = 10LL * 365 * 24 * 3600;
 
 // "CAP", the nick, the word, and the list.
 constexpr size_t kLeastParameters = 4;
@@ -56,7 +56,8 @@ std::optional<StrictTransport> ReadStrictTransport(std::string_view value) {
       read.port = static_cast<int>(*port);
     } else if (key == "duration") {
       if (!IsAllDigits(number)) return std::nullopt;
-      read.duration = WholeNumber(number, 0, kLongestDuration).value_or(kLongestDuration);
+      read.duration =
+          WholeNumber(number, 0, SecureServers::kLongestWish).value_or(SecureServers::kLongestWish);
     }
   }
   return read.port || read.duration ? std::optional(read) : std::nullopt;

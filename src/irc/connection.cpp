@@ -14,7 +14,6 @@ namespace {
 
 constexpr char kDisconnectedLine[] = "\r\n\0034Disconnected...";
 constexpr char kSilentServer[] = "The server did not answer in time.";
-constexpr int kHighestPort = 65535;
 constexpr int kHighestNickNumber = 999;
 constexpr int kMostRefusedNicks = 4;
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "settings/endpoint.h"
 
 namespace brindle {
 namespace {
 
 constexpr int kPlainPort = 6667;
 constexpr int kSecurePort = 6697;
-constexpr int kHighestPort = 65535;
 constexpr size_t kLongestHost = 253;  // RFC 1035, section 2.3.4
 constexpr size_t kLongestRoom = 200;  // RFC 1459, section 1.3
 constexpr std::string_view kSchemes[] = {"irc://", "ircs://"};

@@ -8,8 +8,6 @@
 namespace brindle {
 namespace {
 
-constexpr int kHighestPort = 65535;
-
 QNetworkProxy SystemProxy(const QNetworkProxyQuery& query) {
   const QList<QNetworkProxy> proxies = QNetworkProxyFactory::systemProxyForQuery(query);
   return proxies.isEmpty() ? QNetworkProxy::NoProxy : proxies.first();

@@ -8,6 +8,8 @@
 
 namespace brindle {
 
+inline constexpr int kHighestPort = 65535;
+
 // The text cut at its colons; the colons of an address in brackets do not cut, and the brackets are
 // taken off.
 std::vector<std::string_view> EndpointParts(std::string_view text);

@@ -10,10 +10,7 @@ namespace {
 
 constexpr char kTrust[] = "trust";
 constexpr char kStrict[] = "strict";
-// A server that asks for more is content with this: ten years.
-constexpr SecureServers::Seconds kLongestWish = 315'360'000;
 constexpr size_t kMostRows = 200;
-constexpr int kHighestPort = 65535;
 
 std::string RowKey(const char* key, size_t row) { return key + std::to_string(row); }
 

@@ -18,6 +18,8 @@ inline constexpr const char* kSecureServersSection = "secure servers";
 class SecureServers {
  public:
   using Seconds = std::int64_t;  // since 1970-01-01 UTC
+  // A host that asks for more is content with this: ten years.
+  static constexpr Seconds kLongestWish = 315'360'000;
 
   // `settings` must outlive this.
   explicit SecureServers(SettingsFile& settings) : settings_(settings) {}
@@ -28,7 +30,7 @@ class SecureServers {
 
   // The TLS port that `host` asked for, unless its wish has run out.
   std::optional<int> StrictPort(std::string_view host, Seconds now) const;
-  // Keeps a wish for so long; a duration of 0 forgets it.
+  // Keeps a wish for so long, at most kLongestWish; a duration of 0 forgets it.
   void SetStrict(std::string_view host, int port, Seconds duration, Seconds now);
 
  private:
