@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/text.h"
+#include "irc/irc_line.h"
 #include "settings/endpoint.h"
 #include "settings/secure_servers.h"
 
@@ -29,20 +30,6 @@ void ForEachName(std::string_view list, Use use) {
 }
 
 }  // namespace
-
-std::vector<std::string_view> ParametersOf(std::string_view line) {
-  std::vector<std::string_view> parameters;
-  if (line.starts_with(':')) line.remove_prefix(std::min(line.find(' '), line.size()));
-  while (true) {
-    line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-    if (line.empty()) return parameters;
-    const bool isLast = line.starts_with(':') && !parameters.empty();
-    if (isLast) line.remove_prefix(1);
-    parameters.push_back(isLast ? line : line.substr(0, line.find(' ')));
-    if (isLast) return parameters;
-    line.remove_prefix(parameters.back().size());
-  }
-}
 
 std::optional<StrictTransport> ReadStrictTransport(std::string_view value) {
   StrictTransport read;

@@ -11,9 +11,6 @@
 
 namespace brindle {
 
-// The command and the parameters of a line, without its source.
-std::vector<std::string_view> ParametersOf(std::string_view line);
-
 // What "sts" says (IRCv3): where the server is reached by TLS, and for how many seconds to keep to
 // that. Either may be missing.
 struct StrictTransport {

@@ -53,6 +53,20 @@ std::string IrcLine::WordRest(size_t index) const { return JoinFrom(AllWords(), 
 
 std::string IrcLine::Nick() const { return std::string(NickOf(first_[0])); }
 
+std::vector<std::string_view> ParametersOf(std::string_view line) {
+  std::vector<std::string_view> parameters;
+  if (line.starts_with(':')) line.remove_prefix(std::min(line.find(' '), line.size()));
+  while (true) {
+    line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+    if (line.empty()) return parameters;
+    const bool isLast = line.starts_with(':') && !parameters.empty();
+    if (isLast) line.remove_prefix(1);
+    parameters.push_back(isLast ? line : line.substr(0, line.find(' ')));
+    if (isLast) return parameters;
+    line.remove_prefix(parameters.back().size());
+  }
+}
+
 std::string_view WithoutColon(std::string_view word) {
   if (word.starts_with(':')) word.remove_prefix(1);
   return word;

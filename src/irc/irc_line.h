@@ -54,6 +54,10 @@ class IrcLine {
   mutable std::vector<std::string_view> words_;  // cut when somebody asks
 };
 
+// The command and the parameters of a line, without its source, cut as RFC 1459, section 2.3.1
+// says: by runs of blanks, the last one whole.
+std::vector<std::string_view> ParametersOf(std::string_view line);
+
 // `word` without one leading colon: servers may send any last parameter with one.
 std::string_view WithoutColon(std::string_view word);
 
