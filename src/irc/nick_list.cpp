@@ -44,21 +44,20 @@ void NickList::Add(std::string_view nick) {
   });
 }
 
-bool NickList::Contains(std::string_view nick) const {
-  const std::string wanted = LowerCase(nick);
-  const auto first = keys_.lower_bound({wanted, 0});
-  return first != keys_.end() && first->first == wanted;
-}
-
-std::optional<NickList::Place> NickList::Find(std::string_view nick) {
+std::optional<NickList::Arrival> NickList::FirstBy(std::string_view nick) const {
   const std::string wanted = LowerCase(nick);
   const auto first = keys_.lower_bound({wanted, 0});
   if (first == keys_.end() || first->first != wanted) return std::nullopt;
-  const Arrival arrival = first->second;
+  return first->second;
+}
+
+std::optional<NickList::Place> NickList::Find(std::string_view nick) {
+  const std::optional<Arrival> arrival = FirstBy(nick);
+  if (!arrival) return std::nullopt;
   // In the last block that begins no later.
   const auto begins = [](const Block& rows) { return rows.front().arrival; };
-  const auto block = std::prev(std::ranges::upper_bound(blocks_, arrival, {}, begins));
-  const auto row = std::ranges::lower_bound(*block, arrival, {}, &Row::arrival);
+  const auto block = std::prev(std::ranges::upper_bound(blocks_, *arrival, {}, begins));
+  const auto row = std::ranges::lower_bound(*block, *arrival, {}, &Row::arrival);
   auto index = static_cast<size_t>(row - block->begin());
   for (auto before = blocks_.begin(); before != block; ++before) index += before->size();
   return Place{block, row, index};

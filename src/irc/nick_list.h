@@ -33,7 +33,7 @@ class NickList : public Observed {
   void Renew(std::string_view nick, const std::function<void()>& change);
 
   // True for a nick that Remove would find.
-  bool Contains(std::string_view nick) const;
+  bool Contains(std::string_view nick) const { return FirstBy(nick).has_value(); }
 
   void Clear();
 
@@ -53,6 +53,8 @@ class NickList : public Observed {
   // Calls use(key) with each text that the row is found by.
   template <typename Use>
   static void ForEachKey(const std::string& nick, Use use);
+  // The row that Remove would take.
+  std::optional<Arrival> FirstBy(std::string_view nick) const;
   std::optional<Place> Find(std::string_view nick);
   void RemoveAt(std::vector<Block>::iterator block, Block::iterator row);
 
