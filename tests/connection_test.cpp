@@ -206,6 +206,11 @@ TEST_F(ReconnectTest, StaysAwayWhenThatIsMeant) {
   const std::pair<const char*, std::function<void()>> table[] = {
       {"quit", [&] { Quit(*this), connection.wsChat_Close(); }},
       {"cancelled", [&] { connection.wsChat_Error("x"), connection.cmdConnectCancel_Click(); }},
+      {"a click that leads nowhere",
+       [&] {
+         connection.wsChat_Error("x"), Taken(), connection.cmdConnect_Click({});
+         EXPECT_EQ(Taken().find("no cancel\npanel Status - Disconnected\n"), 0U);
+       }},
       {"banned", [&] { Receive(":srv 465 me :No"), connection.wsChat_Close(); }},
       {"not wanted", [&] { options.reconnect = false, connection.wsChat_Error("x"); }},
       {"the program ends", [&] { connection.wsChat_Error("x"), connection.Stop(); }},
@@ -269,6 +274,10 @@ TEST(StrictTransport, TurnsToTlsAndStaysThereUntilItsTimeHasRunOut) {
   EXPECT_NE(stage.Taken().find("\nconnect irc.example 6697 tls"), std::string::npos);
   EXPECT_EQ(stage.secure.StrictPort("irc.example", 0), std::nullopt);  // not seen to work yet
   stage.open = stage.isSecure = true;
+  stage.secure.Trust("irc.example", 6697, "AA");
+  stage.connection.StrictTransport(std::nullopt, 1000);
+  EXPECT_EQ(stage.secure.StrictPort("irc.example", 0), std::nullopt);  // it may be anybody
+  stage.secure.Trust("irc.example", 6697, "");
   stage.connection.StrictTransport(std::nullopt, 1000);
   stage.connection.wsChat_Error("x");
   stage.Taken();

@@ -49,7 +49,9 @@ ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& m
     connection_.tmrConnect_Timer();
     if (!connection_.IsWaiting()) tmrConnect_.stop();
   });
-  connection_.OnWaiting([this] { tmrConnect_.start(); });
+  connection_.OnWaiting([this] {
+    if (!tmrConnect_.isActive()) tmrConnect_.start();
+  });
 }
 
 void ChatDesk::Reset() {

@@ -35,6 +35,8 @@ void Connection::SendRaw(std::string_view line) {
 
 void Connection::cmdConnect_Click(const ConnectFields& fields) {
   if (caption_ == ConnectCaption::kConnect) {
+    // What is about to be done by itself gives way, even to a click that leads nowhere.
+    if (reconnect_.IsWaiting()) cmdConnectCancel_Click();
     wished_ = fields;
     wasWelcome_ = false;
     lastRoom_.clear();
@@ -116,8 +118,12 @@ void Connection::StrictTransport(std::optional<int> port,
     const std::string room = roomAfterWelcome_;
     Connect(ConnectFields(fields_));
     roomAfterWelcome_ = room;
-  } else if (duration) {
-    ways_.secure.SetStrict(host, static_cast<int>(LeadingNumber(fields_.port)), *duration, now);
+    return;
+  }
+  const int securePort = static_cast<int>(LeadingNumber(fields_.port));
+  // Where only the user vouches for the certificate, it may be anybody who asks.
+  if (duration && ways_.secure.Trusted(host, securePort).empty()) {
+    ways_.secure.SetStrict(host, securePort, *duration, now);
   }
 }
 
@@ -241,6 +247,8 @@ void Connection::wsChat_Connect() {
 
 void Connection::wsChat_DataArrival(std::string_view received) {
   link_.Heard(clock_.Ticks());
+  // The watch may be wanted only since the session began.
+  if (ways_.options.reconnect && wake_) wake_();
   receive_(received, session_.currentNick);
 }
 

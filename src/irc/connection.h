@@ -77,7 +77,7 @@ class Connection : public ChatSocketEvents {
         clock_(clock),
         ways_(std::move(ways)) {}
 
-  // Called when there is something to wait for.
+  // Called when there is something to wait for, perhaps once more.
   void OnWaiting(std::function<void()> wake) { wake_ = std::move(wake); }
 
   // Must be set before the first event arrives.

@@ -160,8 +160,8 @@ void Handshake::TellNickServ() {
   const std::string password = password_ ? password_() : "";
   if (password.empty()) return screen_.window.ShowHint(kNoPassword);
   const std::string& account = options_.connection.account;
-  connection_.SendRaw(
-      PrivMsg("NickServ", "IDENTIFY " + account + (account.empty() ? "" : " ") + password));
+  lines_.SendTyped(
+      PrivMsg("NickServ", "IDENTIFY " + account + (account.empty() ? "" : " ") + password), {});
 }
 
 void Handshake::Refuse(const std::string& words) {
