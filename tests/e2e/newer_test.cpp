@@ -1,6 +1,8 @@
 // Newer servers, with the options that make use of them: a real InspIRCd.
 
 #include <QAbstractItemView>
+#include <QFile>
+#include <QSslCertificate>
 
 #include "meeting.h"
 
@@ -14,6 +16,8 @@ TEST(NewerTest, OwnLinesComeBackAndARefusedRequestIsCheckedAgain) {
   auto& [window, bot] = meeting;
   window.App().Settings().useNewerProtocol = true;
   window.App().Settings().timestampChatLines = true;
+  window.App().Settings().askAbsentServer = true;
+  window.App().Settings().answerCtcp = true;
   ASSERT_NO_FATAL_FAILURE(meeting.Begin(server.Port()));
   window.ShowTab(Tab::kRoom);
   window.Type("cmbSend", "hello");
@@ -48,12 +52,21 @@ TEST(NewerTest, OwnLinesComeBackAndARefusedRequestIsCheckedAgain) {
   window.Click("cmdRequest");
   EXPECT_TRUE(window.ShowsInRoom("] <Wanda> !MailBot send JaneD 3 (refused: "));
   EXPECT_EQ(window.Checked(), "3");
+  bot.Say("Wanda", "\001VERSION\001");
+  EXPECT_TRUE(bot.WaitForLine(" NOTICE MailBot :\001VERSION Brindle v0.5.85"));
+  EXPECT_TRUE(window.Boxes().questions.empty());
+  bot.Send("PART #mailroom");
+  ASSERT_TRUE(WaitUntil([&] { return window.Items("lstWho") == "Wanda"; }));
+  window.Click("cmdRequest");
+  ASSERT_EQ(window.Boxes().questions.size(), 1U);
+  EXPECT_EQ(window.Checked(), "3");
   // But for the refusal, nothing was told that Brindle does not know.
   EXPECT_EQ(Count(window.Status(), "NOT PARSED") + Count(window.Status(), "IS NUMERIC"), 1);
 }
 
 TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   IrcServer server{IrcServer::Kind::kInspircd};
+  server.UseTls();
   server.UseServices();
   ASSERT_TRUE(server.Start()) << server.Error().toStdString();
   RawClient owner("Owner");
@@ -70,15 +83,35 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
     emit window.App().Window().OptionsControls().PasswordTyped(password);
   };
   setPassword("open");
+  window.Boxes().questionAnswers = {true};  // to trust the server, which asks for TLS
   window.Connect("Wanda", "", server.Port());
   // Two programs take part in the answer, which may take its time on a busy machine.
   ASSERT_TRUE(window.Tells("lblConnectTrouble", "Account refused: SASL authentication failed"))
       << window.Status();
-  EXPECT_TRUE(HasEnded(window, "Account refused", 1));
+  EXPECT_TRUE(HasEnded(window, "Account refused", 2));
   setPassword("sesame1");
   ASSERT_TRUE(window.Register("Wanda", server.Port()));
   EXPECT_TRUE(window.ShowsInStatus("You are now logged in as Owner"));
   EXPECT_EQ(Count(window.Status(), "sesame1") + Count(window.Status(), "AUTHENTICATE"), 0);
+  window.Leave();
+  ASSERT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
+
+  // A certificate that the account knows; any will do, so that of the server does.
+  QFile certificate(server.CertificatePath());
+  QFile key(server.KeyPath());
+  ASSERT_TRUE(certificate.open(QIODevice::ReadOnly) && key.open(QIODevice::ReadOnly));
+  const QByteArray pem = certificate.readAll();
+  owner.Say(
+      "NickServ",
+      "CERT ADD " + QSslCertificate(pem).digest(QCryptographicHash::Sha256).toHex().toStdString());
+  ASSERT_TRUE(owner.WaitForLine(" to your "));
+  owner.Send("QUIT");  // these services want the account free
+  ASSERT_TRUE(owner.WaitForLine("ERROR "));
+  window.Folder().Write("mine.pem", (pem + key.readAll()).toStdString());
+  options.proof = AccountProof::kCertificate;
+  options.certificatePath = window.Folder().File("mine.pem").toStdString();
+  ASSERT_TRUE(window.Register("Wanda", server.Port()));
+  EXPECT_EQ(Count(window.Status(), "You are now logged in as Owner"), 2);
 }
 
 TEST(NewerTest, NickServIsToldWhereTheServerHasNoAccounts) {
@@ -93,7 +126,7 @@ TEST(NewerTest, NickServIsToldWhereTheServerHasNoAccounts) {
   options.connection.proof = AccountProof::kPassword;
   options.connection.account = "Owner";
   emit window.App().Window().OptionsControls().PasswordTyped("sesame1");
-  ASSERT_TRUE(window.Register("Wanda", server.Port()));
+  ASSERT_TRUE(window.Register("Wanda", server.Port(), NewerLoopback()));
   EXPECT_TRUE(nickServ.WaitForLine(" PRIVMSG NickServ :IDENTIFY Owner sesame1"));
   EXPECT_EQ(Count(window.Status() + window.Room(), "sesame1"), 0);
 }

@@ -41,11 +41,11 @@ IrcServer::IrcServer(Kind kind) : kind_(kind) {
 void IrcServer::UseTls() {
   Companion openssl(Companion::User::kSame);
   const QString folder = PathForCompanions(folder_.path());
-  openssl.Start(
-      "/usr/bin/openssl",
-      {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
-       "-days", "2", "-subj", "/CN=irc.brindle.test", "-addext", "subjectAltName=IP:127.0.0.1",
-       "-keyout", folder + "/key.pem", "-out", folder + "/cert.pem"});
+  openssl.Start("/usr/bin/openssl",
+                {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
+                 "-nodes", "-days", "2", "-subj", "/CN=irc.brindle.test", "-addext",
+                 "subjectAltName=IP:127.0.0.1,DNS:localhost", "-keyout", folder + "/key.pem",
+                 "-out", folder + "/cert.pem"});
   WaitUntil([&] { return !openssl.IsRunning(); }, kTimeoutMs);
   for (const char* name : {"key.pem", "cert.pem"}) {
     QFile::setPermissions(folder_.filePath(name),
@@ -77,6 +77,7 @@ bool IrcServer::StartServices() {
   const char* form = R"(loadmodule "modules/protocol/inspircd";
 loadmodule "modules/backend/opensex"; loadmodule "modules/crypto/posix";
 loadmodule "modules/nickserv/main"; loadmodule "modules/nickserv/register";
+loadmodule "modules/nickserv/cert"; loadmodule "modules/saslserv/external";
 loadmodule "modules/saslserv/main"; loadmodule "modules/saslserv/plain";
 serverinfo { name = "services.brindle.test"; desc = "Services"; numeric = "00B"; recontime = 1;
   netname = "BrindleTest"; hidehostsuffix = "users"; adminname = "tester"; auth = none;
@@ -132,7 +133,7 @@ QString IrcServer::Configuration(quint16 port) const {
   const char* ngircd = R"([Global]
 Name = irc.brindle.test
 Info = Test server
-Listen = 127.0.0.1
+Listen = 127.0.0.1,::1
 Ports = %1
 MotdFile = %2/motd.txt
 AdminInfo1 = Test server
@@ -168,8 +169,10 @@ PAM = no
     const char* tls = kind_ == Kind::kNgircd
                           ? "[SSL]\nCertFile = %2/cert.pem\nKeyFile = %2/key.pem\nPorts = %3\n"
                           : R"(<module name="ssl_gnutls">
-<sslprofile name="tls" provider="gnutls" certfile="%2/cert.pem" keyfile="%2/key.pem">
+<sslprofile name="tls" provider="gnutls" certfile="%2/cert.pem" keyfile="%2/key.pem"
+            hash="sha256">
 <bind address="127.0.0.1" port="%3" type="clients" sslprofile="tls">
+<module name="sslinfo"><module name="ircv3_sts"><sts host="*" duration="1h" port="%3">
 )";
     form = QString(form + tls).replace("%3", QString::number(tlsPort_));
   }

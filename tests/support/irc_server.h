@@ -26,6 +26,7 @@ class IrcServer {
   void UseTls();
   quint16 TlsPort() const { return tlsPort_; }
   QString CertificatePath() const { return folder_.filePath("cert.pem"); }
+  QString KeyPath() const { return folder_.filePath("key.pem"); }
 
   // Before Start, InspIRCd: accounts too, at a NickServ of its own and by SASL.
   void UseServices();

@@ -63,19 +63,20 @@ void WindowDriver::Click(const char* button) {
 
 void WindowDriver::Choose(const char* item) { Find<QAction>(item).trigger(); }
 
-void WindowDriver::Connect(const QString& nick, const QString& alternate, quint16 port) {
+void WindowDriver::Connect(const QString& nick, const QString& alternate, quint16 port,
+                           const QString& server) {
   ShowTab(Tab::kConnection);
   Type("txtConnectNick", nick);
   Type("txtAlternateNick", alternate);
-  Type("cmbConnectServer", "127.0.0.1");
+  Type("cmbConnectServer", server);
   Type("txtConnectPort", QString::number(port));
   Click("cmdConnect");
 }
 
-bool WindowDriver::Register(const QString& nick, quint16 port) {
+bool WindowDriver::Register(const QString& nick, quint16 port, const QString& server) {
   const auto greetings = [this] { return Plain("txtStatus").count("You are now connected."); };
   const auto before = greetings();
-  Connect(nick, "", port);
+  Connect(nick, "", port, server);
   return WaitUntil([&] { return greetings() > before; }, kTimeoutMs);
 }
 

@@ -51,9 +51,10 @@ class WindowDriver {
   void Choose(const char* item);
 
   // Fills in the connection panel and clicks Connect; waits for nothing.
-  void Connect(const QString& nick, const QString& alternate, quint16 port);
+  void Connect(const QString& nick, const QString& alternate, quint16 port,
+               const QString& server = "127.0.0.1");
   // The same, and waits for the end of the message of the day.
-  bool Register(const QString& nick, quint16 port);
+  bool Register(const QString& nick, quint16 port, const QString& server = "127.0.0.1");
   // Clicks a row of the channels list and the Join button; waits for nothing.
   void AskToJoin(int row);
   // The same, and waits until the names have come.
