@@ -106,6 +106,19 @@ TEST(Connection, FromTheFirstLineToTheLast) {
       {"a room chosen before the welcome",
        [](ChatStage& s) { s.Dial(), s.connection.EnterRoom("#x"), Welcome(s); },
        welcomed + "> JOIN #x\n6|Hi"},
+      {"a room chosen for an attempt that could not begin, and one that failed",
+       [](ChatStage& s) {
+         s.connection.cmdConnect_Click({"", "", "irc.example", "6667"});
+         s.connection.EnterRoom("#x"), s.Dial(), s.connection.wsChat_Error("x"), s.Dial();
+         Welcome(s);
+       },
+       welcomed + "> JOIN #x\n6|Hi"},
+      {"a room of another server",
+       [](ChatStage& s) {
+         s.connection.cmdConnect_Click({"", "", "elsewhere", "6667"});
+         s.connection.EnterRoom("#x"), s.Dial(), Welcome(s);
+       },
+       welcomed + "6|Hi"},
       {"a room chosen for an attempt that was cancelled",
        [](ChatStage& s) {
          s.Dial(), s.connection.EnterRoom("#x"), s.connection.cmdConnectCancel_Click(), s.Dial();

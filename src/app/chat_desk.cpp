@@ -76,8 +76,7 @@ void ChatDesk::GoTo(const IrcAddress& address) {
     window_.ShowTab(Tab::kConnection);
     panel.Connect();
   }
-  const bool connects = session_.connectionState != ConnectionState::kDisconnected;
-  if (connects && !address.room.empty()) connection_.EnterRoom(address.room);
+  if (!address.room.empty()) connection_.EnterRoom(address.room);
 }
 
 void ChatDesk::Close() {

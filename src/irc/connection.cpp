@@ -60,7 +60,6 @@ void Connection::Connect(const ConnectFields& fields) {
   refusedNicks_ = 0;
   quitSent_ = false;
   reached_ = false;
-  roomAfterWelcome_.clear();
   ++session_.number;
   session_.altNickUsed = false;
   session_.sourceLength = Session::kAssumedSourceLength;
@@ -115,9 +114,7 @@ void Connection::StrictTransport(std::optional<int> port,
     wished_.port = fields_.port;
     queue_.QueueLine("\r\n\0033* " + fields_.server + " wants to be reached by TLS only",
                      Kind::kStatus);
-    const std::string room = roomAfterWelcome_;
     Connect(ConnectFields(fields_));
-    roomAfterWelcome_ = room;
     return;
   }
   const int securePort = static_cast<int>(LeadingNumber(fields_.port));
@@ -131,7 +128,6 @@ void Connection::wsChat_Untrusted(const ServerCertificate& certificate) {
   const std::string host(BareHost(fields_.server));
   const int port = static_cast<int>(LeadingNumber(fields_.port));
   const bool isChanged = !ways_.secure.Trusted(host, port).empty();
-  const std::string room = roomAfterWelcome_;
   reached_ = true;
   wsChat_Error("The certificate of " + host + " is not to be trusted: " + certificate.fault);
   // Nobody may be there to answer when the connection is made again by itself.
@@ -149,7 +145,6 @@ void Connection::wsChat_Untrusted(const ServerCertificate& certificate) {
   ways_.secure.Trust(host, port, certificate.fingerprint);
   views_.window.ShowHint("");
   Connect(ConnectFields(fields_));
-  roomAfterWelcome_ = room;
 }
 
 void Connection::Disconnect() {
@@ -162,6 +157,7 @@ void Connection::Disconnect() {
 }
 
 void Connection::cmdConnectCancel_Click() {
+  afterWelcome_ = {};
   if (reconnect_.IsWaiting()) {
     reconnect_.Stop();
     views_.panel.ShowCancelButton(false);
@@ -201,7 +197,7 @@ void Connection::tmrConnect_Timer() {
 void Connection::ConnectAgain() {
   reconnect_.Stop();
   Connect(Strict(wished_));
-  roomAfterWelcome_ = lastRoom_;
+  afterWelcome_ = {ServerHost(), lastRoom_};
 }
 
 void Connection::ShowCountdown() {
@@ -227,11 +223,12 @@ bool Connection::MayReconnect() const {
 }
 
 void Connection::EnterRoom(const std::string& room) {
-  if (session_.connectionState != ConnectionState::kConnecting) {
+  if (session_.connectionState == ConnectionState::kRegistered) {
     SendRaw(Join(room));
     return;
   }
-  roomAfterWelcome_ = room;
+  // A click that led nowhere has told which server was meant.
+  afterWelcome_ = {std::string(BareHost(wished_.server)), room};
   views_.window.ShowHint(room + " will be entered after the server's welcome.");
 }
 
@@ -305,7 +302,8 @@ void Connection::Welcomed() {
   session_.connectionState = ConnectionState::kRegistered;
   views_.window.SessionChanged();
   if (welcome_) welcome_();
-  if (!roomAfterWelcome_.empty()) SendRaw(Join(std::exchange(roomAfterWelcome_, "")));
+  const auto [host, room] = std::exchange(afterWelcome_, {});
+  if (!room.empty() && host == ServerHost()) SendRaw(Join(room));
 }
 
 void Connection::NickInUse(const std::string& text) {
@@ -367,7 +365,6 @@ void Connection::EndSession() {
   session_.connectionState = ConnectionState::kDisconnected;
   session_.currentRoom.clear();
   deadline_ = wsChat_.IsConnected() ? deadline_ : kNoDeadline;
-  roomAfterWelcome_.clear();
   SetButton(ConnectCaption::kConnect, true);
   views_.panel.ShowCancelButton(false);
   views_.panel.SetNickFieldsEnabled(true);

@@ -111,7 +111,8 @@ class Connection : public ChatSocketEvents {
   // The program ends: nothing is asked and nothing connected any more.
   void Stop();
 
-  // Enters a room now or, before the server's welcome, after it.
+  // Enters a room now or, before the server's welcome, after it. The wish outlives an attempt that
+  // fails: it waits for the next one to the same server, unless the user gives up.
   void EnterRoom(const std::string& room);
 
   void wsChat_Connect() override;
@@ -179,7 +180,10 @@ class Connection : public ChatSocketEvents {
   ConnectCaption caption_ = ConnectCaption::kConnect;
   ConnectFields fields_;
   ConnectFields wished_;  // as they were when the user clicked
-  std::string roomAfterWelcome_;
+  struct {
+    std::string host;
+    std::string room;
+  } afterWelcome_;
   std::string lastRoom_;  // where the session stood when it was lost
   Reconnect reconnect_;
   LinkWatch link_;
