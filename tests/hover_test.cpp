@@ -78,6 +78,7 @@ TEST(HoverHelp, ExplainsWhatTheMouseIsOverAndWhatHasTheKeyboard) {
 
 TEST(HelpPage, LeadsToTheWebSiteAndNowhereElse) {
   HelpPage page;
+  page.show();  // it is read when somebody looks
   std::vector<QUrl> opened;
   page.SetOpener([&](const QUrl& address) { opened.push_back(address); });
   const auto click = [&page](const char* link) { emit page.anchorClicked(QUrl(link)); };

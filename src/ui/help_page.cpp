@@ -27,7 +27,6 @@ HelpPage::HelpPage(QWidget* parent) : QTextBrowser(parent) {
   setUndoRedoEnabled(false);
   SetWebAddress(kWebAddress);
   open_ = [](const QUrl& address) { QDesktopServices::openUrl(address); };
-  Load();
   connect(this, &QTextBrowser::anchorClicked, this, &HelpPage::Follow);
 }
 
@@ -36,10 +35,16 @@ void HelpPage::Load() {
   if (page.open(QIODevice::ReadOnly)) setHtml(QString::fromUtf8(page.readAll()));
 }
 
+// Laid out when somebody looks, which most starts never come to.
+void HelpPage::showEvent(QShowEvent* event) {
+  if (document()->isEmpty()) Load();
+  QTextBrowser::showEvent(event);
+}
+
 void HelpPage::changeEvent(QEvent* event) {
   QTextBrowser::changeEvent(event);
   // The links have taken their colour from the theme in which the page was read.
-  if (event->type() == QEvent::PaletteChange) {
+  if (event->type() == QEvent::PaletteChange && !document()->isEmpty()) {
     const int place = verticalScrollBar()->value();
     Load();
     verticalScrollBar()->setValue(place);

@@ -25,6 +25,7 @@ class HelpPage : public QTextBrowser {
   QVariant loadResource(int, const QUrl&) override { return {}; }
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
