@@ -203,6 +203,39 @@ TEST_F(ChatTextViewTest, ADragBeyondTheEdgeScrollsAndEndsWithTheFocus) {
   EXPECT_EQ(Top(), stopped);
 }
 
+TEST_F(ChatTextViewTest, DropsTheOldestLinesAndKeepsItsPlaceInTheOthers) {
+  view_.KeepAtMost(320);
+  QAccessibleTextInterface* text = QAccessible::queryAccessibleInterface(&view_)->textInterface();
+  AddLines(300);
+  Do("PgUp");
+  const LogPosition top = Top();
+  view_.Select({{200, 3}, {top.line, 9}});
+  const QString selected = view_.SelectedText();
+  for (const size_t dropped : {0U, 21U, 231U, 294U}) {  // the last with all that was there
+    while (view_.Log().Dropped() < dropped) AddLines(1);
+    const size_t gone = view_.Log().Dropped();
+    ASSERT_EQ(gone, dropped);
+    EXPECT_LE(view_.Log().LineCount(), 320U);
+    const LogPosition now =
+        top.line < gone ? LogPosition{} : LogPosition{top.line - gone, top.byte};
+    EXPECT_EQ(Top(), now);
+    EXPECT_TRUE(ScreenIsCurrent() && !view_.IsFollowing());
+    EXPECT_TRUE(selected.endsWith(view_.SelectedText()));
+    EXPECT_EQ(view_.Selection().end, (LogPosition{now.line, gone < 294 ? size_t{9} : 0}));
+    EXPECT_EQ(text->text(0, text->characterCount()), view_.PlainText());
+    EXPECT_EQ(view_.TextLength(),  // a line break counts as two there
+              static_cast<size_t>(view_.PlainText().size()) + view_.Log().LineCount() - 1);
+  }
+  Do("Ctrl+End");
+  for (const bool hidden : {false, true}) {
+    view_.setHidden(hidden);
+    AddLines(700);
+    view_.show();
+    EXPECT_TRUE(AtEnd() && ScreenIsCurrent());
+    EXPECT_TRUE(view_.PlainText().endsWith(QString("line %1 long enough for two").arg(next_ - 1)));
+  }
+}
+
 TEST_F(ChatTextViewTest, FindsWithTheBar) {
   Add("Needle one");
   AddLines(300);

@@ -25,6 +25,7 @@ struct OptionsStage : Stage, OptionsPageView {
   void ShowConnection(const ConnectionOptions& choices) override { Note(choices.certificatePath); }
   void ShowOptionsHint(const std::string& text) override { ShowHint(text); }
   void ShowTheme() override { Note("theme"); }
+  void KeepChatLines(int lines) override { Note("lines " + std::to_string(lines)); }
   void ShowColour(ColourSlot slot, Colour shown) override {
     Note(std::to_string(static_cast<int>(slot)) + " " + ColourText(shown));
   }
@@ -79,6 +80,7 @@ TEST(Options, AreReadLeniently) {
             (ConnectionOptions{AccountProof::kNone, "me", "", ProxyKind::kNone, ""}));
   EXPECT_EQ(Read("[find options]\ndays=29").FindDays(), 30);
   EXPECT_EQ(options.theme, ThemeChoice::kSystem);
+  EXPECT_EQ(Read("[chat options]\nlines=999").chatLines, 100'000);
   EXPECT_EQ(Read("[theme options]\ntheme=2").theme, ThemeChoice::kDark);
   EXPECT_EQ(options.sounds[2].path, "c:\\windows\\media\\notify.wav");
   EXPECT_EQ(options.sounds[6].path, "");

@@ -6,6 +6,28 @@
 
 namespace brindle {
 
+LogPosition Without(size_t lines, LogPosition position) {
+  if (position.line < lines) return {};
+  return {position.line - lines, position.byte};
+}
+
+LogRange Without(size_t lines, const LogRange& range) {
+  return {Without(lines, range.begin), Without(lines, range.end)};
+}
+
+void ChatLog::DropOldest(size_t lines) {
+  for (size_t i = 0; i < lines; ++i) {
+    textLength_ -= CharacterCount(Line(0)) + kCrLf.size();
+    lines_.pop_front();
+  }
+  dropped_ += lines;
+  // An empty line has no text.
+  const auto kept = std::find_if(lines_.begin(), lines_.end(),
+                                 [](const LineRecord& line) { return line.length > 0; });
+  text_.DropBefore(kept == lines_.end() ? nullptr : kept->text);
+  runs_.DropBefore(kept == lines_.end() ? nullptr : kept->runs);
+}
+
 void ChatLog::Append(const std::vector<ColouredRun>& runs) {
   for (const ColouredRun& run : runs) {
     textLength_ += CharacterCount(run.text);

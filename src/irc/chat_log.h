@@ -1,7 +1,7 @@
 #pragma once
-// The text behind a chat view: coloured lines that only grow at the end, kept compactly enough for
-// a million of them. A CR LF starts a new line, so a text that begins with one (as displayed texts
-// do) leaves the first line empty; it is kept.
+// The text behind a chat view: coloured lines that only grow at the end and may go from the front,
+// kept compactly enough for a million of them. A CR LF starts a new line, so a text that begins
+// with one (as displayed texts do) leaves the first line empty; it is kept.
 
 #include <compare>
 #include <cstdint>
@@ -39,6 +39,10 @@ struct LogRange {
   friend bool operator==(const LogRange&, const LogRange&) = default;
 };
 
+// The same place after the oldest `lines` went; the beginning for one that went with them.
+LogPosition Without(size_t lines, LogPosition position);
+LogRange Without(size_t lines, const LogRange& range);
+
 class ChatLog {
  public:
   ChatLog() { StartLine(); }
@@ -46,14 +50,20 @@ class ChatLog {
   // Continues the last line; every CR LF starts a new one. A CR LF must lie within one run.
   void Append(const std::vector<ColouredRun>& runs);
 
-  // Characters (code points) so far; a line break counts as two.
+  // Forgets the oldest lines; those after them are counted from 0 again. REQUIRES: at least one
+  // stays.
+  void DropOldest(size_t lines);
+  // How many went so far.
+  size_t Dropped() const { return dropped_; }
+
+  // Characters (code points) that are there; a line break counts as two.
   size_t TextLength() const { return textLength_; }
 
   // At least 1: an empty log is one empty line.
   size_t LineCount() const { return lines_.size(); }
 
   // A line's text without its break, and its colours, which cover the text exactly. Both are valid
-  // until the next Append. REQUIRES: line < LineCount().
+  // until the next change. REQUIRES: line < LineCount().
   std::string_view Line(size_t line) const { return {lines_[line].text, lines_[line].length}; }
   std::span<const LogRun> Runs(size_t line) const {
     return {lines_[line].runs, lines_[line].runCount};
@@ -86,6 +96,7 @@ class ChatLog {
   BlockStore<LogRun> runs_;
   std::deque<LineRecord> lines_;
   size_t textLength_ = 0;
+  size_t dropped_ = 0;
 };
 
 }  // namespace brindle

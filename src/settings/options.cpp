@@ -48,6 +48,7 @@ constexpr OptionBox kConnectionBoxes[] = {
 constexpr long long kLargestColour = 0xFFFFFF;
 constexpr const char* kDaysKey = "days";
 constexpr const char* kThemeKey = "theme";
+constexpr const char* kLinesKey = "lines";
 
 std::string StateText(bool on) { return on ? "1" : "0"; }
 
@@ -133,6 +134,11 @@ Options ReadOptions(const SettingsText& settings) {
   if (theme >= 0 && theme <= static_cast<long long>(ThemeChoice::kDark)) {
     options.theme = static_cast<ThemeChoice>(theme);
   }
+  const long long lines =
+      settings.ReadNumber(kChatOptions.section, kLinesKey, std::to_string(options.chatLines));
+  if (lines >= kFewestChatLines && lines <= kMostChatLines) {
+    options.chatLines = static_cast<int>(lines);
+  }
   ReadColours(settings, options);
   return options;
 }
@@ -150,6 +156,7 @@ void AppendOptions(const Options& options, std::vector<Setting>& settings) {
   AppendGroup(kFindOptions, options, settings);
   settings.push_back({kFindOptions.section, kDaysKey, std::to_string(options.findDaysIndex)});
   AppendGroup(kChatOptions, options, settings);
+  settings.push_back({kChatOptions.section, kLinesKey, std::to_string(options.chatLines)});
   AppendGroup(kThemeOptions, options, settings);
   settings.push_back(
       {kThemeOptions.section, kThemeKey, std::to_string(static_cast<int>(options.theme))});

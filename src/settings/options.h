@@ -39,6 +39,10 @@ enum class ThemeChoice { kSystem = 0, kLight = 1, kDark = 2 };
 // How many days the days box of the finds offers: 1 to this.
 inline constexpr int kMostFindDays = 30;
 
+// How many lines a chat view may be told to keep.
+inline constexpr int kFewestChatLines = 1'000;
+inline constexpr int kMostChatLines = 10'000'000;
+
 struct Options {
   // chkOptionsMisc
   bool noticesToStatus = false;
@@ -58,6 +62,7 @@ struct Options {
   // chkOptionsChat
   bool keepDigitsApart = false;
   bool askUnknownCommand = false;  // a new user's first start turns it on
+  int chatLines = 100'000;         // spnOptionsLines
   // chkOptionsConnection; with all of these off, nothing goes over the wire that RFC 1459 does not
   // ask for
   bool reconnect = false;

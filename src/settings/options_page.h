@@ -31,6 +31,8 @@ class OptionsPageView {
   virtual void ShowOptionsHint(const std::string& text) = 0;
   // The windows' colours, and how the chat treats its own.
   virtual void ShowTheme() = 0;
+  // The chat views drop what is older.
+  virtual void KeepChatLines(int lines) = 0;
   // A swatch, and what has that colour.
   virtual void ShowColour(ColourSlot slot, Colour colour) = 0;
 };
@@ -55,6 +57,10 @@ class OptionsPage {
   void cmbOptionsTheme_Click(ThemeChoice theme) {
     options_.theme = theme;
     view_.ShowTheme();
+  }
+  void spnOptionsLines_Change(int lines) {
+    options_.chatLines = lines;
+    view_.KeepChatLines(lines);
   }
 
   void ConnectionChanged(const ConnectionOptions& choices) { options_.connection = choices; }

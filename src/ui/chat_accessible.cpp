@@ -47,7 +47,15 @@ void NotifyAppended(ChatTextView& view, LogPosition from) {
   QAccessible::updateAccessibility(&event);
 }
 
+void NotifyRemoved(ChatTextView& view, const QString& text) {
+  if (QAccessible::queryAccessibleInterface(&view) == nullptr) return;
+  QAccessibleTextRemoveEvent event(&view, 0, text);
+  QAccessible::updateAccessibility(&event);
+}
+
 void ChatOffsets::CatchUp() {
+  if (dropped_ != log_.Dropped()) starts_.clear();
+  dropped_ = log_.Dropped();
   if (starts_.empty()) starts_.push_back(0);
   for (size_t line = starts_.size() * kLinesPerStart; line < log_.LineCount();
        line += kLinesPerStart) {

@@ -17,7 +17,11 @@ void InstallChatAccessibility();
 // Tells assistive technology of the text that was appended from `from` on.
 void NotifyAppended(ChatTextView& view, LogPosition from);
 
-// Between offsets in the whole text and positions in a log that grows.
+// Tells it that this text went from the front.
+void NotifyRemoved(ChatTextView& view, const QString& text);
+
+// Between offsets in the whole text and positions in a log that grows at its end and shrinks at
+// its front.
 class ChatOffsets {
  public:
   explicit ChatOffsets(const ChatLog& log) : log_(log) {}
@@ -31,6 +35,7 @@ class ChatOffsets {
 
   const ChatLog& log_;
   std::vector<size_t> starts_;  // of every so many lines
+  size_t dropped_ = 0;          // from the log, when they were counted
 };
 
 class ChatAccessible : public QAccessibleWidget, public QAccessibleTextInterface {

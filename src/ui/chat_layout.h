@@ -47,6 +47,9 @@ class ChatLayout {
 
   int RowHeight() const { return rowHeight_; }
 
+  // The lines of the log have other numbers now.
+  void Forget();
+
   // Segments of a line, at least 1.
   size_t SegmentCount(size_t line) const;
   Segment SegmentAt(LogPosition position) const;
@@ -92,7 +95,6 @@ class ChatLayout {
   void AddLinks(const LaidOut& laid, size_t line, QList<QTextLayout::FormatRange>& formats) const;
   // A line of nothing but hyphens is shown as a rule.
   bool IsRule(size_t line) const;
-  void Forget();
   // A run's colour on the paper.
   Colour Shown(Colour colour) const;
 

@@ -35,6 +35,12 @@ void ChatSelection::Set(const LogRange& range) {
   caret_ = range.end;
 }
 
+void ChatSelection::Shift(size_t lines) {
+  anchor_ = Without(lines, anchor_);
+  range_ = Without(lines, range_);
+  caret_ = Without(lines, caret_);
+}
+
 LogRange ChatSelection::UnitAt(LogPosition position) const {
   switch (unit_) {
     case SelectionUnit::kWord:

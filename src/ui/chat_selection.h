@@ -17,6 +17,8 @@ class ChatSelection {
   // Moves the caret; what was selected at the start stays selected.
   void ExtendTo(LogPosition position);
   void Set(const LogRange& range);
+  // The log has lost so many lines at its front.
+  void Shift(size_t lines);
 
   LogRange Range() const { return range_; }
   bool IsEmpty() const { return range_.IsEmpty(); }

@@ -16,6 +16,13 @@ namespace {
 
 constexpr int kSideMargin = kInset;
 constexpr int kFirstWidth = 600;  // until the view has a size
+constexpr size_t kBlocksKept = 16;
+
+Place Without(size_t lines, Place place) {
+  if (place.segment.line < lines) return {};
+  place.segment.line -= lines;
+  return place;
+}
 
 }  // namespace
 
@@ -53,7 +60,33 @@ void ChatTextView::Append(const std::vector<ColouredRun>& runs) {
     QMetaObject::invokeMethod(this, &ChatTextView::Settle, Qt::QueuedConnection);
   }
   if (QAccessible::isActive()) NotifyAppended(*this, before);
+  if (log_.LineCount() > mostLines_) DropOldest();
   emit Grew();
+}
+
+void ChatTextView::KeepAtMost(size_t lines) {
+  mostLines_ = std::max<size_t>(lines, 1);
+  if (log_.LineCount() > mostLines_) DropOldest();
+}
+
+// In blocks, so that the work is spread over many lines.
+void ChatTextView::DropOldest() {
+  const size_t lines = log_.LineCount() - mostLines_ + mostLines_ / kBlocksKept;
+  if (topText_) topText_ = Without(lines, *topText_);
+  const QString gone = QAccessible::isActive() ? TextOf({{}, {lines, 0}}) : QString();
+  log_.DropOldest(lines);
+  layout_.Forget();
+  selection_.Shift(lines);
+  top_ = Without(lines, top_);
+  end_ = Without(lines, end_);
+  for (std::optional<size_t>* line : {&firstUnsettled_, &firstUnread_}) {
+    if (*line) *line = **line - std::min(**line, lines);
+  }
+  seenLines_ -= std::min(seenLines_, lines);
+  if (!gone.isEmpty()) NotifyRemoved(*this, gone);
+  if (!isVisible()) return;  // showEvent() comes back here
+  Settle();
+  viewport()->update();
 }
 
 void ChatTextView::SetBackColour(std::optional<Colour> colour) {

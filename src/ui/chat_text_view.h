@@ -8,6 +8,7 @@
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QElapsedTimer>
+#include <cstdint>
 #include <optional>
 
 #include "irc/chat_colours.h"
@@ -33,6 +34,10 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   // Shown with the next turn of the event loop.
   void Append(const std::vector<ColouredRun>& runs) override;
   size_t TextLength() const override { return log_.TextLength(); }
+
+  // At most so many lines are kept; when there are more, a sixteenth of them goes, the oldest
+  // first.
+  void KeepAtMost(size_t lines);
 
   // Without a colour, the background and the uncoloured text are the theme's.
   void SetBackColour(std::optional<Colour> colour);
@@ -88,6 +93,8 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  // Drops what is beyond the bound; what stays is shown, selected and marked as before.
+  void DropOldest();
   // Takes what was appended since the last time onto the screen.
   void Settle();
   // Takes up the colours of the palette.
@@ -136,6 +143,7 @@ class ChatTextView : public QAbstractScrollArea, public ChatView {
   void PlaceFindBar();
 
   ChatLog log_;
+  size_t mostLines_ = SIZE_MAX;
   ChatLayout layout_{log_};
   ChatScroll scroll_{log_, layout_};
   ChatSelection selection_{log_};

@@ -302,6 +302,11 @@ void FrmMain::ConnectOptions() {
     PlaceRoomView();
   });
   connect(ui_->pnlOptions, &OptionsPanel::ColoursChanged, this, &FrmMain::ShowColours);
+  connect(ui_->pnlOptions, &OptionsPanel::ChatLinesChanged, this, [this](int lines) {
+    for (ChatTextView* view : {ui_->txtStatus, ui_->txtChannel}) {
+      view->KeepAtMost(static_cast<size_t>(lines));
+    }
+  });
   connect(ui_->pnlOptions, &OptionsPanel::Hint, this, &FrmMain::ShowHint);
 }
 

@@ -149,6 +149,9 @@ constexpr Help kHelps[] = {
      "The host and the port of the proxy, as host:port."},
     {"cmbOptionsTheme", kAnyIndex, "Theme",
      "Light or dark windows. Colours that you picked yourself stay as they are."},
+    {"spnOptionsLines", kAnyIndex, "Chat / Keep at most N lines",
+     "How many lines of chat each view keeps. When there are more, the oldest go, so that days of "
+     "chat do not fill the memory."},
     {"lblListBackcolor", kAnyIndex, "List / Backcolor", kListBackcolorText},
     {"picListBackcolor", kAnyIndex, "List / Backcolor", kListBackcolorText},
     {"lblListForecolor", kAnyIndex, "List / Forecolor", kListForecolorText},

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QScrollArea>
+#include <QSpinBox>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -102,9 +103,7 @@ void OptionsPanel::Build() {
 
   AddPage("Misc", IconName::kMisc, {BuildGroup("Misc", kMiscOptions, "nmfrw", {4, 3, 2, 1, 0})});
   AddPage("List", IconName::kList, {BuildGroup("List", kListOptions, "wd", {1, 0})});
-  AddPage("Room", IconName::kRoom,
-          {BuildGroup("Room", kRoomOptions, "ny", {1, 0}),
-           BuildGroup("Chat", kChatOptions, "kb", {1, 0})});
+  AddPage("Room", IconName::kRoom, {BuildGroup("Room", kRoomOptions, "ny", {1, 0}), BuildChat()});
   AddPage("Finds", IconName::kFind, {BuildFinds()});
   AddPage("Sounds", IconName::kSound, {BuildSounds()});
   AddPage("Colors", IconName::kColours, {BuildColours()});
@@ -217,6 +216,25 @@ void OptionsPanel::PlaceSounds() {
     ++line;
   }
   soundGrid_->setColumnStretch(1, 1);
+}
+
+QGroupBox* OptionsPanel::BuildChat() {
+  QGroupBox* frame = BuildGroup("Chat", kChatOptions, "kb", {1, 0});
+  spnOptionsLines_ = new QSpinBox;
+  spnOptionsLines_->setObjectName("spnOptionsLines");
+  spnOptionsLines_->setAccessibleName("Keep at most so many lines");
+  spnOptionsLines_->setRange(kFewestChatLines, kMostChatLines);
+  spnOptionsLines_->setSingleStep(kFewestChatLines);
+  spnOptionsLines_->setGroupSeparatorShown(true);
+  // A number that is half typed would drop text.
+  spnOptionsLines_->setKeyboardTracking(false);
+  connect(spnOptionsLines_, &QSpinBox::valueChanged, this,
+          [this](int lines) { page_->spnOptionsLines_Change(lines); });
+  auto* label = new QLabel(WithMnemonic("Keep at most", 'm'));
+  label->setBuddy(spnOptionsLines_);
+  static_cast<QVBoxLayout*>(frame->layout())
+      ->addLayout(LeftLine({label, spnOptionsLines_, new QLabel("lines")}));
+  return frame;
 }
 
 QGroupBox* OptionsPanel::BuildFinds() {

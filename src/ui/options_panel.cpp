@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QListWidget>
 #include <QSignalBlocker>
+#include <QSpinBox>
 
 #include "ui/connection_options_box.h"
 #include "ui/look.h"
@@ -39,6 +40,7 @@ void OptionsPanel::ShowAll() {
     }
   }
   ShowTheme();
+  KeepChatLines(options_->chatLines);
   if (IsBuilt()) Fill();
 }
 
@@ -58,8 +60,10 @@ void OptionsPanel::Fill() {
   }
   const QSignalBlocker quietDays(cmbOptionsFinds_);
   const QSignalBlocker quietTheme(cmbOptionsTheme_);
+  const QSignalBlocker quietLines(spnOptionsLines_);
   cmbOptionsFinds_->setCurrentIndex(options_->findDaysIndex);
   cmbOptionsTheme_->setCurrentIndex(static_cast<int>(options_->theme));
+  spnOptionsLines_->setValue(options_->chatLines);
   connectionBox_->Show(options_->connection);
   EnableRequestAccessCode(options_->scanChatForServers);
   EnableFindDays(options_->removeInactiveFinds);

@@ -18,6 +18,7 @@ class QBoxLayout;
 class QGridLayout;
 class QGroupBox;
 class QListWidget;
+class QSpinBox;
 class QStackedWidget;
 
 namespace brindle {
@@ -46,6 +47,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void ShowConnection(const ConnectionOptions& choices) override;
   void ShowOptionsHint(const std::string& text) override { emit Hint(text); }
   void ShowTheme() override;
+  void KeepChatLines(int lines) override { emit ChatLinesChanged(lines); }
   void ShowColour(ColourSlot slot, Colour colour) override;
 
  signals:
@@ -53,6 +55,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void TopmostChanged(bool topmost);
   void RoomOnListTabChanged(bool shown);
   void ColoursChanged(const Options& options);
+  void ChatLinesChanged(int lines);
   void Hint(const std::string& text);
   // The password of the account, to be kept by the system.
   void PasswordTyped(const QString& password);
@@ -74,6 +77,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   QGroupBox* BuildSounds();
   void BuildSound(QWidget& parent, size_t index, char key);
   void PlaceSounds();
+  QGroupBox* BuildChat();
   QGroupBox* BuildFinds();
   QGroupBox* BuildColours();
   QGroupBox* BuildTheme();
@@ -98,6 +102,7 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   ColourSample* roomSample_ = nullptr;
   QComboBox* cmbOptionsFinds_ = nullptr;
   QComboBox* cmbOptionsTheme_ = nullptr;
+  QSpinBox* spnOptionsLines_ = nullptr;
   ConnectionOptionsBox* connectionBox_ = nullptr;
   QuickHelpCard* lblQuickHelp_ = nullptr;
   OptionsPage* page_ = nullptr;

@@ -2,6 +2,7 @@
 // start; no server is needed.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QSpinBox>
 #include <QSplitter>
 #include <QTest>
 
@@ -28,6 +29,7 @@ void SetUpEverything(WindowDriver& window) {
   for (const auto& [box, steps] : {std::pair{"cmbOptionsAccount", 2}, {"cmbOptionsProxy", 3}}) {
     for (int i = 0; i < steps; ++i) QTest::keyClick(&window.Find<QComboBox>(box), Qt::Key_Down);
   }
+  window.Find<QSpinBox>("spnOptionsLines").setValue(kFewestChatLines);
   window.Type("txtOptionsAccount", "Wanda");
   window.Type("txtOptionsCertificate", "/me.pem");
   window.Type("txtOptionsProxy", "localhost:1");
@@ -60,7 +62,7 @@ std::map<std::string, std::string> Shown(WindowDriver& window) {
   std::map<std::string, std::string> shown = {{"servers", window.Items("cmbConnectServer")},
                                               {"rooms", window.Items("lstChannels")}};
   for (const auto* field : window.App().Window().findChildren<QWidget*>(
-           QRegularExpression("^(txt(Con|Alt|Opt)|cmb[CO]|chk)"))) {
+           QRegularExpression("^(txt(Con|Alt|Opt)|cmb[CO]|chk|spn)"))) {
     shown[field->objectName().toStdString()] =
         window.Text(qPrintable(field->objectName())) + (field->isEnabled() ? "" : " off") +
         (field->property("checked").toBool() ? " checked" : "");
@@ -110,6 +112,10 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   window->Click("cmdFind");
   EXPECT_EQ(window->Find<QWidget>("frmResults").size(), QSize(700, 500));
   EXPECT_EQ(window->Items("cmbSearch") + ": " + window->Text("cmbSearch"), "mail Second: Second");
+  for (int i = 0; i < 2 * kFewestChatLines; ++i) {
+    window->App().Window().RoomView().Append({{kBlack, "\r\nline"}});
+  }
+  EXPECT_LE(window->App().Window().RoomView().Log().LineCount(), size_t{kFewestChatLines});
   window->ShowTab(Tab::kOptions);
   window.reset();
   EXPECT_EQ(folder->All(), files);
