@@ -149,10 +149,11 @@ TEST(ProductAddresses, NameTheWebSiteInBothForms) {
   EXPECT_EQ(ReadProductAddresses(settings).webHost, "www.brindle.example");
   settings.WriteSetting("product", "web", "https://mail.example:81/brindle/");
   settings.WriteSetting("product", "update", "updates.example");
+  settings.WriteSetting("product", "update key", "abc=");
   const ProductAddresses addresses = ReadProductAddresses(settings);
   EXPECT_EQ(addresses.web, "https://mail.example:81/brindle/");
   EXPECT_EQ(addresses.webHost, "mail.example:81");
-  EXPECT_EQ(addresses.update, "updates.example");
+  EXPECT_EQ(addresses.update + " " + addresses.key, "updates.example abc=");
 }
 
 }  // namespace

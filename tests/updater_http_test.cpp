@@ -64,6 +64,7 @@ struct UpdaterHttpTest : testing::Test {
   void Open(int patience = kBoundMs, QWidget* parent = nullptr) {
     const UpdateDeskOptions options{.dataFolder = folder.path().toStdString(),
                                     .server = "127.0.0.1:" + std::to_string(server.serverPort()),
+                                    .key = key,
                                     .own = {0, 5, 70},
                                     .programFolder = folder.path().toStdString(),
                                     .patienceMilliseconds = patience};
@@ -100,6 +101,7 @@ struct UpdaterHttpTest : testing::Test {
   NativeFiles files;
   SettingsFile settings{files, folder.filePath("brindle.ini").toStdString()};
   int ended = 0;
+  std::string key;
   std::unique_ptr<UpdateDesk> desk;
 };
 
@@ -137,6 +139,39 @@ TEST_F(UpdaterHttpTest, Transfers) {
     QDir(folder.filePath("update")).removeRecursively();
   }
   EXPECT_EQ(ended, 0);  // there is no updater program in the folder
+}
+
+// Signed as docs/UPDATES.md tells, with a key of which nothing else is kept.
+TEST_F(UpdaterHttpTest, ASignatureHoldsForOneListAndOneKey) {
+  const QByteArray list =
+      "[version]\nminor=6\n"
+      "sha256=1310ca2c8932dbd118668bd97442558a3e1f546b5e15c69699dfbd6024f548d8\n";
+  const QByteArray signature =
+      "h7bJ+vE0vEuPHO8eXbvAfvBKEoTcB48mUmqc8VU+otYLW/iFd96YT4grQJsDgnt0egzngUvISgGP039LUPYaCA==";
+  const std::string good = "ZaCkA+m7VhIcFqzHNyn+QqRBa8H4yprVjgqGaQiLqw4=";
+  const std::string refused =
+      "The update list has no valid signature, so nothing is updated. Try again later.";
+  const struct {
+    std::string key;
+    QByteArray list;
+    Answer signature;
+    std::string status;
+  } rows[] = {
+      {good, list, {signature + "\n"}, "Update available, see below."},
+      {good, list + " ", {signature}, refused},
+      {good, list, {signature.left(80)}, refused},
+      {good, list, {"", "404 Not Found"}, refused},
+      {"YaCkA+m7VhIcFqzHNyn+QqRBa8H4yprVjgqGaQiLqw4=", list, {signature}, refused},
+      {"no key", list, {signature}, refused},
+  };
+  for (const auto& row : rows) {
+    key = row.key;
+    Open();
+    server.answers[kList] = {row.list};
+    server.answers["/update/brindle.txt.sig"] = row.signature;
+    EXPECT_TRUE(Becomes(row.status)) << Text("lblStatus");
+    EXPECT_EQ(UpdateFiles(), QStringList());
+  }
 }
 
 TEST_F(UpdaterHttpTest, EnterTakesTheOfferAndTheUpdaterProgramIsToldWhereItIs) {

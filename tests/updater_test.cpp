@@ -16,15 +16,22 @@ namespace {
 // What stands around the updater. `fault` names what fails; "close at X" and "end at X" close the
 // window and end the program at the first note that begins with X.
 struct Stage : HttpClient, UpdateFolder, UpdateView, FakeDialogs, EventPump {
-  explicit Stage(const char* server = "updates.test:8080/base/")
-      : updater({*this, *this, *this, *this,
-                 [this](const std::string& name, const std::string& argument) {
-                   Note("mark " + ReadSetting(settings, "update", "update", "0", "brindle.ini"));
-                   Note("start " + name + " " + argument);
-                   return fault.empty() ? std::nullopt : std::optional("no file");
-                 }},
-                *this, SettingsFile(settings, "brindle.ini"), ReadUpdateServer(server), {0, 5, 70},
-                [this] { Note("end"); }) {}
+  explicit Stage(const char* server = "updates.test:8080/base/", const std::string& signer = "")
+      : updater(
+            {*this, *this, *this, *this,
+             [this](const std::string& name, const std::string& argument) {
+               Note("mark " + ReadSetting(settings, "update", "update", "0", "brindle.ini"));
+               Note("start " + name + " " + argument);
+               return fault.empty() ? std::nullopt : std::optional("no file");
+             },
+             signer.empty()
+                 ? CheckSignature()
+                 : [signer](
+                       std::string_view list,
+                       std::string_view
+                           signature) { return signature == signer + " of " + std::string(list); }},
+            *this, SettingsFile(settings, "brindle.ini"), ReadUpdateServer(server), {0, 5, 70},
+            [this] { Note("end"); }) {}
 
   void Execute(const std::string& url) override { Note("get " + url); }
   std::string GetHeader(const std::string& name) override {
@@ -209,6 +216,46 @@ TEST(UpdaterTest, Answers) {
       stage.updater.iNet_StateChanged(HttpState::kError);
     }
     EXPECT_EQ(stage.journal, row.journal) << "row " << &row - rows;
+  }
+}
+
+TEST(UpdaterTest, WithAKeyOnlyASignedListThatLeadsOnIsBelieved) {
+  const std::string on = "[version]\nminor=6\nsha256=" + std::string(64, 'F');
+  const std::string back = "[version]\nrevision=71\nsha256=" + std::string(64, 'F');
+  const std::string unsignedList =
+      "The update list has no valid signature, so nothing is updated. Try again later.|cancel|";
+  const struct {
+    std::string list;
+    std::optional<std::string> signature;  // nothing where the server has none
+    std::string end;
+  } rows[] = {
+      {on, "me of " + on, "download|bar 0|"},
+      {on, "me of " + on + " ", unsignedList + "bar 0|"},
+      {on, "", unsignedList + "bar 0|"},
+      {on, std::nullopt, unsignedList},
+      {"", "me of [version]", unsignedList + "bar 0|"},
+      {"", "me of ", "remove update.tmp|You have the most current version.|progress |bar 0|"},
+      {back, "me of " + back, "|You have the most current version.|progress |bar 0|"},
+      {on + "F", "me of " + on + "F",
+       "The update list does not say what the file must be, so nothing is updated. Try again "
+       "later.|cancel|bar 0|"},
+  };
+  for (const auto& row : rows) {
+    Stage stage("updates.test", "me");
+    stage.updater.cmdUpdate_Click();
+    stage.Answer(row.list, "");
+    EXPECT_TRUE(
+        stage.journal.ends_with(kRead + "get http://updates.test/update/brindle.txt.sig|bar 0|"));
+    if (row.signature) {
+      stage.Answer(*row.signature, "");
+    } else {
+      stage.updater.iNet_StateChanged(HttpState::kError);
+    }
+    EXPECT_TRUE(stage.journal.ends_with(row.end)) << stage.journal;
+    // What failed leaves nothing behind for the next try.
+    stage.updater.Form_Load();
+    stage.updater.iNet_StateChanged(HttpState::kError);
+    EXPECT_TRUE(stage.journal.ends_with("bar 0|" + kError));
   }
 }
 

@@ -196,7 +196,9 @@ void Program::CheckForUpdate() {
   if (updateDesk_ == nullptr) {
     UpdateDeskOptions options;
     options.dataFolder = dataFolder_;
-    options.server = ReadProductAddresses(settings_).update;
+    const ProductAddresses addresses = ReadProductAddresses(settings_);
+    options.server = addresses.update;
+    options.key = addresses.key;
     options.own = {kVersionMajor, kVersionMinor, kVersionRevision};
     updateDesk_ = std::make_unique<UpdateDesk>(window_.get(), settings_, dialogs_, options,
                                                [this] { window_->close(); });

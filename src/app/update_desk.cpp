@@ -4,6 +4,7 @@
 
 #include "platform/clock_qt.h"
 #include "platform/program_starter_qt.h"
+#include "platform/signature.h"
 #include "platform/update_folder_qt.h"
 
 namespace brindle {
@@ -14,7 +15,8 @@ struct UpdateDesk::Works {
       : folder(options.dataFolder),
         iNet(options.patienceMilliseconds),
         updater(
-            {iNet, folder, dialogs, events, std::bind_front(StartProgramIn, options.programFolder)},
+            {iNet, folder, dialogs, events, std::bind_front(StartProgramIn, options.programFolder),
+             options.key.empty() ? CheckSignature() : std::bind_front(IsSignedBy, options.key)},
             view, settings, ReadUpdateServer(options.server), options.own, std::move(endProgram)) {}
 
   QtEventPump events;

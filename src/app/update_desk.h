@@ -15,6 +15,7 @@ namespace brindle {
 struct UpdateDeskOptions {
   std::string dataFolder;  // where the folder "update" is made
   std::string server;      // see ReadUpdateServer
+  std::string key;         // what the list must be signed with, if anything
   Version own;             // the version that runs
   // Where the updater program lies.
   std::string programFolder = QCoreApplication::applicationDirPath().toStdString();

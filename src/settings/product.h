@@ -13,6 +13,9 @@ inline constexpr const char* kWebAddress = "http://www.brindle.example";
 // Where newer versions are looked for.
 inline constexpr const char* kUpdateAddress = "https://update.brindle.example";
 
+// The key that update lists are signed with, as docs/UPDATES.md says; empty while they are not.
+inline constexpr const char* kUpdateKey = "";
+
 // "0.5.85"
 inline std::string VersionNumber() {
   return std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +

@@ -16,7 +16,8 @@ std::string HostOf(const std::string& address) {
 
 ProductAddresses ReadProductAddresses(const SettingsFile& settings) {
   const std::string web = settings.ReadSetting("product", "web", kWebAddress);
-  return {settings.ReadSetting("product", "update", kUpdateAddress), web, HostOf(web)};
+  return {settings.ReadSetting("product", "update", kUpdateAddress),
+          settings.ReadSetting("product", "update key", kUpdateKey), web, HostOf(web)};
 }
 
 }  // namespace brindle

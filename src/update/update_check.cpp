@@ -1,6 +1,7 @@
 #include "update/update_check.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "base/text.h"
 #include "base/time_text.h"
@@ -9,6 +10,7 @@
 namespace brindle {
 namespace {
 
+constexpr size_t kSha256Digits = 64;
 constexpr int kModemKilobytesPerSecond = 5;
 constexpr std::string_view kSchemeEnd = "://";
 
@@ -34,6 +36,16 @@ UpdateList ReadUpdateList(std::string_view text) {
 
 bool OffersUpdate(const Version& offered, const Version& own) {
   return offered.major > own.major || offered.minor > own.minor || offered.revision > own.revision;
+}
+
+bool IsLater(const Version& offered, const Version& own) {
+  return std::tie(offered.major, offered.minor, offered.revision) >
+         std::tie(own.major, own.minor, own.revision);
+}
+
+bool NamesFile(const UpdateList& list) {
+  return list.sha256.size() == kSha256Digits &&
+         list.sha256.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
 }
 
 std::string UpdateSummary(const UpdateList& list) {

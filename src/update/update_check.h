@@ -26,6 +26,13 @@ UpdateList ReadUpdateList(std::string_view text);
 // Compares field by field: one greater field is enough, also when an earlier one is lower.
 bool OffersUpdate(const Version& offered, const Version& own);
 
+// The usual order, in which an earlier field decides. A signed list that somebody kept is signed
+// still, so it must not lead back.
+bool IsLater(const Version& offered, const Version& own);
+
+// Whether a list says what the program file must be.
+bool NamesFile(const UpdateList& list);
+
 // "Update to v0.6.0; 250kb; 50s on a 56k modem"
 std::string UpdateSummary(const UpdateList& list);
 

@@ -12,6 +12,7 @@ namespace brindle {
 namespace {
 
 constexpr char kListPath[] = "/update/brindle.txt";
+constexpr char kSignaturePath[] = "/update/brindle.txt.sig";
 constexpr char kProgramPath[] = "/update/brindle.exe";
 constexpr char kListFile[] = "update.tmp";
 constexpr char kProgramFile[] = "brindle.exe";
@@ -22,6 +23,10 @@ constexpr const char* kLeftovers[] = {"glimmerpad.txt", "glimmerpad.exe", "updat
 
 constexpr char kReady[] = "Please press the \"Update Check\" button to begin.";
 constexpr char kTransferError[] = "An error has occured. Try again later.";
+constexpr char kNotSigned[] =
+    "The update list has no valid signature, so nothing is updated. Try again later.";
+constexpr char kNamesNoFile[] =
+    "The update list does not say what the file must be, so nothing is updated. Try again later.";
 constexpr char kWrongFile[] =
     "The downloaded file is not the announced one, so it was not kept. Try again later.";
 
@@ -115,7 +120,7 @@ void Updater::Fail(const std::string& status) {
   tools_.folder.Discard();
   busy_ = false;
   if (stopped_) return;
-  view_.SetStatus(status);
+  view_.SetStatus(std::exchange(unsignedList_, {}) ? kNotSigned : status);
   tools_.iNet.Cancel();
 }
 
@@ -126,7 +131,7 @@ void Updater::Receive() {
   }
   busy_ = false;
   if (IsCheck()) {
-    FinishCheck();
+    unsignedList_ ? FinishSignature() : FinishList();
   } else {
     FinishDownload();
   }
@@ -178,16 +183,30 @@ void Updater::ShowProgress(const Body& body) {
                      percent);
 }
 
-void Updater::FinishCheck() {
+void Updater::FinishList() {
   view_.SetStatus("Checking for update");
-  const std::optional<std::string> text = tools_.folder.Read(kListFile, kLongestList);
+  std::string text = tools_.folder.Read(kListFile, kLongestList).value_or("");
   tools_.folder.Remove(kListFile);
-  const UpdateList list = ReadUpdateList(text.value_or(""));
-  if (!OffersUpdate(list.version, own_)) {
+  if (!tools_.isSigned) return Offer(text);
+  unsignedList_ = std::move(text);
+  Begin(kSignaturePath);
+}
+
+void Updater::FinishSignature() {
+  const std::string signature = tools_.folder.Read(kListFile, kLongestList).value_or("");
+  tools_.folder.Remove(kListFile);
+  if (!tools_.isSigned(*unsignedList_, signature)) return Fail(kNotSigned);
+  Offer(*std::exchange(unsignedList_, {}));
+}
+
+void Updater::Offer(const std::string& text) {
+  const UpdateList list = ReadUpdateList(text);
+  if (!OffersUpdate(list.version, own_) || (tools_.isSigned && !IsLater(list.version, own_))) {
     view_.SetStatus("You have the most current version.");
     view_.SetProgressText("");
     return;
   }
+  if (tools_.isSigned && !NamesFile(list)) return Fail(kNamesNoFile);
   announcedSha256_ = list.sha256;
   caption_ = UpdateCaption::kDownloadUpdate;
   view_.SetNews(list.news);

@@ -38,6 +38,9 @@ class UpdateView {
 using StartProgram =
     std::function<std::optional<std::string>(const std::string& name, const std::string& argument)>;
 
+// Whether a list was signed by who may offer updates. The signature is as it came from the server.
+using CheckSignature = std::function<bool(std::string_view list, std::string_view signature)>;
+
 // What the updater works with; all must outlive it.
 struct UpdateTools {
   HttpClient& iNet;
@@ -45,6 +48,7 @@ struct UpdateTools {
   Dialogs& dialogs;
   EventPump& events;
   StartProgram start;
+  CheckSignature isSigned = {};  // nothing when lists need no signature
 };
 
 class Updater {
@@ -82,7 +86,9 @@ class Updater {
   // False when the transfer broke, was dropped or could not be written.
   bool Take(Body& body, std::string& chunk);
   void ShowProgress(const Body& body);
-  void FinishCheck();
+  void FinishList();
+  void FinishSignature();
+  void Offer(const std::string& text);
   void FinishDownload();
   bool IsAnnouncedFile() const;
 
@@ -95,6 +101,7 @@ class Updater {
   UpdateCaption caption_ = UpdateCaption::kUpdateCheck;
   std::string downloadFileName_;
   std::string announcedSha256_;
+  std::optional<std::string> unsignedList_;  // while its signature is on its way
   bool busy_ = false;
   bool stopped_ = false;
 };
