@@ -122,5 +122,9 @@ int main(int argc, char** argv) {
   });
   QObject::connect(&application, &QGuiApplication::commitDataRequest, &program.Window(),
                    [&program] { program.Close(); });
-  return QApplication::exec();
+  const int code = QApplication::exec();
+  program.Close();
+  if (program.HasSaved()) return code;
+  std::fprintf(stderr, "Not everything could be saved in %s.\n", folder.c_str());
+  return 1;
 }

@@ -81,7 +81,10 @@ TEST_F(AtomicWrite, AFullDiskKeepsTheOldFile) {
   const auto replaceOnAFullDisk = [this] {
     signal(SIGXFSZ, SIG_IGN);
     const rlimit few = {4096, 4096};
-    _exit(setrlimit(RLIMIT_FSIZE, &few) == 0 && !files.Replace(In("file"), Content(0)) ? 0 : 1);
+    _exit(setrlimit(RLIMIT_FSIZE, &few) == 0 && !files.Replace(In("file"), Content(0)) &&
+                  !files.Replace(In("file"), Content(0).substr(0, 4097))
+              ? 0
+              : 1);
   };
   EXPECT_EXIT(replaceOnAFullDisk(), testing::ExitedWithCode(0), "");
   EXPECT_EQ(Read("file"), "old");

@@ -14,6 +14,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 #include <limits>
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+
+#include <csignal>
+#endif
 
 #include "app/update_desk.h"
 #include "platform/native.h"
@@ -140,6 +145,22 @@ TEST_F(UpdaterHttpTest, Transfers) {
   }
   EXPECT_EQ(ended, 0);  // there is no updater program in the folder
 }
+
+#ifdef Q_OS_UNIX
+TEST_F(UpdaterHttpTest, AFullDiskKeepsNoPartOfAFile) {
+  Open();
+  Offer();
+  server.answers[kProgram] = {"more than there is room for"};
+  signal(SIGXFSZ, SIG_IGN);
+  rlimit any{};
+  getrlimit(RLIMIT_FSIZE, &any);
+  const rlimit few{9, any.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &few);
+  EXPECT_TRUE(Becomes("An error has occured. Try again later."));
+  setrlimit(RLIMIT_FSIZE, &any);
+  EXPECT_EQ(UpdateFiles(), QStringList());
+}
+#endif
 
 // Signed as docs/UPDATES.md tells, with a key of which nothing else is kept.
 TEST_F(UpdaterHttpTest, ASignatureHoldsForOneListAndOneKey) {

@@ -37,6 +37,9 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs, std::string st
                    dialogs) {
   window_->OptionsControls().Attach(optionsPage_, stored_.options);
   chat_.SetPassword([this] { return password_; });
+  files_.OnTrouble([this](const std::string& path) {
+    if (!closed_) window_->ShowHint("Cannot write " + path + ".");
+  });
   sounds_->OnTrouble(
       [this](const std::string& path) { window_->ShowHint("Cannot play the sound " + path); });
   QObject::connect(&window_->OptionsControls(), &OptionsPanel::PasswordTyped, window_.get(),
@@ -178,8 +181,8 @@ void Program::MakeMissing(const StoredState::Results& results) {
 }
 
 void Program::Form_Unload() {
-  // 1. to 6. What is set up now. Failure to write is ignored on purpose: the window is closing, and
-  // the old files stand.
+  // 1. to 6. What is set up now. Failure to write stops nothing: the window is closing, perhaps
+  // with nobody there to answer, and the old files stand.
   const ConnectFields fields = window_->Connection().Fields();
   stored_.nick = fields.nick;
   stored_.alternateNick = fields.alternateNick;
@@ -187,7 +190,7 @@ void Program::Form_Unload() {
   stored_.window = window_->Place();
   stored_.rooms = chat_.Rooms().Rooms().Items();
   stored_.servers = chat_.Servers().Entries().Items();
-  SaveState(files_, paths_, stored_);
+  saved_ = SaveState(files_, paths_, stored_);
   // 7. The session ends as by the button's click.
   chat_.Close();
 }

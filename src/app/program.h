@@ -40,6 +40,8 @@ class Program {
 
   // Ends every loop that runs, saves, and ends the session; once.
   void Close();
+  // False after a Close that could not write every file: what they held before is there still.
+  bool HasSaved() const { return saved_; }
 
   FrmMain& Window() { return *window_; }
   MailList& Mails() { return mail_.Mails(); }
@@ -85,6 +87,7 @@ class Program {
   std::unique_ptr<HandOver> handOver_;
   bool handedOver_ = false;
   bool closed_ = false;
+  bool saved_ = true;
 };
 
 }  // namespace brindle

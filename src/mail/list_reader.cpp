@@ -204,21 +204,26 @@ class FileSource : public BlockSource {
   size_t Read(char* into, size_t capacity) override {
     if (!file_.good()) return 0;
     file_.read(into, static_cast<std::streamsize>(capacity));
-    return static_cast<size_t>(file_.gcount());
+    const auto size = static_cast<size_t>(file_.gcount());
+    read_ += size;
+    return size;
   }
 
-  bool Failed() const override { return file_.bad(); }
+  // An end before the end that was there: somebody has cut the file meanwhile.
+  bool Failed() const override { return file_.bad() || (file_.eof() && read_ < size_); }
 
   void Rewind() override {
     file_.clear();
     file_.seekg(0);
+    read_ = 0;
   }
 
   size_t ExpectedSize() const override { return size_; }
 
  private:
   std::ifstream file_;
-  size_t size_ = 0;
+  size_t size_ = 0;  // when it was opened
+  size_t read_ = 0;
 };
 
 std::filesystem::path PathFrom(const std::string& utf8) {

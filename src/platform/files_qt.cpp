@@ -15,6 +15,16 @@ bool IsMarkedReadOnly(const QFileInfo& file) {
   return file.exists() && !file.permission(QFile::WriteOwner);
 }
 
+bool ReplaceFile(const QString& name, std::string_view content) {
+  if (IsMarkedReadOnly(QFileInfo(name))) return false;
+  QSaveFile file(name);
+  // The commit does not see that the last bytes found no room: flush() does.
+  return file.open(QIODevice::WriteOnly) && file.setPermissions(kOwnerOnly) &&
+         file.write(content.data(), static_cast<qint64>(content.size())) ==
+             static_cast<qint64>(content.size()) &&
+         file.flush() && file.commit();
+}
+
 }  // namespace
 
 std::optional<std::string> NativeFiles::Read(const std::string& path) const {
@@ -27,14 +37,9 @@ std::optional<std::string> NativeFiles::Read(const std::string& path) const {
 }
 
 bool NativeFiles::Replace(const std::string& path, std::string_view content) {
-  const QString name = QString::fromStdString(path);
-  if (IsMarkedReadOnly(QFileInfo(name))) return false;
-  QSaveFile file(name);
-  // Whatever fails on the way makes the commit fail.
-  return file.open(QIODevice::WriteOnly) && file.setPermissions(kOwnerOnly) &&
-         file.write(content.data(), static_cast<qint64>(content.size())) ==
-             static_cast<qint64>(content.size()) &&
-         file.commit();
+  const bool replaced = ReplaceFile(QString::fromStdString(path), content);
+  if (!replaced && trouble_) trouble_(path);
+  return replaced;
 }
 
 bool NativeFiles::Remove(const std::string& path) {

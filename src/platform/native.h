@@ -3,6 +3,7 @@
 // Where it has no such thing, nothing happens and nothing is found.
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -22,6 +23,14 @@ class NativeFiles : public Files {
   bool Replace(const std::string& path, std::string_view content) override;
   bool Remove(const std::string& path) override;
   bool FileExists(const std::string& path) const override;
+
+  // Called with the path of each file that could not be replaced.
+  void OnTrouble(std::function<void(const std::string& path)> trouble) {
+    trouble_ = std::move(trouble);
+  }
+
+ private:
+  std::function<void(const std::string& path)> trouble_;
 };
 
 // True when files can be created in `folder`: tried out, for marks and rights do not tell.

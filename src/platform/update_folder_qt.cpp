@@ -40,7 +40,8 @@ bool QtUpdateFolder::Write(std::string_view bytes) {
 }
 
 bool QtUpdateFolder::Commit() {
-  const bool done = file_ != nullptr && file_->commit();
+  // The commit does not see that the last bytes found no room: flush() does.
+  const bool done = file_ != nullptr && file_->flush() && file_->commit();
   file_.reset();
   return done;
 }

@@ -5,6 +5,12 @@
 #include <QSpinBox>
 #include <QSplitter>
 #include <QTest>
+#ifdef Q_OS_UNIX
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#endif
 
 #include "meeting.h"
 
@@ -120,6 +126,59 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   window.reset();
   EXPECT_EQ(folder->All(), files);
 }
+
+#ifdef Q_OS_UNIX
+// What happens to the folder while the program runs is told, and costs at most what came after it.
+TEST(RestartTest, NothingIsLostWhenNothingCanBeWritten) {
+  const rlimit any = [] {
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    return limit;
+  }();
+  const auto limitFiles = [&](rlim_t bytes) {
+    const rlimit few{bytes, any.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &few);
+  };
+  signal(SIGXFSZ, SIG_IGN);
+  const std::pair<const char*, std::function<void(const DataFolder&)>> table[] = {
+      {"gone", [](const DataFolder& f) { QDir(f.Path()).rename(f.Path(), f.Path() + "-gone"); }},
+      {"full", [&](const DataFolder&) { limitFiles(16); }},
+      {"marked", [](const DataFolder& f) { chmod(qPrintable(f.File("brindle.ini")), 0400); }},
+      {"folder in its place",
+       [](const DataFolder& f) {
+         QFile::rename(f.File("brindle.ini"), f.File("aside"));
+         QDir(f.Path()).mkdir("brindle.ini");
+       }},
+  };
+  for (const auto& [name, happens] : table) {
+    SCOPED_TRACE(name);
+    const auto folder = std::make_shared<DataFolder>();
+    auto window = std::make_unique<WindowDriver>(folder);
+    SetUpEverything(*window);
+    window.reset();
+    const auto files = folder->All();
+    window = std::make_unique<WindowDriver>(folder);
+    const auto shown = Shown(*window);
+    happens(*folder);
+    window->ShowTab(Tab::kOptions);
+    window->Boxes().colourAnswers.push_back(Colour{9, 9, 9});
+    window->Click("picListForecolor");
+    EXPECT_TRUE(window->Tells(kHint, "Cannot write " + folder->File("brindle.ini").toStdString()));
+    window->App().Close();
+    EXPECT_FALSE(window->App().HasSaved());
+    window.reset();
+    limitFiles(any.rlim_cur);
+    QDir(folder->Path()).rename(folder->Path() + "-gone", folder->Path());
+    if (QDir(folder->Path()).rmdir("brindle.ini")) {
+      QFile::rename(folder->File("aside"), folder->File("brindle.ini"));
+    }
+    auto left = folder->All();
+    left.erase("brindle.lock");  // of a folder that was not there to tidy up
+    EXPECT_EQ(left, files);
+    EXPECT_EQ(Shown(*std::make_unique<WindowDriver>(folder)), shown);
+  }
+}
+#endif
 
 TEST(RestartTest, AFileThatIsMissingIsTold) {
   const auto folder = std::make_shared<DataFolder>();
