@@ -64,5 +64,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   if (const auto hit = FindInLog(log, wanted, {}, FindDirection::kForward)) {
     Require(LowerCase(log.PlainText(*hit)) == LowerCase(wanted), "found something else", wanted);
   }
+  const size_t gone = size % log.LineCount();
+  const LogRange rest{{gone, 0}, log.End()};
+  const std::string kept = log.PlainText(rest, "\r\n");
+  log.DropOldest(gone);
+  Require(log.PlainText(log.Everything(), "\r\n") == kept, "others were dropped", kept);
+  Require(log.TextLength() == CharacterCount(kept), "another length", kept);
   return 0;
 }
