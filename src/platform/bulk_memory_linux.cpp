@@ -15,9 +15,12 @@ constexpr size_t kLargePage = size_t{2} << 20U;
 // Below this, half a large page left empty would be too much.
 constexpr size_t kLarge = 2 * kLargePage;
 
-size_t Mapped(size_t size) { return (size + kLargePage - 1) / kLargePage * kLargePage; }
+// A multiple of every size that small pages have. The last ones of a place are small.
+constexpr size_t kStep = size_t{64} << 10U;
 
-// A mapping of `size` bytes, a multiple of kLargePage, at such a multiple.
+size_t Mapped(size_t size) { return (size + kStep - 1) / kStep * kStep; }
+
+// A mapping of `size` bytes, a multiple of kStep, that begins with a large page.
 void* Map(size_t size) {
   void* wide =
       mmap(nullptr, size + kLargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
