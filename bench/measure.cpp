@@ -1,7 +1,6 @@
 #include "measure.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 
 namespace brindle {
@@ -17,10 +16,9 @@ std::string JsonNumber(std::optional<double> value) {
 }  // namespace
 
 double MillisecondsOf(const Action& action) {
-  const auto start = std::chrono::steady_clock::now();
+  const double start = ProcessorMilliseconds();
   action();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-      .count();
+  return ProcessorMilliseconds() - start;
 }
 
 double Median(std::vector<double> values) {

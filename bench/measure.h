@@ -14,9 +14,11 @@ namespace brindle {
 
 using Action = std::function<void()>;
 
+// The processor time that `action` costs, which other programs do not change much.
 double MillisecondsOf(const Action& action);
 
-// The processor time that this process has used so far, its own and the system's for it.
+// The processor time that this process and the ended ones that it started have used so far, their
+// own and the system's for them.
 double ProcessorMilliseconds();
 
 double Median(std::vector<double> values);
