@@ -4,12 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <random>
 
 #include "base/encoding.h"
 #include "base/text.h"
 #include "mail/byte_kernels.h"
-#include "mail/lower_titles.h"
 #include "mail/title_search.h"
 #include "support/mail_stage.h"
 
@@ -117,32 +117,6 @@ struct KernelsTest : testing::Test {
   std::mt19937 random_{14};
 };
 
-TEST_F(KernelsTest, LowerCaseLikeLowerCaseAtEveryAlignment) {
-  WithEach([this] {
-    for (size_t begin = 0; begin < 40; ++begin) {
-      for (size_t size = 0; size < 140; size += 1 + size / 40) {
-        std::string text(begin + size, '\0');
-        for (char& c : text) c = static_cast<char>(Number(128));
-        if (size > 0 && Number(2) == 0) text[begin + Number(size)] = '\x80';  // noticed anywhere
-        std::string lower(begin + size + 1, '#');
-        const bool ascii = Kernels().lowerAscii(text.data() + begin, lower.data() + begin, size);
-        ASSERT_EQ(ascii, IsAscii(text.substr(begin)));
-        ASSERT_EQ(Kernels().isAscii(text.data() + begin, size), ascii);
-        ASSERT_EQ(lower.back(), '#');
-        ASSERT_TRUE(!ascii || lower.substr(begin, size) == LowerCase(text.substr(begin)));
-      }
-    }
-  });
-  std::string every;
-  for (unsigned c = 0; c < 0xD800; ++c) {
-    every += Utf8FromUtf16(std::string{static_cast<char>(c >> 8U), static_cast<char>(c)},
-                           ByteOrder::kBigEndian);
-  }
-  FlatArray<char> lower;
-  AppendLowerCase(every, lower);
-  EXPECT_EQ(std::string_view(lower.Data(), lower.Size()), LowerCase(every));
-}
-
 TEST_F(KernelsTest, MarkTheBytesAskedForAndNothingBehindThem) {
   constexpr size_t kMasks = 3;
   constexpr std::uint64_t kGuard = 7;
@@ -150,16 +124,19 @@ TEST_F(KernelsTest, MarkTheBytesAskedForAndNothingBehindThem) {
     for (size_t begin = 0; begin < 140; ++begin) {
       std::string text(begin + kMasks * kMaskBytes, '\0');
       // Bytes that differ from the wanted ones in one bit or by one are the ones to get wrong.
-      for (char& c : text) c = "\n\r\x0B\x0C\x0E\x8A\x8D\x09 a"[Number(10)];
+      for (char& c : text) c = "\n\r\x0B\x0C\x0E\x8A\x8D\x09 aA\r"[Number(12)];
       const char* here = text.data() + begin;
       std::uint64_t ends[] = {0, 0, 0, kGuard};
       std::uint64_t pairs[] = {0, 0, 0, kGuard};
       Kernels().lineEnds(here, ends, kMasks);
-      const bool any = Kernels().pairs(here, 'a', here + kMaskBytes, '\n', pairs, kMasks - 1);
+      const bool any =
+          Kernels().pairs(here, {'a', 'A'}, here + kMaskBytes, {'\n', '\n'}, pairs, kMasks - 1);
       for (size_t i = 0; i < kMasks * kMaskBytes; ++i) {
         const auto bit = [i](const std::uint64_t* mask) { return mask[i / 64] >> (i % 64) & 1U; };
-        ASSERT_EQ(bit(ends), here[i] == '\n' || here[i] == '\r') << begin << " " << i;
-        const bool pair = i < 128 && here[i] == 'a' && here[i + kMaskBytes] == '\n';
+        const bool end = here[i] == '\n' || (here[i] == '\r' && here[i + 1] != '\n');
+        ASSERT_EQ(bit(ends), end) << begin << " " << i;
+        const bool pair =
+            i < 128 && (here[i] == 'a' || here[i] == 'A') && here[i + kMaskBytes] == '\n';
         ASSERT_EQ(bit(pairs), pair) << begin << " " << i;
       }
       ASSERT_EQ(any, pairs[0] + pairs[1] > 0);
@@ -168,22 +145,37 @@ TEST_F(KernelsTest, MarkTheBytesAskedForAndNothingBehindThem) {
   });
 }
 
+std::string Utf8(char32_t c) {
+  std::string units;
+  for (const char32_t unit : {c < 0x10000 ? c : 0xD7C0 + (c >> 10U), 0xDC00 + (c & 0x3FFU)}) {
+    units += {static_cast<char>(unit >> 8U), static_cast<char>(unit)};
+  }
+  return Utf8FromUtf16(units.substr(0, c < 0x10000 ? 2 : 4), ByteOrder::kBigEndian);
+}
+
 // By looking at every row.
 void Compare(const MailList& list, const std::string& wanted) {
   std::vector<std::uint32_t> expected;
+  std::vector<std::uint32_t> withNumbers;
   for (std::uint32_t row = 0; row < list.Size(); ++row) {
-    if (LowerCase(list.Title(row)).find(wanted) != std::string::npos) expected.push_back(row);
+    const bool title = LowerCase(list.Title(row)).find(wanted) != std::string::npos;
+    if (title) expected.push_back(row);
+    const bool number = IsAllDigits(wanted) && list.Number(row).starts_with(wanted);
+    if (title || number) withNumbers.push_back(row);
   }
+  ASSERT_EQ(RowNumbersMatching(list, wanted), withNumbers) << wanted;
   ASSERT_EQ(RowNumbersWithTitle(list, wanted), expected) << wanted;
   ASSERT_EQ(RowsWithTitle(list, wanted).Count(), expected.size());
 }
 
 TEST_F(KernelsTest, SearchFindsTextsOfTheRowsAndAcrossThem) {
   // Few characters, so that matches are common. Among them: lower case is shorter (U+0130, U+1E9E,
-  // U+212A) or longer (U+023A), a combining mark, four bytes, and bytes that are no UTF-8.
+  // U+212A) or longer (U+023A), differs in two bytes (U+0440, between U+0400 and U+0461, which have
+  // one of each), a combining mark, four bytes, and bytes that are no UTF-8.
   const std::vector<const char*> letters = {
-      "a",      "A",      "b",      " ", "@",      "\u00C4",     "\u00E4", "\u0130", "i",
-      "\u1E9E", "\u00DF", "\u212A", "k", "\u023A", "\U00010400", "\u0301", "\xC3",   "\x80"};
+      "a",      "A",      "b",      " ",          "@",      "\u00C4", "\u00E4", "\u0130", "i",
+      "\u1E9E", "\u00DF", "\u212A", "k",          "\u0440", "\u0420", "\u0400", "\u0461", "1",
+      "\t",     "\u023A", "\u03F4", "\U00010400", "\u0301", "\xC3",   "\x80"};
   WithEach([&] {
     for (size_t length = 1; length <= 80; ++length) {
       MailList list;
@@ -192,7 +184,7 @@ TEST_F(KernelsTest, SearchFindsTextsOfTheRowsAndAcrossThem) {
       for (size_t left = 1 + Number(120); left > 0; --left) {
         std::string title;
         while (title.size() < Number(2 * length + 8)) title += letters[Number(choice)];
-        list.Append("1", title);
+        list.Append(std::to_string(Number(130)), title);
         all += LowerCase(title);
       }
       // Some of the rows, from nearly all to a few, are searched apart.
@@ -209,6 +201,22 @@ TEST_F(KernelsTest, SearchFindsTextsOfTheRowsAndAcrossThem) {
       }
     }
   });
+}
+
+TEST_F(KernelsTest, SearchFindsEveryCaseOfEveryCharacter) {
+  std::map<std::string, std::vector<std::uint32_t>> rows;  // whose title becomes this in lower case
+  MailList list;
+  for (char32_t c = ' '; c < 0x20000; c = c == 0xD7FF ? 0xE000 : c + 1) {
+    const std::string title = Utf8(c);
+    const std::string lower = LowerCase(title);
+    if (lower == title && UpperCase(title) == title) continue;
+    rows[lower].push_back(static_cast<std::uint32_t>(list.Size()));
+    list.Append("1", title);
+  }
+  ASSERT_GT(list.Size(), 2500U);
+  for (const auto& [lower, expected] : rows) {
+    ASSERT_EQ(RowNumbersWithTitle(list, lower), expected) << lower;
+  }
 }
 
 TEST_F(KernelsTest, SearchFindsTextsAtEveryPlace) {

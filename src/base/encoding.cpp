@@ -2,7 +2,8 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
+
+#include "base/text.h"
 
 namespace brindle {
 namespace {
@@ -34,49 +35,84 @@ void AppendCharacter(std::string& out, char32_t c) {
   }
 }
 
-// The length of the well-formed sequence at the start of `bytes`, 0 when there is none.
-size_t SequenceLength(std::string_view bytes) {
-  const auto at = [&bytes](size_t i) { return static_cast<unsigned char>(bytes[i]); };
-  const auto continues = [&](size_t i, unsigned low = 0x80, unsigned high = 0xBF) {
-    return i < bytes.size() && at(i) >= low && at(i) <= high;
-  };
-  const unsigned lead = at(0);
-  if (lead < 0x80) return 1;
-  if (lead >= 0xC2 && lead <= 0xDF) return continues(1) ? 2 : 0;
-  if (lead >= 0xE0 && lead <= 0xEF) {
-    const unsigned low = lead == 0xE0 ? 0xA0 : 0x80;
-    const unsigned high = lead == 0xED ? 0x9F : 0xBF;
-    return continues(1, low, high) && continues(2) ? 3 : 0;
+// What may follow within a character. A state is the place of its six bits in an entry of the
+// table, which holds the next state for each of them.
+enum State : std::uint64_t {
+  kBoundary = 0,  // any character may begin
+  kOneMore = 6,
+  kTwoMore = 12,
+  kThreeMore = 18,
+  kAfterE0 = 24,  // some bytes would be an overlong form, a surrogate, or too large
+  kAfterEd = 30,
+  kAfterF0 = 36,
+  kAfterF4 = 42,
+  kBroken = 48,
+};
+
+struct Utf8Table {
+  constexpr Utf8Table() {
+    for (std::uint64_t& entry : entries) {
+      for (std::uint64_t state = kBoundary; state <= kBroken; state += kOneMore) {
+        entry |= kBroken << state;
+      }
+    }
+    Set(kBoundary, 0x00, 0x7F, kBoundary);
+    Set(kBoundary, 0xC2, 0xDF, kOneMore);
+    Set(kBoundary, 0xE1, 0xEF, kTwoMore);
+    Set(kBoundary, 0xE0, 0xE0, kAfterE0);
+    Set(kBoundary, 0xED, 0xED, kAfterEd);
+    Set(kBoundary, 0xF0, 0xF0, kAfterF0);
+    Set(kBoundary, 0xF1, 0xF3, kThreeMore);
+    Set(kBoundary, 0xF4, 0xF4, kAfterF4);
+    Set(kOneMore, 0x80, 0xBF, kBoundary);
+    Set(kTwoMore, 0x80, 0xBF, kOneMore);
+    Set(kThreeMore, 0x80, 0xBF, kTwoMore);
+    Set(kAfterE0, 0xA0, 0xBF, kOneMore);
+    Set(kAfterEd, 0x80, 0x9F, kOneMore);
+    Set(kAfterF0, 0x90, 0xBF, kTwoMore);
+    Set(kAfterF4, 0x80, 0x8F, kTwoMore);
   }
-  if (lead >= 0xF0 && lead <= 0xF4) {
-    const unsigned low = lead == 0xF0 ? 0x90 : 0x80;
-    const unsigned high = lead == 0xF4 ? 0x8F : 0xBF;
-    return continues(1, low, high) && continues(2) && continues(3) ? 4 : 0;
+  constexpr void Set(State from, size_t first, size_t last, State to) {
+    for (size_t byte = first; byte <= last; ++byte) {
+      entries[byte] = (entries[byte] & ~(kStateBits << from)) | std::uint64_t{to} << from;
+    }
   }
-  return 0;
+
+  static constexpr std::uint64_t kStateBits = 0x3F;
+  std::array<std::uint64_t, 256> entries{};
+};
+
+constexpr Utf8Table kUtf8;
+
+std::uint64_t NextState(std::uint64_t state, char byte) {
+  return kUtf8.entries[static_cast<unsigned char>(byte)] >> state & Utf8Table::kStateBits;
 }
 
 }  // namespace
 
-size_t ValidUtf8Prefix(std::string_view bytes) {
-  size_t i = 0;
-  while (i < bytes.size()) {
-    // Most text is ASCII: eight bytes at a time as long as no top bit is set.
-    while (i + 8 <= bytes.size()) {
-      std::uint64_t word = 0;
-      std::memcpy(&word, bytes.data() + i, sizeof word);
-      if ((word & 0x8080808080808080U) != 0) break;
-      i += 8;
-    }
-    if (i == bytes.size()) break;
-    const size_t length = SequenceLength(bytes.substr(i));
-    if (length == 0) return i;
-    i += length;
-  }
-  return i;
+bool Utf8Check::Accept(std::string_view bytes) {
+  if (state_ == kBoundary && IsAscii(bytes)) return true;
+  onlyAscii_ = false;
+  std::uint64_t state = state_;
+  for (char byte : bytes) state = NextState(state, byte);
+  state_ = state;
+  return state != kBroken;
 }
 
-bool IsValidUtf8(std::string_view bytes) { return ValidUtf8Prefix(bytes) == bytes.size(); }
+bool IsValidUtf8(std::string_view bytes) {
+  Utf8Check check;
+  return check.Accept(bytes) && check.Complete();
+}
+
+size_t ValidUtf8Prefix(std::string_view bytes) {
+  size_t valid = 0;
+  std::uint64_t state = kBoundary;
+  for (size_t i = 0; i < bytes.size() && state != kBroken; ++i) {
+    state = NextState(state, bytes[i]);
+    if (state == kBoundary) valid = i + 1;
+  }
+  return valid;
+}
 
 std::string Utf8FromWindows1252(std::string_view bytes) {
   std::string text;

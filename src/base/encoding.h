@@ -2,6 +2,7 @@
 // From bytes of unknown origin (the network, a list file) to the UTF-8 that the program works with.
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -9,6 +10,20 @@ namespace brindle {
 
 // True when `bytes` are well-formed UTF-8 (RFC 3629: no overlong forms, no surrogates).
 bool IsValidUtf8(std::string_view bytes);
+
+// The same for bytes that come piece by piece.
+class Utf8Check {
+ public:
+  // False when what came so far cannot become valid any more.
+  bool Accept(std::string_view bytes);
+  // True when it does not end within a character.
+  bool Complete() const { return state_ == 0; }
+  bool OnlyAscii() const { return onlyAscii_; }
+
+ private:
+  std::uint64_t state_ = 0;
+  bool onlyAscii_ = true;
+};
 
 // The length of the longest well-formed UTF-8 prefix of `bytes`.
 size_t ValidUtf8Prefix(std::string_view bytes);

@@ -71,11 +71,6 @@ class FlatArray {
   // REQUIRES: size <= Size().
   void Shrink(size_t size) { size_ = size; }
 
-  // Gives back memory beyond `capacity` values. REQUIRES: capacity >= Size().
-  void GiveBack(size_t capacity) {
-    if (capacity < capacity_ && capacity > 0) SetCapacity(capacity);
-  }
-
  private:
   void SetCapacity(size_t capacity) {
     values_ = static_cast<Value*>(ResizeMemory(values_, capacity_ * sizeof(Value),

@@ -117,6 +117,15 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
   return LowerCase(a) == LowerCase(b);
 }
 
+bool StartsIgnoringCase(std::string_view text, std::string_view lower) {
+  // Many titles are asked and few fit: the first characters tell, nearly always.
+  for (; !text.empty() && !lower.empty() && IsAscii(text.substr(0, 1)); text.remove_prefix(1)) {
+    if (AsciiLower(text.front()) != lower.front()) return false;
+    lower.remove_prefix(1);
+  }
+  return lower.empty() || LowerCase(text).starts_with(lower);
+}
+
 bool IsNumericText(std::string_view text) {
   text = TrimBlanks(text);
   if (!text.empty() && (text.front() == '+' || text.front() == '-')) text.remove_prefix(1);

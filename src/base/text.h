@@ -48,6 +48,9 @@ std::string MatchKey(std::string_view text);
 // True when both texts are equal once lower-cased.
 bool EqualsIgnoringCase(std::string_view a, std::string_view b);
 
+// True when `text` in lower case begins with `lower`, which is in lower case.
+bool StartsIgnoringCase(std::string_view text, std::string_view lower);
+
 // True for text that reads as a decimal number: any blanks, an optional sign, digits with at most
 // one point among them (at least one digit), any blanks. The empty text is not numeric.
 bool IsNumericText(std::string_view text);

@@ -3,106 +3,114 @@
 #include <bit>
 #include <cstring>
 
+#ifdef __x86_64__
+#include <immintrin.h>
+#endif
+
 namespace brindle {
 namespace {
 
-using Word = std::uint64_t;
-constexpr size_t kWord = sizeof(Word);
-constexpr Word kOnes = 0x0101010101010101U;
-constexpr Word kTops = 0x8080808080808080U;
+constexpr unsigned char Byte(char c) { return static_cast<unsigned char>(c); }
 
-// The first byte is the lowest one, whatever the machine.
-Word Load(const char* text) {
-  Word word = 0;
-  std::memcpy(&word, text, kWord);
-  if constexpr (std::endian::native == std::endian::big) {
-    Word turned = 0;
-    for (size_t i = 0; i < kWord; ++i) turned |= (word >> (8 * i) & 0xFFU) << (8 * (kWord - 1 - i));
-    return turned;
-  }
-  return word;
+namespace portable {
+
+#define BRINDLE_TARGET
+constexpr size_t kWidth = 8;
+using Vector [[gnu::vector_size(kWidth)]] = unsigned char;
+
+// The bytes that are all ones as eight neighbouring bits.
+template <typename Comparison>
+std::uint64_t Bits(Comparison equal) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, &equal, sizeof word);
+  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
+  return ((word & 0x0101010101010101U) * 0x0102040810204080U) >> 56U;
 }
 
-// A top bit for each byte of `word` that is `wanted`.
-Word Equal(Word word, char wanted) {
-  const Word difference = word ^ (kOnes * static_cast<unsigned char>(wanted));
-  return ~(((difference & ~kTops) + ~kTops) | difference) & kTops;
+#include "mail/byte_loops.h"
+#undef BRINDLE_TARGET
+constexpr ByteKernels kKernels = {"portable", LineEnds, Pairs};
+
+}  // namespace portable
+
+#ifdef __x86_64__
+
+// Every x86-64 machine has SSE2.
+namespace sse2 {
+
+#define BRINDLE_TARGET
+constexpr size_t kWidth = 16;
+using Vector [[gnu::vector_size(kWidth)]] = unsigned char;
+
+template <typename Comparison>
+std::uint64_t Bits(Comparison equal) {
+  return static_cast<std::uint32_t>(_mm_movemask_epi8(reinterpret_cast<__m128i>(equal)));
 }
 
-// The top bits of eight bytes as eight neighbouring bits.
-Word Gather(Word tops) { return ((tops >> 7U) * 0x0102040810204080U) >> 56U; }
+#include "mail/byte_loops.h"
+#undef BRINDLE_TARGET
+constexpr ByteKernels kKernels = {"sse2", LineEnds, Pairs};
 
-bool LowerAscii(const char* from, char* to, size_t size) {
-  unsigned char seen = 0;
-  // Without a branch, so that the compiler can do many bytes at once.
-  for (size_t i = 0; i < size; ++i) {
-    const auto c = static_cast<unsigned char>(from[i]);
-    seen |= c;
-    const bool upper = static_cast<unsigned char>(c - 'A') < 26;
-    to[i] = static_cast<char>(c | (upper ? 0x20U : 0U));
-  }
-  return seen < 0x80;
+}  // namespace sse2
+
+#endif
+
+// Windows has no AVX2: there GCC aligns the stack to 16 bytes, and may put a register of 32 on it
+// as if it were aligned.
+#if defined(__x86_64__) && !defined(_WIN32)
+
+// Each function is compiled for its own instructions, so that the program as a whole runs on any
+// x86-64.
+namespace avx2 {
+
+#define BRINDLE_TARGET __attribute__((target("avx2")))
+constexpr size_t kWidth = 32;
+using Vector [[gnu::vector_size(kWidth)]] = unsigned char;
+
+template <typename Comparison>
+BRINDLE_TARGET std::uint64_t Bits(Comparison equal) {
+  return static_cast<std::uint32_t>(_mm256_movemask_epi8(reinterpret_cast<__m256i>(equal)));
 }
 
-bool IsAsciiText(const char* text, size_t size) {
-  unsigned char seen = 0;
-  for (size_t i = 0; i < size; ++i) seen |= static_cast<unsigned char>(text[i]);
-  return seen < 0x80;
-}
+#include "mail/byte_loops.h"
+#undef BRINDLE_TARGET
+constexpr ByteKernels kKernels = {"avx2", LineEnds, Pairs};
 
-void LineEnds(const char* text, Word* mask, size_t masks) {
-  for (size_t m = 0; m < masks; ++m) {
-    Word bits = 0;
-    for (size_t i = 0; i < kMaskBytes; i += kWord) {
-      const Word word = Load(text + m * kMaskBytes + i);
-      const Word tops = Equal(word, '\n') | Equal(word, '\r');
-      if (tops != 0) bits |= Gather(tops) << i;
-    }
-    mask[m] = bits;
-  }
-}
+}  // namespace avx2
 
-bool Pairs(const char* a, char wantedA, const char* b, char wantedB, Word* mask, size_t masks) {
-  Word any = 0;
-  for (size_t m = 0; m < masks; ++m) {
-    Word bits = 0;
-    for (size_t i = 0; i < kMaskBytes; i += kWord) {
-      const size_t at = m * kMaskBytes + i;
-      const Word tops = Equal(Load(a + at), wantedA) & Equal(Load(b + at), wantedB);
-      if (tops != 0) bits |= Gather(tops) << i;
-    }
-    mask[m] = bits;
-    any |= bits;
-  }
-  return any != 0;
-}
+const ByteKernels* WithAvx2() { return __builtin_cpu_supports("avx2") ? &avx2::kKernels : nullptr; }
 
-constexpr ByteKernels kPortable = {"portable", LowerAscii, IsAsciiText, LineEnds, Pairs};
+#else
 
-const ByteKernels* Best() {
-  if (const ByteKernels* kernels = Avx2Kernels()) return kernels;
-  if (const ByteKernels* kernels = Sse2Kernels()) return kernels;
-  return &kPortable;
-}
+const ByteKernels* WithAvx2() { return nullptr; }
+
+#endif
 
 const ByteKernels*& InUse() {
-  static const ByteKernels* inUse = Best();
+  static const ByteKernels* inUse = nullptr;
   return inUse;
 }
 
 }  // namespace
 
-const ByteKernels* PortableKernels() { return &kPortable; }
-
-const ByteKernels& Kernels() { return *InUse(); }
-
-void UseKernels(const ByteKernels* kernels) { InUse() = kernels != nullptr ? kernels : Best(); }
-
 const ByteKernels* const* AllKernels() {
-  static const ByteKernels* const all[] = {
-      &kPortable, Sse2Kernels() != nullptr ? Sse2Kernels() : Avx2Kernels(),
-      Sse2Kernels() != nullptr ? Avx2Kernels() : nullptr, nullptr};
+  static const ByteKernels* const all[] = {&portable::kKernels,
+#ifdef __x86_64__
+                                           &sse2::kKernels,
+#endif
+                                           WithAvx2(), nullptr};
   return all;
+}
+
+void UseKernels(const ByteKernels* kernels) {
+  const ByteKernels* const* best = AllKernels();
+  while (best[1] != nullptr) ++best;
+  InUse() = kernels != nullptr ? kernels : *best;
+}
+
+const ByteKernels& Kernels() {
+  if (InUse() == nullptr) UseKernels(nullptr);
+  return *InUse();
 }
 
 }  // namespace brindle

@@ -6,58 +6,68 @@
 #include <fstream>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "base/encoding.h"
 #include "base/utf8.h"
-#include "mail/byte_kernels.h"
-#include "mail/line_cutter.h"
 #include "mail/list_parser.h"
 
 namespace brindle {
 namespace {
 
-// More than this is not set aside for titles on the word of a file's size.
+// More than this is not set aside on the word of a file's size.
 constexpr size_t kMostReserved = size_t{256} << 20U;
 
-enum class Mark { kNone, kUtf8, kUtf16Little, kUtf16Big };
+enum class Encoding { kUtf8, kRepairedUtf8, kUtf16Little, kUtf16Big, kWindows1252 };
 
-Mark MarkOf(std::string_view start) {
-  if (start.starts_with(kUtf8Mark)) return Mark::kUtf8;
-  if (start.starts_with("\xFF\xFE")) return Mark::kUtf16Little;
-  if (start.starts_with("\xFE\xFF")) return Mark::kUtf16Big;
-  return Mark::kNone;
+// What a file with this beginning is read as first, and the length of its byte-order mark.
+std::pair<Encoding, size_t> EncodingOf(std::string_view start) {
+  if (start.starts_with("\xFF\xFE")) return {Encoding::kUtf16Little, 2};
+  if (start.starts_with("\xFE\xFF")) return {Encoding::kUtf16Big, 2};
+  return {Encoding::kUtf8, start.starts_with(kUtf8Mark) ? kUtf8Mark.size() : 0};
 }
 
-size_t SizeOf(Mark mark) {
-  return mark == Mark::kNone ? 0 : mark == Mark::kUtf8 ? kUtf8Mark.size() : 2;
-}
-
-// Tells while the blocks go by whether all of them together are valid UTF-8.
-class Utf8Check {
- public:
-  // False as soon as a sequence cannot become valid any more, or a little later.
-  bool Accept(std::string_view block) {
-    if (tail_.empty() && Kernels().isAscii(block.data(), block.size())) return true;
-    for (; !tail_.empty() && !block.empty(); block.remove_prefix(1)) {
-      tail_ += block.front();
-      if (IsValidUtf8(tail_)) {
-        tail_.clear();
-      } else if (tail_.size() > kLongestTail) {
-        return false;
-      }
-    }
-    const std::string_view rest = block.substr(ValidUtf8Prefix(block));
-    if (rest.size() > kLongestTail) return false;
-    tail_ += rest;
-    return true;
+// Each broken byte is read as U+FFFD.
+std::string RepairUtf8(std::string_view bytes) {
+  std::string text;
+  while (!bytes.empty()) {
+    const size_t valid = ValidUtf8Prefix(bytes);
+    text += bytes.substr(0, valid);
+    if (valid < bytes.size()) text += "\uFFFD";
+    bytes.remove_prefix(std::min(valid + 1, bytes.size()));
   }
+  return text;
+}
 
-  bool Finish() const { return tail_.empty(); }
+std::string Decode(std::string_view bytes, Encoding encoding) {
+  switch (encoding) {
+    case Encoding::kUtf16Little:
+      return Utf8FromUtf16(bytes, ByteOrder::kLittleEndian);
+    case Encoding::kUtf16Big:
+      return Utf8FromUtf16(bytes, ByteOrder::kBigEndian);
+    case Encoding::kWindows1252:
+      return Utf8FromWindows1252(bytes);
+    case Encoding::kUtf8:
+    case Encoding::kRepairedUtf8:
+      break;
+  }
+  return RepairUtf8(bytes);
+}
 
- private:
-  static constexpr size_t kLongestTail = 3;
-  std::string tail_;  // a character that the end of the last block has cut, perhaps
-};
+// A length of `bytes` that ends between two characters, or near to where they end.
+size_t WholeCharacters(std::string_view bytes, Encoding encoding) {
+  if (encoding == Encoding::kWindows1252 || bytes.empty()) return bytes.size();
+  if (encoding == Encoding::kRepairedUtf8) {
+    constexpr size_t kLongest = 4;
+    const size_t from = bytes.size() - std::min(bytes.size(), kLongest);
+    return from + CharacterBegin(bytes.substr(from), bytes.size() - from - 1);
+  }
+  const size_t even = bytes.size() / 2 * 2;
+  if (even == 0) return 0;
+  const char high = bytes[encoding == Encoding::kUtf16Little ? even - 1 : even - 2];
+  const bool opensPair = (static_cast<unsigned char>(high) & 0xFCU) == 0xD8U;
+  return opensPair ? even - 2 : even;
+}
 
 // One reading of one source, from a first guess of the encoding to the end.
 class Reading {
@@ -66,126 +76,99 @@ class Reading {
       : source_(source), keepGoing_(keepGoing), limits_(limits) {}
 
   ReadStatus Run() {
-    std::optional<ReadStatus> end = Pass(LineEncoding::kUtf8);
-    if (!end) {
-      // Not valid UTF-8 after all: everything is read again in the other encoding.
-      end = Pass(mark_ == Mark::kUtf8 ? LineEncoding::kRepairedUtf8 : LineEncoding::kWindows1252);
-    }
-    texts_->GiveBackMemory();
-    return end.value_or(ReadStatus::kFailed);
+    const auto [encoding, mark] = ReadStart();
+    if (const std::optional<ReadStatus> end = Pass(encoding)) return *end;
+    // Not valid UTF-8 after all: everything is read again in the other encoding.
+    ReadStart();
+    return *Pass(mark > 0 ? Encoding::kRepairedUtf8 : Encoding::kWindows1252);
   }
 
-  std::shared_ptr<const MailTexts> Texts() const { return texts_; }
+  MailRows& Rows() { return rows_; }
 
   std::optional<std::string> Handle() const {
     return parser_ ? parser_->Handle() : std::optional<std::string>();
   }
 
  private:
-  // Reads the source from its start to its end; nothing when it is not in this encoding.
-  std::optional<ReadStatus> Pass(LineEncoding encoding) {
+  // Reads the first bytes: what stands behind a byte-order mark waits in raw_.
+  std::pair<Encoding, size_t> ReadStart() {
+    constexpr size_t kLongestMark = 3;
     source_.Rewind();
-    texts_ = std::make_shared<MailTexts>();
-    texts_->ReserveFor(std::min(source_.ExpectedSize(), kMostReserved));
-    parser_.emplace(*texts_, encoding);
-    cutter_.emplace(limits_.longestLine);
-    utf16_.clear();
-    check_ = encoding == LineEncoding::kUtf8 ? std::optional(Utf8Check()) : std::nullopt;
-    const auto take = [this](std::string_view line) { parser_->Line(line); };
+    raw_.clear();
+    while (raw_.size() < kLongestMark && ReadRaw(kLongestMark - raw_.size()) > 0) {
+    }
+    const auto start = EncodingOf(raw_);
+    raw_.erase(0, start.second);
+    return start;
+  }
 
-    size_t sinceCall = ReadMark();
-    size_t read = sinceCall;
-    while (read > 0) {
-      read = ReadBlock();
-      if (!valid_) return std::nullopt;
-      cutter_->Cut(take);
-      texts_->Settle();
+  // Reads the source to its end; nothing when it is not in this encoding.
+  std::optional<ReadStatus> Pass(Encoding encoding) {
+    rows_ = MailRows();
+    // With room for the last attempt to read. What is not needed is never written and costs
+    // nothing.
+    rows_.text.Reserve(std::min(source_.ExpectedSize(), kMostReserved) + limits_.block +
+                       MailTexts::kSlack);
+    parser_.emplace(rows_, limits_.longestLine);
+    Utf8Check check;
+    size_t sinceCall = 0;
+    size_t read = 1;
+    while (read > 0 && HasRoom()) {
+      const size_t before = rows_.text.Size();
+      read = encoding == Encoding::kUtf8 ? ReadPlain() : ReadAndDecode(encoding);
+      if (!check.Accept({rows_.text.Data() + before, rows_.text.Size() - before})) return {};
+      parser_->Parse();
       sinceCall += read;
       if (sinceCall < limits_.betweenCalls || read == 0) continue;
       sinceCall = 0;
       if (keepGoing_ && !keepGoing_()) return ReadStatus::kStopped;
     }
-    if (check_ && !check_->Finish()) return std::nullopt;
-    cutter_->Finish(take);
-    texts_->Settle();
+    if (!check.Complete()) return {};
+    parser_->Finish();
+    rows_.ascii = check.OnlyAscii();
     return source_.Failed() ? ReadStatus::kFailed : ReadStatus::kComplete;
   }
 
-  // Reads the first bytes and looks for a byte-order mark; returns how many were read.
-  size_t ReadMark() {
-    constexpr size_t kLongestMark = 3;
-    char start[kLongestMark];
-    size_t size = 0;
-    while (size < kLongestMark) {
-      const size_t read = source_.Read(start + size, kLongestMark - size);
-      if (read == 0) break;
-      size += read;
-    }
-    mark_ = MarkOf(std::string_view(start, size));
-    Take(std::string_view(start, size).substr(SizeOf(mark_)));
-    return size;
+  // False when the list is full; the rest of the file is passed over.
+  bool HasRoom() const {
+    constexpr size_t kLongestCharacter = 3;  // that one byte can become
+    return MailTexts::kMostText - rows_.text.Size() > (limits_.block + 4) * kLongestCharacter;
   }
 
-  // Hands the next block to the cutter; returns how many bytes were read, 0 at the end.
-  size_t ReadBlock() {
-    if (IsUtf16()) return ReadUtf16Block();
-    char* room = cutter_->Room(limits_.block);
-    const size_t read = source_.Read(room, limits_.block);
-    valid_ = !check_ || check_->Accept(std::string_view(room, read));
-    cutter_->Added(read);
+  // Both read the next block, and append it to the text; they return how many bytes were read, 0 at
+  // the end.
+  size_t ReadPlain() {
+    rows_.text.Append(raw_.data(), raw_.size());
+    raw_.clear();
+    rows_.text.MakeRoom(limits_.block);
+    const size_t read = source_.Read(rows_.text.Data() + rows_.text.Size(), limits_.block);
+    rows_.text.Added(read);
     return read;
   }
 
-  size_t ReadUtf16Block() {
-    const size_t before = utf16_.size();
-    utf16_.resize(before + limits_.block);
-    const size_t read = source_.Read(utf16_.data() + before, limits_.block);
-    utf16_.resize(before + read);
-    // An odd byte and the first half of a pair wait for the next block, or for the end.
-    const size_t whole = read == 0 ? utf16_.size() : WholeCharacters();
-    const auto order =
-        mark_ == Mark::kUtf16Little ? ByteOrder::kLittleEndian : ByteOrder::kBigEndian;
-    AddText(Utf8FromUtf16(std::string_view(utf16_).substr(0, whole), order));
-    utf16_.erase(0, whole);
+  size_t ReadAndDecode(Encoding encoding) {
+    const size_t read = ReadRaw(limits_.block);
+    const size_t whole = read == 0 ? raw_.size() : WholeCharacters(raw_, encoding);
+    const std::string text = Decode(std::string_view(raw_).substr(0, whole), encoding);
+    rows_.text.Append(text.data(), text.size());
+    raw_.erase(0, whole);
     return read;
   }
 
-  // The length of utf16_ without a character that its end has cut.
-  size_t WholeCharacters() const {
-    const size_t even = utf16_.size() / 2 * 2;
-    if (even == 0) return 0;
-    const char high = utf16_[mark_ == Mark::kUtf16Little ? even - 1 : even - 2];
-    const bool opensPair = (static_cast<unsigned char>(high) & 0xFCU) == 0xD8U;
-    return opensPair ? even - 2 : even;
+  size_t ReadRaw(size_t bytes) {
+    const size_t before = raw_.size();
+    raw_.resize(before + bytes);
+    const size_t read = source_.Read(raw_.data() + before, bytes);
+    raw_.resize(before + read);
+    return read;
   }
-
-  void Take(std::string_view bytes) {
-    valid_ = true;
-    if (IsUtf16()) {
-      utf16_ = bytes;
-      return;
-    }
-    valid_ = !check_ || check_->Accept(bytes);
-    AddText(bytes);
-  }
-
-  void AddText(std::string_view text) {
-    text.copy(cutter_->Room(text.size()), text.size());
-    cutter_->Added(text.size());
-  }
-
-  bool IsUtf16() const { return mark_ == Mark::kUtf16Little || mark_ == Mark::kUtf16Big; }
 
   BlockSource& source_;
   const KeepGoing& keepGoing_;
   ReadLimits limits_;
-  Mark mark_ = Mark::kNone;
-  std::shared_ptr<MailTexts> texts_;
+  MailRows rows_;
   std::optional<ListParser> parser_;
-  std::optional<LineCutter> cutter_;
-  std::optional<Utf8Check> check_;
-  bool valid_ = true;
-  std::string utf16_;  // read and not decoded yet
+  std::string raw_;  // read and not decoded yet
 };
 
 // Blocks of a file. The stream's own buffer is switched off: a block goes straight to its place.
@@ -240,7 +223,7 @@ ReadResult ReadList(BlockSource& source, MailList& list, const KeepGoing& keepGo
   try {
     result.status = reading.Run();
     result.handle = reading.Handle();
-    list.SetTexts(reading.Texts());
+    list.SetTexts(std::make_shared<const MailTexts>(std::move(reading.Rows())));
   } catch (const std::exception&) {
     // Only memory can run out here, perhaps in the middle of a row.
     list.Clear();

@@ -46,7 +46,6 @@ bool MailList::Append(std::string_view number, std::string_view title) {
   assert(observers_.empty());
   MailTexts& texts = OwnTexts();
   if (!texts.Append(number, title)) return false;
-  texts.Settle();
   rows_.checked.PushBack(false);
   return true;
 }
@@ -56,7 +55,6 @@ MailTexts& MailList::OwnTexts() {
   if (ownTexts_ && rows_.texts == ownTexts_ && ownTexts_.use_count() == kOwners) return *ownTexts_;
   auto texts = std::make_shared<MailTexts>();
   for (size_t row = 0; row < Size(); ++row) texts->Append(Number(row), Title(row));
-  texts->Settle();
   rows_.texts = texts;
   rows_.textRows.clear();
   ownTexts_ = std::move(texts);

@@ -62,8 +62,9 @@ class MailList {
   // REQUIRES: rows are in ascending order, each below source.Size(); source is another list.
   void ShowRowsOf(const MailList& source, std::vector<std::uint32_t> rows);
 
-  // Adds one row, not checked, at the end. False when the row was refused because one kind of text
-  // would pass 4 GiB. REQUIRES: nobody observes this list; the texts are no part of this list.
+  // Adds one row, not checked, at the end. False when the row was refused because the texts would
+  // pass 4 GiB. REQUIRES: nobody observes this list; the texts are no part of this list, and such
+  // as MailTexts takes.
   bool Append(std::string_view number, std::string_view title);
 
   size_t Size() const { return rows_.checked.Rows(); }
@@ -81,9 +82,6 @@ class MailList {
   // The texts of a row; valid until the rows change. REQUIRES: row < Size().
   std::string_view Number(size_t row) const { return rows_.texts->Number(TextRow(row)); }
   std::string_view Title(size_t row) const { return rows_.texts->Title(TextRow(row)); }
-
-  // As settled in the texts; see MailTexts::Settle.
-  std::string_view LowerTitle(size_t row) const { return rows_.texts->LowerTitle(TextRow(row)); }
 
   // REQUIRES: row < Size().
   bool IsChecked(size_t row) const { return rows_.checked.Contains(row); }

@@ -1,70 +1,66 @@
 #include "mail/mail_texts.h"
 
-#include "mail/byte_kernels.h"
-#include "mail/lower_titles.h"
+#include <algorithm>
+
+#include "base/encoding.h"
+#include "base/text.h"
+#include "mail/letter_case.h"
 
 namespace brindle {
 
+MailTexts::MailTexts(MailRows rows) : rows_(std::move(rows)) {
+  ClearSlack();
+  if (!rows_.ascii) NoteOddTitles(0);
+}
+
 bool MailTexts::Append(std::string_view number, std::string_view title) {
-  if (number.size() > kMostText - numbers_.Size()) return false;
-  if (title.size() > kMostText - titles_.Size()) return false;
-  numberEnds_.MakeRoom(1);
-  titleEnds_.MakeRoom(1);
-  numbers_.MakeRoom(number.size());
-  titles_.Append(title.data(), title.size());
-  numbers_.Append(number.data(), number.size());
-  numberEnds_.PushBack(static_cast<std::uint32_t>(numbers_.Size()));
-  titleEnds_.PushBack(static_cast<std::uint32_t>(titles_.Size()));
+  FlatArray<char>& text = rows_.text;
+  const size_t begin = text.Size();
+  if (number.size() > kMostText - begin || title.size() + 2 > kMostText - begin - number.size()) {
+    return false;
+  }
+  rows_.begins.PushBack(static_cast<std::uint32_t>(begin));
+  text.Append(number.data(), number.size());
+  text.PushBack('\t');
+  text.Append(title.data(), title.size());
+  text.PushBack('\n');
+  ClearSlack();
+  IsValidUtf8(title) ? NoteOddTitles(begin) : NoteOddTitle(Size() - 1);
   return true;
 }
 
-void MailTexts::Settle() {
-  const size_t size = titles_.Size() - settledBytes_;
-  lower_.MakeRoom(size + kSlack);
-  const char* from = titles_.Data() + settledBytes_;
-  char* to = lower_.Data() + lower_.Size();
-  if (!HasOwnEnds() && (size == 0 || Kernels().lowerAscii(from, to, size))) {
-    lower_.Added(size);
-    settledRows_ = Size();
-  } else {
-    while (settledRows_ < Size()) SettleRow(settledRows_++);
-    lower_.MakeRoom(kSlack);
+void MailTexts::ClearSlack() {
+  rows_.text.MakeRoom(kSlack);
+  std::memset(rows_.text.Data() + rows_.text.Size(), 0, kSlack);
+}
+
+void MailTexts::NoteOddTitles(size_t from) {
+  const std::string_view text = Text();
+  const std::uint32_t* begins = Begins();
+  for (size_t at = FindOdd(text, from); at < text.size(); at = FindOdd(text, from)) {
+    const size_t next = static_cast<size_t>(std::upper_bound(begins, begins + Size(), at) - begins);
+    NoteOddTitle(next - 1);
+    from = next < Size() ? begins[next] : text.size();
   }
-  std::memset(lower_.Data() + lower_.Size(), 0, kSlack);
-  settledBytes_ = titles_.Size();
 }
 
-void MailTexts::SettleRow(size_t row) {
-  AppendLowerCase(Title(row), lower_);
-  if (!HasOwnEnds()) {
-    if (lower_.Size() == titleEnds_[row]) return;
-    lowerEnds_.Reserve(titleEnds_.Size());
-    for (size_t before = 0; before < row; ++before) lowerEnds_.PushBack(titleEnds_[before]);
-  }
-  lowerEnds_.PushBack(lower_.Size());
+void MailTexts::NoteOddTitle(size_t row) {
+  odd_.push_back({static_cast<std::uint32_t>(row), LowerCase(Title(row))});
 }
 
-void MailTexts::ReserveFor(size_t bytes) {
-  // Of a usual line; shorter ones only mean that the arrays grow while they are filled.
-  constexpr size_t kLine = 48;
-  constexpr size_t kNumber = 6;
-  const size_t rows = bytes / kLine;
-  numbers_.Reserve(rows * kNumber);
-  numberEnds_.Reserve(rows);
-  titleEnds_.Reserve(rows);
-  titles_.Reserve(bytes);
-  lower_.Reserve(bytes + kSlack);
+std::string_view MailTexts::Number(size_t row) const {
+  const std::string_view text = Text().substr(rows_.begins[row]);
+  return text.substr(0, text.find_first_of(".)([]\t\n"));
 }
 
-void MailTexts::GiveBackMemory() {
-  // What was never written costs nothing where the system gives memory page by page; elsewhere
-  // shrinking may copy, which is not worth it for less than half of the room.
-  const auto shrink = [](FlatArray<char>& text, size_t slack) {
-    const size_t needed = text.Size() + slack;
-    if (needed < text.Capacity() / 2) text.GiveBack(needed);
-  };
-  shrink(titles_, 0);
-  shrink(lower_, kSlack);
+std::string_view MailTexts::Title(size_t row) const {
+  const std::string_view number = Number(row);
+  const char* const end = rows_.text.Data() + rows_.text.Size();
+  const char* title = number.data() + number.size();
+  while (*title != '\t' && *title != '\n') ++title;
+  if (*title == '\t') ++title;
+  const void* lf = std::memchr(title, '\n', static_cast<size_t>(end - title));
+  return {title, static_cast<size_t>(static_cast<const char*>(lf) - title)};
 }
 
 }  // namespace brindle

@@ -5,13 +5,29 @@
 #include <bit>
 #include <cassert>
 #include <cstring>
+#include <iterator>
+#include <string>
 
+#include "base/encoding.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "mail/byte_kernels.h"
+#include "mail/letter_case.h"
 
 namespace brindle {
 namespace {
 
 constexpr size_t kMasks = 256;  // looked at in one go: 16 KiB, which stay in the nearest cache
+
+// What is looked for, lower-cased, and the other case of each of its characters.
+struct Wanted {
+  explicit Wanted(std::string_view text) : lower(text), upper(UpperTwin(text)) {}
+  size_t Size() const { return lower.size(); }
+  EitherByte At(size_t i) const { return {lower[i], upper[i]}; }
+
+  std::string_view lower;
+  std::string upper;
+};
 
 // The places of the two bytes of a wanted text that are looked for.
 struct Probe {
@@ -20,7 +36,7 @@ struct Probe {
 };
 
 // Chooses the two bytes that are rarest in a sample of the text.
-Probe ChooseProbe(std::string_view text, std::string_view wanted) {
+Probe ChooseProbe(std::string_view text, const Wanted& wanted) {
   constexpr size_t kPieces = 8;
   constexpr size_t kPieceSize = 512;
   std::array<unsigned, 256> counts{};
@@ -31,15 +47,21 @@ Probe ChooseProbe(std::string_view text, std::string_view wanted) {
     const std::string_view sample = text.substr(text.size() / kPieces * piece, kPieceSize);
     for (char c : sample) ++count(c);
   }
+  const auto cost = [&](size_t i) {
+    const auto [lower, upper] = wanted.At(i);
+    return count(lower) + (lower == upper ? 0 : count(upper));
+  };
   Probe probe;
-  for (size_t i = 1; i < wanted.size(); ++i) {
-    if (count(wanted[i]) < count(wanted[probe.a])) probe.a = i;
+  for (size_t i = 1; i < wanted.Size(); ++i) {
+    if (cost(i) < cost(probe.a)) probe.a = i;
   }
   // Two places of the same byte tell less than two bytes.
-  const auto cost = [&](size_t i) { return count(wanted[i]) + (wanted[i] == wanted[probe.a]); };
-  probe.b = probe.a == 0 ? wanted.size() - 1 : 0;
-  for (size_t i = 0; i < wanted.size(); ++i) {
-    if (i != probe.a && cost(i) < cost(probe.b)) probe.b = i;
+  const auto costBeside = [&](size_t i) {
+    return cost(i) + (wanted.lower[i] == wanted.lower[probe.a] ? 1 : 0);
+  };
+  probe.b = probe.a == 0 ? wanted.Size() - 1 : 0;
+  for (size_t i = 0; i < wanted.Size(); ++i) {
+    if (i != probe.a && costBeside(i) < costBeside(probe.b)) probe.b = i;
   }
   return probe;
 }
@@ -47,64 +69,69 @@ Probe ChooseProbe(std::string_view text, std::string_view wanted) {
 // Compares a wanted text; eight bytes may be read at any place of the text (MailTexts::kSlack).
 class Comparison {
  public:
-  explicit Comparison(std::string_view wanted) : wanted_(wanted) {
-    std::memcpy(&start_, wanted.data(), std::min(wanted.size(), sizeof start_));
-    std::memset(&used_, 0xFF, std::min(wanted.size(), sizeof used_));
+  explicit Comparison(const Wanted& wanted) : wanted_(wanted) {
+    const size_t size = std::min(wanted.Size(), sizeof start_);
+    std::uint64_t upper = 0;
+    std::memcpy(&start_, wanted.lower.data(), size);
+    std::memcpy(&upper, wanted.upper.data(), size);
+    std::memset(&looked_, 0xFF, size);
+    looked_ &= ~(start_ ^ upper);
+    start_ &= looked_;
+    // The cases of an ASCII letter differ in one bit, so that nothing else looks like it.
+    looksAtAll_ = wanted.Size() <= sizeof start_ && IsAscii(wanted.lower);
   }
 
   bool IsAt(const char* place) const {
     std::uint64_t here = 0;
     std::memcpy(&here, place, sizeof here);
-    if ((here & used_) != start_) return false;
-    return wanted_.size() <= sizeof here ||
-           std::memcmp(place + sizeof here, wanted_.data() + sizeof here,
-                       wanted_.size() - sizeof here) == 0;
+    return (here & looked_) == start_ && (looksAtAll_ || EachIsAt(place));
   }
 
  private:
-  std::string_view wanted_;
-  std::uint64_t start_ = 0;
-  std::uint64_t used_ = 0;
+  // Looks at whole characters: half of one case and half of the other would be another character.
+  bool EachIsAt(const char* place) const {
+    for (size_t i = 0; i < wanted_.Size();) {
+      size_t end = i + 1;
+      while (end < wanted_.Size() && IsTrailByte(wanted_.lower[end])) ++end;
+      if (std::memcmp(place + i, wanted_.lower.data() + i, end - i) != 0 &&
+          std::memcmp(place + i, wanted_.upper.data() + i, end - i) != 0) {
+        return false;
+      }
+      i = end;
+    }
+    return true;
+  }
+
+  const Wanted& wanted_;
+  std::uint64_t start_ = 0;   // of the wanted text, without the bits in which the cases differ
+  std::uint64_t looked_ = 0;  // the other bits
+  bool looksAtAll_ = false;   // nothing else remains to be compared
 };
 
-// The row that holds place `at`, which is not before the beginning of row `from`: among the next
-// few rows without a branch, beyond them in steps that double.
-template <typename End>
-size_t RowAt(const End* ends, size_t rows, size_t from, size_t at) {
-  constexpr size_t kNear = 8;
-  if (from + kNear < rows) {
-    size_t before = 0;
-    for (size_t i = 0; i < kNear; ++i) before += ends[from + i] <= at ? 1U : 0U;
-    if (before < kNear) return from + before;
-    from += kNear;
-  }
-  if (ends[from] > at) return from;
-  size_t step = 1;
-  while (from + step < rows && ends[from + step] <= at) {
-    from += step;
-    step *= 2;
-  }
-  const End* last = ends + std::min(from + step, rows);
-  return static_cast<size_t>(std::upper_bound(ends + from + 1, last, at) - ends);
-}
-
-template <typename End>
 class Sweep {
  public:
-  Sweep(std::string_view text, const End* ends, size_t rows, std::string_view wanted)
-      : text_(text), ends_(ends), rows_(rows), wanted_(wanted), comparison_(wanted) {}
+  Sweep(const MailTexts& texts, std::string_view lowerText, SearchIn where)
+      : texts_(texts),
+        text_(texts.Text()),
+        begins_(texts.Begins()),
+        wanted_(lowerText),
+        comparison_(wanted_),
+        where_(where),
+        mayBeNumber_(kNumberBytes.find(lowerText[0]) != std::string_view::npos) {}
 
   std::vector<std::uint32_t> Run() {
-    if (wanted_.size() > text_.size()) return {};
+    // An LF is in no row.
+    if (wanted_.Size() > text_.size() || wanted_.lower.find('\n') != std::string_view::npos)
+      return {};
     const Probe probe = ChooseProbe(text_, wanted_);
     const ByteKernels& kernels = Kernels();
-    const size_t places = text_.size() - wanted_.size() + 1;
+    const size_t places = text_.size() - wanted_.Size() + 1;
     std::array<std::uint64_t, kMasks> mask;
     std::array<std::uint32_t, kMasks> withMarks;
     for (size_t at = 0; at < places; at += kMasks * kMaskBytes) {
       const size_t masks = std::min(kMasks, (places - at + kMaskBytes - 1) / kMaskBytes);
       const char* here = text_.data() + at;
-      if (!kernels.pairs(here + probe.a, wanted_[probe.a], here + probe.b, wanted_[probe.b],
+      if (!kernels.pairs(here + probe.a, wanted_.At(probe.a), here + probe.b, wanted_.At(probe.b),
                          mask.data(), masks)) {
         continue;
       }
@@ -122,6 +149,9 @@ class Sweep {
   }
 
  private:
+  // With these a text may begin that is found in front of a title.
+  static constexpr std::string_view kNumberBytes = "0123456789 +-.)([]\t";
+
   // Looks at the places that `candidates` marks from `base` on.
   void Look(size_t base, std::uint64_t candidates) {
     while (true) {
@@ -132,21 +162,49 @@ class Sweep {
       }
       if (candidates == 0) return;
       const size_t place = base + static_cast<size_t>(std::countr_zero(candidates));
-      if (place + wanted_.size() > text_.size()) return;
+      if (place + wanted_.Size() > text_.size()) return;
       candidates &= candidates - 1;
       if (!comparison_.IsAt(text_.data() + place)) continue;
-      row_ = RowAt(ends_, rows_, row_, place);
-      if (place + wanted_.size() > ends_[row_]) continue;
+      row_ = RowAt(row_, place);
+      if (mayBeNumber_ && !Counts(place)) continue;
       found_.push_back(static_cast<std::uint32_t>(row_));
-      from_ = static_cast<size_t>(ends_[row_]);
+      from_ = row_ + 1 < texts_.Size() ? begins_[row_ + 1] : text_.size();
     }
   }
 
+  // The row that holds place `at`, which is not before the beginning of row `from`: among the next
+  // few rows without a branch, beyond them in steps that double.
+  size_t RowAt(size_t from, size_t at) const {
+    constexpr size_t kNear = 8;
+    const size_t rows = texts_.Size();
+    if (from + kNear < rows) {
+      size_t before = 0;
+      for (size_t i = 1; i <= kNear; ++i) before += begins_[from + i] <= at ? 1U : 0U;
+      from += before;
+      if (before < kNear) return from;
+    }
+    size_t step = 1;
+    while (from + step < rows && begins_[from + step] <= at) {
+      from += step;
+      step *= 2;
+    }
+    const std::uint32_t* last = begins_ + std::min(from + step, rows);
+    return static_cast<size_t>(std::upper_bound(begins_ + from + 1, last, at) - begins_) - 1;
+  }
+
+  // True when a text found at `place`, in the row row_, is where it is looked for.
+  bool Counts(size_t place) const {
+    if (where_ == SearchIn::kTitlesAndNumbers && place == begins_[row_]) return true;
+    return text_.data() + place >= texts_.Title(row_).data();
+  }
+
+  const MailTexts& texts_;
   std::string_view text_;
-  const End* ends_;
-  size_t rows_;
-  std::string_view wanted_;
+  const std::uint32_t* begins_;
+  Wanted wanted_;
   Comparison comparison_;
+  SearchIn where_;
+  bool mayBeNumber_;
   size_t row_ = 0;   // no later hit is before this row
   size_t from_ = 0;  // and none before this place
   std::vector<std::uint32_t> found_;
@@ -154,13 +212,18 @@ class Sweep {
 
 }  // namespace
 
-std::vector<std::uint32_t> SweepTitles(const MailTexts& texts, std::string_view lowerText) {
-  assert(!lowerText.empty());
-  std::vector<std::uint32_t> found;
-  texts.WithLowerEnds([&](const auto* ends) {
-    found = Sweep(texts.LowerTitles(), ends, texts.Size(), lowerText).Run();
-  });
-  return found;
+std::vector<std::uint32_t> SweepTexts(const MailTexts& texts, std::string_view lowerText,
+                                      SearchIn where) {
+  assert(!lowerText.empty() && IsValidUtf8(lowerText));
+  std::vector<std::uint32_t> found = Sweep(texts, lowerText, where).Run();
+  if (texts.OddTitles().empty()) return found;
+  std::vector<std::uint32_t> odd;
+  for (const auto& [row, lower] : texts.OddTitles()) {
+    if (lower.find(lowerText) != std::string::npos) odd.push_back(row);
+  }
+  std::vector<std::uint32_t> both;
+  std::set_union(found.begin(), found.end(), odd.begin(), odd.end(), std::back_inserter(both));
+  return both;
 }
 
 }  // namespace brindle

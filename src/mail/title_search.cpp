@@ -1,9 +1,9 @@
 #include "mail/title_search.h"
 
-#include <algorithm>
 #include <cassert>
-#include <iterator>
+#include <string>
 
+#include "base/encoding.h"
 #include "base/text.h"
 #include "mail/text_sweep.h"
 
@@ -13,51 +13,49 @@ namespace {
 // A list that shows less than this part of its texts is searched row by row.
 constexpr size_t kSmallPart = 16;
 
-std::vector<std::uint32_t> SearchEachRow(const MailList& list, std::string_view lowerText) {
+std::vector<std::uint32_t> SearchEachRow(const MailList& list, std::string_view lowerText,
+                                         SearchIn where) {
   std::vector<std::uint32_t> found;
-  const std::vector<std::uint32_t>& textRows = list.TextRows();
-  for (size_t row = 0; row < textRows.size(); ++row) {
-    if (list.Texts()->LowerTitle(textRows[row]).find(lowerText) != std::string_view::npos) {
+  for (size_t row = 0; row < list.Size(); ++row) {
+    const bool number =
+        where == SearchIn::kTitlesAndNumbers && list.Number(row).starts_with(lowerText);
+    if (number || LowerCase(list.Title(row)).find(lowerText) != std::string::npos) {
       found.push_back(static_cast<std::uint32_t>(row));
     }
   }
   return found;
 }
 
-// Searches all texts and keeps what the list shows: both are in ascending order.
-std::vector<std::uint32_t> SearchAllTexts(const MailList& list, std::string_view lowerText) {
-  std::vector<std::uint32_t> found;
-  const std::vector<std::uint32_t>& textRows = list.TextRows();
+std::vector<std::uint32_t> Search(const MailList& list, std::string_view lowerText,
+                                  SearchIn where) {
+  assert(!lowerText.empty());
+  if (list.Size() == 0) return {};
+  const std::vector<std::uint32_t>& shown = list.TextRows();
+  const bool few = list.Size() < list.Texts()->Size() / kSmallPart;
+  if (few || !IsValidUtf8(lowerText)) return SearchEachRow(list, lowerText, where);
+  std::vector<std::uint32_t> found = SweepTexts(*list.Texts(), lowerText, where);
+  if (shown.empty()) return found;
+  // Of all texts, what the list shows: both are in ascending order.
   size_t row = 0;
-  for (std::uint32_t textRow : SweepTitles(*list.Texts(), lowerText)) {
-    while (row < textRows.size() && textRows[row] < textRow) ++row;
-    if (row == textRows.size()) break;
-    if (textRows[row] == textRow) found.push_back(static_cast<std::uint32_t>(row));
+  size_t kept = 0;
+  for (std::uint32_t textRow : found) {
+    while (row < shown.size() && shown[row] < textRow) ++row;
+    if (row == shown.size()) break;
+    if (shown[row] == textRow) found[kept++] = static_cast<std::uint32_t>(row);
   }
+  found.resize(kept);
   return found;
 }
 
 }  // namespace
 
 std::vector<std::uint32_t> RowNumbersWithTitle(const MailList& list, std::string_view lowerText) {
-  assert(!lowerText.empty());
-  if (list.Size() == 0) return {};
-  if (list.TextRows().empty()) return SweepTitles(*list.Texts(), lowerText);
-  return list.Size() < list.Texts()->Size() / kSmallPart ? SearchEachRow(list, lowerText)
-                                                         : SearchAllTexts(list, lowerText);
+  return Search(list, lowerText, SearchIn::kTitles);
 }
 
 std::vector<std::uint32_t> RowNumbersMatching(const MailList& list, std::string_view text) {
-  std::vector<std::uint32_t> titles = RowNumbersWithTitle(list, LowerCase(text));
-  if (!IsAllDigits(text)) return titles;
-  std::vector<std::uint32_t> numbers;
-  for (size_t row = 0; row < list.Size(); ++row) {
-    if (list.Number(row).starts_with(text)) numbers.push_back(static_cast<std::uint32_t>(row));
-  }
-  std::vector<std::uint32_t> both;
-  std::set_union(titles.begin(), titles.end(), numbers.begin(), numbers.end(),
-                 std::back_inserter(both));
-  return both;
+  return Search(list, LowerCase(text),
+                IsAllDigits(text) ? SearchIn::kTitlesAndNumbers : SearchIn::kTitles);
 }
 
 RowSet RowsWithTitle(const MailList& list, std::string_view lowerText) {

@@ -71,8 +71,8 @@ bool MailTable::GoToRow(const std::string& lowerText, bool numbers) {
   for (int step = 0; step < rows; ++step) {
     const int row = (start + step) % rows;
     const size_t listRow = model_->ListRow(row);
-    const std::string_view text = numbers ? list_->Number(listRow) : list_->LowerTitle(listRow);
-    if (!text.starts_with(lowerText)) continue;
+    const std::string_view text = numbers ? list_->Number(listRow) : list_->Title(listRow);
+    if (!StartsIgnoringCase(text, lowerText)) continue;
     setCurrentIndex(model_->index(row, MailListModel::kNumber));
     return true;
   }
