@@ -31,10 +31,7 @@ TEST(Connection, RefusesFieldsThatAreEmptyOrNoPort) {
   const std::string server = "i Please select a server / port.";
   const std::string port = "The port must be a number from 1 to 65535.";
   const std::string noPort = Begun() + "\n1|^C4* ERROR : " + port + "|\n" + kEnded + Trouble(port);
-  const struct {
-    ConnectFields fields;
-    std::string journal;
-  } table[] = {
+  const std::pair<ConnectFields, std::string> table[] = {
       {{"  ", "x", "host", "6667"}, nick},
       {{"me", "", "  ", "6667"}, server},
       {{"me", "", "host", " "}, server},
@@ -43,10 +40,10 @@ TEST(Connection, RefusesFieldsThatAreEmptyOrNoPort) {
       {{"me", "", "irc.example", "99999999999999999999999999999999999999999"}, noPort},
       {{" my nick ", "", " host ", " 65535 "}, Begun(" host ") + "\nconnect host 65535"},
   };
-  for (const auto& row : table) {
+  for (const auto& [fields, journal] : table) {
     ChatStage stage;
-    stage.connection.cmdConnect_Click(row.fields);
-    EXPECT_EQ(stage.Taken(), row.journal);
+    stage.connection.cmdConnect_Click(fields);
+    EXPECT_EQ(stage.Taken(), journal);
   }
 }
 
@@ -97,6 +94,12 @@ TEST(Connection, FromTheFirstLineToTheLast) {
       {"cancelled",
        [](ChatStage& s) { s.Dial(), s.Taken(), s.connection.cmdConnectCancel_Click(); },
        kQuietlyEnded},
+      {"cancelled before the next attempt",
+       [](ChatStage& s) {
+         s.options.reconnect = true, s.Register(), s.connection.wsChat_Error("x"), s.Taken();
+         s.connection.cmdConnectCancel_Click();
+       },
+       "no cancel\npanel Status - Disconnected\nlogin Status - Disconnected"},
       {"an old QUIT does not make the next end a quiet one",
        [](ChatStage& s) {
          s.Register(), Quit(s), s.connection.wsChat_Close(), s.Register();
@@ -171,6 +174,7 @@ TEST(Connection, SendsOneLineOfTheServersLengthWhateverIsInIt) {
                                    {"PRIVMSG #r :x\nQUIT", "PRIVMSG #r :x"},
                                    {"PRIVMSG #r :x\0QUIT"s, "PRIVMSG #r :x"},
                                    {longest + "x", longest},
+                                   {"@a=b " + longest + "x", "@a=b " + longest},
                                    {longest.substr(1) + "\u00E9", longest.substr(1)},
                                    {longest.substr(2) + "\u00E9", longest.substr(2) + "\u00E9"}}) {
     stage.connection.SendRaw(line);
@@ -305,11 +309,7 @@ TEST(StrictTransport, TurnsToTlsAndStaysThereUntilItsTimeHasRunOut) {
 
 TEST(Channels, KeepsTheUsersRooms) {
   const std::string tooShort = "\nx Room names must be at least two characters long.";
-  const struct {
-    std::optional<std::string> answer;
-    std::string told;
-    std::string added;
-  } table[] = {
+  const std::tuple<std::optional<std::string>, std::string, std::string> table[] = {
       {std::nullopt, "", ""},
       {"   ", "", ""},
       {" # a ", tooShort, ""},
@@ -324,11 +324,11 @@ TEST(Channels, KeepsTheUsersRooms) {
   };
   ChatStage stage;
   std::vector<std::string> rooms;
-  for (const auto& row : table) {
-    stage.answers.push_back(row.answer);
+  for (const auto& [answer, told, added] : table) {
+    stage.answers.push_back(answer);
     stage.channels.lblChannelsAdd_Click();
-    EXPECT_EQ(stage.Taken(), "? Enter the channel to be added :" + row.told);
-    if (!row.added.empty()) rooms.push_back(row.added);
+    EXPECT_EQ(stage.Taken(), "? Enter the channel to be added :" + told);
+    if (!added.empty()) rooms.push_back(added);
     EXPECT_EQ(stage.channels.Rooms().Items(), rooms);
   }
 }
@@ -366,25 +366,23 @@ TEST(Channels, EntersAndRemovesRooms) {
 
 TEST(ArrivalCutter, DeliversWholeLinesHoweverTheyCome) {
   const std::string tail(ArrivalCutter::kLongestTail + 1, 'x');
-  const struct {
-    std::vector<std::string> arrivals;
-    std::vector<std::string> lines;
-  } table[] = {
+  const std::pair<std::vector<std::string>, std::vector<std::string>> table[] = {
       {{"a", "\r", "\n", "b\r\n"}, {"a\r\n", "b\r\n"}},
       {{"a\nb\rc\r\n"}, {"a\nb\rc\r\n"}},
       {{tail, "rest\r\nnext\r\n"}, {"next\r\n"}},
       {{tail + "\r", "\nnext\r\n"}, {"next\r\n"}},
       {{tail + "\r", "x\r\nnext\r\n"}, {"next\r\n"}},
+      {{tail + "\r", "x", "\nmore\r\nnext\r\n"}, {"next\r\n"}},
       {{std::string(ArrivalCutter::kLongestTail, 'x'), "\r\n"},
        {std::string(ArrivalCutter::kLongestTail, 'x') + "\r\n"}},
   };
-  for (const auto& row : table) {
+  for (const auto& [arrivals, delivered] : table) {
     ArrivalCutter cutter;
     std::vector<std::string> lines;
-    for (const std::string& arrival : row.arrivals) {
+    for (const std::string& arrival : arrivals) {
       cutter.Receive(arrival, [&](std::string_view line) { lines.emplace_back(line); });
     }
-    EXPECT_EQ(lines, row.lines);
+    EXPECT_EQ(lines, delivered);
   }
   // A delivery that ends the connection gets nothing more of it.
   ArrivalCutter cutter;

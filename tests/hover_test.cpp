@@ -43,12 +43,7 @@ TEST(HoverHelp, ExplainsWhatTheMouseIsOverAndWhatHasTheKeyboard) {
   const std::string forecolor =
       "List / Forecolor\r\n\r\nDetermines the forecolor of the list window.";
   const std::string search = "Search for a specific item in the list and display the results.";
-  const struct {
-    Tab tab;
-    const char* control;
-    std::string hint;
-    std::string help;
-  } table[] = {
+  const std::tuple<Tab, const char*, std::string, std::string> table[] = {
       {Tab::kList, "cmdFind", search, ""},
       // A control without a hint leaves the last one; what lies behind the controls clears it.
       {Tab::kList, "cmdSend", search, ""},
@@ -56,10 +51,10 @@ TEST(HoverHelp, ExplainsWhatTheMouseIsOverAndWhatHasTheKeyboard) {
       {Tab::kOptions, "lblListForecolor", "", forecolor},
       {Tab::kConnection, "cmdConnect", "Connect to the selected IRC server.", forecolor},
   };
-  for (const auto& row : table) {
-    moveOver(row.tab, *find(row.control), {3, 3});
-    EXPECT_EQ(text("barStatusPanel2"), row.hint) << row.control;
-    EXPECT_EQ(text("lblQuickHelp"), row.help) << row.control;
+  for (const auto& [tab, control, hint, help] : table) {
+    moveOver(tab, *find(control), {3, 3});
+    EXPECT_EQ(text("barStatusPanel2"), hint) << control;
+    EXPECT_EQ(text("lblQuickHelp"), help) << control;
   }
   static_cast<QAbstractButton*>(find("cmdConnect"))->setText("Disconnect");
   moveOver(Tab::kConnection, *find("cmdConnect"), {9, 9});

@@ -30,11 +30,7 @@ TEST_F(IrcServersTest, AddsAnAnswerOrSaysWhatIsWrongWithIt) {
   const std::string noPort = "! No port entered. Please try again.";
   const std::string noServer = "! No server entered. Please try again.";
   const std::string notNumeric = "! The port should be numeric. Please try again.";
-  const struct {
-    std::optional<std::string> answer;
-    std::string added;
-    std::string notice;
-  } table[] = {
+  const std::tuple<std::optional<std::string>, std::string, std::string> table[] = {
       {std::nullopt, "", noPort},
       {"host", "", noPort},
       {":6667", "", noServer},
@@ -49,16 +45,17 @@ TEST_F(IrcServersTest, AddsAnAnswerOrSaysWhatIsWrongWithIt) {
       {"[2001:DB8::1]:6697", "2001:db8::1 6697|", ""},
       {"[::1]x:6697", "", noServer},
       {"[::1]", "", noPort},
+      {"[::1:6667", "", noPort},
   };
   std::string rows;
-  for (const auto& row : table) {
-    stage.answers = {row.answer};
+  for (const auto& [answer, added, notice] : table) {
+    stage.answers = {answer};
     servers.cmdConnectAdd_Click();
-    EXPECT_EQ(Rows(), rows += row.added);
+    EXPECT_EQ(Rows(), rows += added);
     EXPECT_EQ(stage.Taken(),
               "? Enter the server and port. When you are done it should look something like this "
               ":\r\rirc.brindle.example:6667" +
-                  (row.notice.empty() ? "" : "\n" + row.notice));
+                  (notice.empty() ? "" : "\n" + notice));
   }
 }
 

@@ -155,21 +155,17 @@ std::string Written(const ChatLog& log) {
 }
 
 TEST(ChatLog, CutsLinesAtCrLfAloneAndJoinsRunsOfOneColour) {
-  const struct {
-    Runs runs;
-    const char* written;
-    size_t length;
-  } table[] = {
+  const std::tuple<Runs, const char*, size_t> table[] = {
       {{}, "", 0},
       {{{kBlack, "\r\na\r\n"}, {kBlue, "b"}, {kBlack, "c\r\n\r\n"}}, "|[k1]a|[b1]b[k1]c||", 11},
       {{{kBlack, "a\rb\nc"}, {kBlack, "d"}, {kBlue, ""}, {kBlack, "e"}}, "[k7]a\rb\ncde", 7},
       {{{kBlack, "\u00E4\u20AC\U0001F600"}}, "[k9]\u00E4\u20AC\U0001F600", 3},
   };
-  for (const auto& row : table) {
+  for (const auto& [runs, written, length] : table) {
     ChatLog log;
-    log.Append(row.runs);
-    EXPECT_EQ(Written(log), row.written);
-    EXPECT_EQ(log.TextLength(), row.length);
+    log.Append(runs);
+    EXPECT_EQ(Written(log), written);
+    EXPECT_EQ(log.TextLength(), length);
   }
 }
 
@@ -203,12 +199,8 @@ TEST(ChatLog, ExtractsRanges) {
 TEST(ChatLogFind, FindsInBothDirectionsAndWrapsAround) {
   ChatLog log;
   log.Append({{kBlack, "\r\nCat cat\r\nKELVIN \u0130stanbul \u00C4RGER\r\naaa cA"}});
-  const struct {
-    const char* text;
-    LogPosition from;
-    char direction;  // "v" is forward
-    std::optional<LogPosition> hit;
-  } table[] = {
+  // What is looked for from where, forward with "v", and where it is.
+  const std::tuple<const char*, LogPosition, char, std::optional<LogPosition>> table[] = {
       {"CAT", {0, 0}, 'v', LogPosition{1, 0}},
       {"cat", {1, 1}, 'v', LogPosition{1, 4}},
       {"cat", {1, 5}, 'v', LogPosition{1, 0}},
@@ -225,14 +217,13 @@ TEST(ChatLogFind, FindsInBothDirectionsAndWrapsAround) {
       {"t\r\nK", {0, 0}, 'v', std::nullopt},
       {"", {0, 0}, '^', std::nullopt},
   };
-  for (const auto& row : table) {
-    const auto hit =
-        FindInLog(log, row.text, row.from,
-                  row.direction == 'v' ? FindDirection::kForward : FindDirection::kBackward);
-    ASSERT_EQ(hit.has_value(), row.hit.has_value()) << row.text;
+  for (const auto& [text, from, direction, wanted] : table) {
+    const auto hit = FindInLog(
+        log, text, from, direction == 'v' ? FindDirection::kForward : FindDirection::kBackward);
+    ASSERT_EQ(hit.has_value(), wanted.has_value()) << text;
     if (!hit) continue;
-    const LogPosition end{row.hit->line, row.hit->byte + std::string(row.text).size()};
-    EXPECT_EQ(*hit, (LogRange{*row.hit, end})) << row.text << " " << row.from.line;
+    const LogPosition end{wanted->line, wanted->byte + std::string(text).size()};
+    EXPECT_EQ(*hit, (LogRange{*wanted, end})) << text << " " << from.line;
   }
 }
 

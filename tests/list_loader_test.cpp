@@ -18,10 +18,8 @@ TEST(ListReader, ReadsHandleAndMails) {
   const std::string utf8 = "\xEF\xBB\xBF";
   const std::string little = "\xFF\xFE";
   const std::string big = "\xFE\xFF";
-  const struct {
-    std::string bytes;
-    std::string read;  // "to handle; ", when one is named, and the mails
-  } table[] = {
+  // What is read: "to handle; ", when one is named, and the mails.
+  const std::pair<std::string, std::string> table[] = {
       {"12. Some Title Here\n(12) Some Title\n[3]   Title \n1.2 Title\n007 a  b\n5\n6 \n7  ",
        "12=Some Title Here|12=Some Title|3=Title|12=Title|007=a  b|5=|6=|7="},
       {"-4 x\n+4 y\n4- z\n1 tab\there", "-4=x|+4=y|1=tab\there"},
@@ -53,14 +51,14 @@ TEST(ListReader, ReadsHandleAndMails) {
       {big + "\0001\0 \xD8\x3D\0\n\0002\0 \xD8\x3D"s, "1=\uFFFD|2=\uFFFD"},
       {little + "1\0 \0x\0y"s, "1=x"},
   };
-  for (const auto& row : table) {
+  for (const auto& [bytes, read] : table) {
     for (const size_t block : {1U, 7U, 4096U}) {
-      MemorySource source(row.bytes, block);
+      MemorySource source(bytes, block);
       MailList list;
       ReadLimits limits;
       limits.block = block;
       const ReadResult result = ReadList(source, list, {}, limits);
-      EXPECT_EQ((result.handle ? "to " + *result.handle + "; " : "") + RowsOf(list), row.read);
+      EXPECT_EQ((result.handle ? "to " + *result.handle + "; " : "") + RowsOf(list), read);
     }
   }
 }
@@ -118,12 +116,7 @@ struct ListLoaderTest : testing::Test {
 
 TEST_F(ListLoaderTest, SaysWhatWasWrongAndBringsTheOldListBack) {
   using namespace std::string_literals;
-  const struct {
-    const char8_t* name;
-    std::string bytes;
-    std::string told;
-    std::string rows;
-  } table[] = {
+  const std::tuple<const char8_t*, std::string, std::string, std::string> table[] = {
       {u8"li\u0161t \u20AC.txt", "!bot send x\n1 a\n", "to bot; ", "1=a Mail Title [0/1]"},
       {u8"b.txt",
        "\xFF\xFE"
@@ -135,15 +128,15 @@ TEST_F(ListLoaderTest, SaysWhatWasWrongAndBringsTheOldListBack) {
        "'a.htm holds no mails: none of its lines begins with a number.' undo; ",
        " Mail Title [0/0]"},
   };
-  for (const auto& row : table) {
+  for (const auto& [name, bytes, told, rows] : table) {
     ShowOld();
     stage_.Taken();
     stage_.onEvents = [this] { EXPECT_EQ(RowsOf(list_), ""); };
-    EXPECT_EQ(Load(Write(row.name, row.bytes)), kBusy + row.told + "list; buttons: " + row.rows);
+    EXPECT_EQ(Load(Write(name, bytes)), kBusy + told + "list; buttons: " + rows);
     const std::string loaded = RowsOf(list_) + " " + stage_.server;
     loader_.Undo();
     EXPECT_EQ(RowsOf(list_) + " " + stage_.server,
-              row.told.starts_with("'") ? "1=old|2=old old" : loaded);
+              told.starts_with("'") ? "1=old|2=old old" : loaded);
   }
   // The file goes away in the meantime.
   stage_.Taken();

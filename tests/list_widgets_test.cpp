@@ -195,11 +195,9 @@ TEST_F(MailTableTest, KeysFindRowsAndCopyThem) {
   Press(Qt::Key_Home);
   EXPECT_EQ(Current(), "Apple");
   EXPECT_EQ(Highlighted(), "0");
-  const struct {
-    const char* typed;
-    const char* found;
-  } table[] = {{"b", "Berry"},  {"br", "Bread"}, {"APPLE P", "Apple pie"},
-               {"zz", "Apple"}, {"5", "Bread"},  {"4 b", "4 berries"}};
+  const std::pair<const char*, const char*> table[] = {
+      {"b", "Berry"},  {"br", "Bread"}, {"APPLE P", "Apple pie"},
+      {"zz", "Apple"}, {"5", "Bread"},  {"4 b", "4 berries"}};
   for (const auto& [typed, found] : table) {
     QTest::keyClicks(&table_, typed);
     EXPECT_EQ(Current(), found);

@@ -36,6 +36,8 @@ TEST(MailList, TellsOncePerChangeAndKeepsItsHeaderTrue) {
   for (int twice = 0; twice < 2; ++twice) list.SetChecked(3, true);
   EXPECT_EQ(told(), "3 [1/5]");
   list.StopObserving(second);
+  for (int twice = 0; twice < 2; ++twice) list.CheckRange(2, 3);
+  EXPECT_EQ(told(), "* [2/5]");
   for (int twice = 0; twice < 2; ++twice) list.CheckAll();
   EXPECT_EQ(told(), "* [5/5]");
   {

@@ -93,12 +93,8 @@ TEST(Options, AreReadLeniently) {
 }
 
 TEST(OptionsPage, SomeBoxesActAtOnce) {
-  const struct {
-    const OptionGroup& group;
-    size_t index;
-    bool Options::*state;
-    const char* effects;  // of ticking and of clearing
-  } table[] = {
+  // The last one is what comes of ticking and of clearing.
+  const std::tuple<const OptionGroup&, size_t, bool Options::*, const char*> table[] = {
       {kMiscOptions, 0, &Options::noticesToStatus, ""},
       {kMiscOptions, 1, &Options::messagesToStatus, ""},
       {kMiscOptions, 2, &Options::scanChatForServers, "code\nno code"},
@@ -115,15 +111,15 @@ TEST(OptionsPage, SomeBoxesActAtOnce) {
       {kRoomOptions, 1, &Options::enterRoomUponAdding, ""},
   };
   OptionsStage stage;
-  for (const auto& row : table) {
-    const char* caption = row.group.boxes[row.index].caption;
+  for (const auto& [group, index, state, effects] : table) {
+    const char* caption = group.boxes[index].caption;
     for (const bool on : {true, false}) {
       Options expected = stage.options;
-      expected.*row.state = on;
-      stage.page.BoxClicked(row.group, row.index, on);
+      expected.*state = on;
+      stage.page.BoxClicked(group, index, on);
       EXPECT_EQ(Stored(stage.options), Stored(expected)) << caption;
     }
-    EXPECT_EQ(stage.Taken(), row.effects) << caption;
+    EXPECT_EQ(stage.Taken(), effects) << caption;
   }
   EXPECT_TRUE(stage.files.changes.empty());
 }

@@ -38,20 +38,18 @@ TEST(OutgoingText, SendsAndEchoesWhatIsTyped) {
       {"/j  a", roomChange},
       // Each line of a pasted text is a line of its own, and so is what one line cannot carry.
       {"one\r\n\n two\0/j x"s, Joined({Said("one"), Said(" two"), "> JOIN #x"})},
-      {many(longest), Said(many(longest))},
+      {"x " + many(longest - 2), Said("x " + many(longest - 2))},
       {many(longest + 1), Joined({Said(many(longest)), Said("x")})},
       {many(300) + " " + many(300), Joined({Said(many(300) + " "), Said(many(300))})},
       {many(longest - 1) + "\u00E9", Joined({Said(many(longest - 1)), Said("\u00E9")})},
   };
   for (const auto& [typed, journal] : table) {
-    ChatStage stage;
-    stage.EnterRoom();
+    RoomStage stage;
     stage.outgoing.cmdSend_Click(typed, 1);
     EXPECT_EQ(stage.Taken(), journal + "\nbox ''") << typed;
   }
   for (int tab = 0; tab < 7; ++tab) {
-    ChatStage stage;
-    stage.EnterRoom();
+    RoomStage stage;
     stage.options.timestampChatLines = true;
     stage.outgoing.cmdSend_Click("hi", tab);
     EXPECT_EQ(stage.Taken(), "> PRIVMSG #room :hi\n" + std::string(1, "1220000"[tab]) +
@@ -62,22 +60,18 @@ TEST(OutgoingText, SendsAndEchoesWhatIsTyped) {
 TEST(OutgoingText, RefusesWithoutConnectionRoomOrText) {
   const std::string notConnected =
       "i You must first connect to a server before sending text to a room.";
-  const struct {
-    void (ChatStage::*before)();
-    const char* typed;
-    std::string journal;
-  } table[] = {
+  const std::tuple<void (ChatStage::*)(), const char*, std::string> table[] = {
       {nullptr, "hi", notConnected},
       {&ChatStage::Register, "/msg bob hi", kEnterFirst},
       {&ChatStage::Register, " \n ", ""},
       {&ChatStage::EnterRoom, "   ", ""},
       {&ChatStage::EnterRoom, "1\n2\n3\n4", "i Say 4 lines?"},
   };
-  for (const auto& row : table) {
+  for (const auto& [before, typed, journal] : table) {
     ChatStage stage;
-    if (row.before != nullptr) (stage.*row.before)();
-    stage.outgoing.cmdSend_Click(row.typed, 1);
-    EXPECT_EQ(stage.Taken(), row.journal) << row.typed;
+    if (before != nullptr) (stage.*before)();
+    stage.outgoing.cmdSend_Click(typed, 1);
+    EXPECT_EQ(stage.Taken(), journal) << typed;
     EXPECT_EQ(stage.outgoing.History().Size(), 0U);
   }
 }
@@ -87,16 +81,14 @@ TEST(OutgoingText, AsksBeforeItSaysACommandAloud) {
       {"/identify secret", true}, {" /msg bob x", true}, {"hi\n/me waves", true}, {"/", false},
       {"/msg bob x ", false},     {"/ me", false},       {"/1", false},           {"a /me", false}};
   for (const auto& [typed, asks] : table) {
-    ChatStage stage;
-    stage.EnterRoom();
+    RoomStage stage;
     stage.options.askUnknownCommand = true;
     stage.outgoing.cmdSend_Click(typed, 1);
     const std::string journal = stage.Taken();
     EXPECT_EQ(journal.starts_with("! /"), asks) << typed;
     EXPECT_EQ(journal.find("> PRIVMSG") == std::string::npos, asks) << typed;
   }
-  ChatStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.options.askUnknownCommand = true;
   stage.answers = {"yes"};
   stage.outgoing.cmdSend_Click("/me waves", 1);
@@ -106,8 +98,7 @@ TEST(OutgoingText, AsksBeforeItSaysACommandAloud) {
 }
 
 TEST(OutgoingText, ManyLinesTakeTheirTurns) {
-  ChatStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.answers.push_back("yes");
   stage.outgoing.cmdSend_Click("1\n2\n3\n4\n5", 1);
   EXPECT_EQ(stage.Taken(), Joined({"i Say 5 lines?", Said("1"), Said("2"), Said("3"), "box ''"}));
@@ -122,17 +113,13 @@ TEST(OutgoingText, ManyLinesTakeTheirTurns) {
 }
 
 TEST(OutgoingText, RemembersEveryLineOnceAndWalksBack) {
-  ChatStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   for (const char* typed : {"one", "/msg bob", "ONE", "One ", "\u00C9t\u00E9", "\u00E9T\u00C9"}) {
     stage.outgoing.cmdSend_Click(typed, 1);
   }
   stage.Taken();
-  const struct {
-    char key;  // "u" and "d" for up and down, "s" sends
-    const char* typed;
-    std::string box;
-  } table[] = {
+  // A key ("u" and "d" for up and down, "s" sends), what is in the box, and what is put there.
+  const std::tuple<char, const char*, std::string> table[] = {
       {'d', "begun", ""},
       {'u', "begun", "\u00C9t\u00E9"},
       {'u', "\u00C9t\u00E9", "One "},
@@ -148,11 +135,11 @@ TEST(OutgoingText, RemembersEveryLineOnceAndWalksBack) {
       {'s', "two", ""},  // ends the walk
       {'u', "", "two"},
   };
-  for (const auto& row : table) {
-    if (row.key == 's') stage.outgoing.cmdSend_Click(row.typed, 1), stage.Taken();
-    if (row.key == 'u') stage.outgoing.cmbSend_Up(row.typed);
-    if (row.key == 'd') stage.outgoing.cmbSend_Down(row.typed);
-    EXPECT_EQ(stage.Taken(), row.box.empty() ? "" : "box '" + row.box + "'") << row.typed;
+  for (const auto& [key, typed, box] : table) {
+    if (key == 's') stage.outgoing.cmdSend_Click(typed, 1), stage.Taken();
+    if (key == 'u') stage.outgoing.cmbSend_Up(typed);
+    if (key == 'd') stage.outgoing.cmbSend_Down(typed);
+    EXPECT_EQ(stage.Taken(), box.empty() ? "" : "box '" + box + "'") << typed;
   }
 }
 
@@ -274,12 +261,8 @@ void AskFor(size_t mails, TalkStage& stage) {
 }
 
 TEST(ServerPace, FollowsTheServerAndLeavesRoomForTheUser) {
-  const struct {
-    const char* name;
-    SimulatedServer server;
-    TickCount slowest;     // for 300 requests, in milliseconds
-    TickCount worstTyped;  // from the key to the room
-  } table[] = {
+  // Milliseconds at most: for 300 requests, and from a key to the room.
+  const std::tuple<const char*, SimulatedServer, TickCount, TickCount> table[] = {
       {"one a second, near", {10, 1000, 0}, 490'000, 2010},
       {"one a second, far", {10, 1000, 150}, 490'000, 2610},
       {"keeps up, near", {1000, 1, 0}, 66'000, 20},
@@ -287,27 +270,27 @@ TEST(ServerPace, FollowsTheServerAndLeavesRoomForTheUser) {
       {"three a second", {10, 333, 0}, 490'000, 1110},
       {"burst of twenty", {20, 1000, 0}, 490'000, 3010},
   };
-  for (const auto& row : table) {
-    SCOPED_TRACE(row.name);
+  for (const auto& [name, kind, slowest, worstTyped] : table) {
+    SCOPED_TRACE(name);
     TalkStage stage;
-    SimulatedServer server = row.server;
+    SimulatedServer server = kind;
     const TickCount start = server.last = stage.ticks;
     AskFor(300, stage);
-    for (TickCount now = 0; !stage.stack.IsIdle() && now < row.slowest; now += 10) {
+    for (TickCount now = 0; !stage.stack.IsIdle() && now < slowest; now += 10) {
       // The user types now and then, also while the pace is being found.
       if (now % 2900 < 10 && now > 0) stage.outgoing.cmdSend_Click("typed", 1);
       stage.Wait(10);
       const std::string taken = stage.Taken();
       for (const std::string_view words : Split(taken, "\n")) {
         if (!words.starts_with("> ")) continue;
-        server.waiting.push_back({stage.ticks + row.server.way, std::string(words.substr(2))});
+        server.waiting.push_back({stage.ticks + kind.way, std::string(words.substr(2))});
       }
       server.Turn(stage.ticks, stage);
     }
-    EXPECT_LT(stage.ticks - start, row.slowest);
+    EXPECT_LT(stage.ticks - start, slowest);
     for (int i = 0; i < 3000; ++i) server.Turn(stage.ticks += 10, stage);
     EXPECT_EQ(server.requests, 300);
-    EXPECT_LE(server.worstTyped, row.worstTyped);
+    EXPECT_LE(server.worstTyped, worstTyped);
     EXPECT_LE(server.longestQueue, 12U);
   }
 }
@@ -331,6 +314,7 @@ TEST(ServerPace, WaitsForAServerThatIsSilentAndSaysSo) {
             "hint The server has not answered for a minute; the requests wait for it.");
   // What it has not confirmed is checked again when it goes.
   stage.Receive(":srv PONG srv :brindle1");
+  EXPECT_EQ(stage.Taken().find("NOT PARSED"), std::string::npos);
   stage.connection.wsChat_Error("gone");
   stage.Wait(10);
   EXPECT_EQ(stage.list.CheckedCount(), 49U);

@@ -14,11 +14,7 @@ const std::string kNoName = "i You must enter an AOL Screen Name for this to wor
 TEST(Requests, AskForRunsOfCheckedRows) {
   const std::string lastAlone =
       "The last mail is only asked for together with the one before it; check that one too.";
-  const struct {
-    const char* checks;
-    std::string asked;
-    const char* left;
-  } table[] = {
+  const std::tuple<const char*, std::string, const char*> table[] = {
       {"....", "", "...."},
       {"xxx.x.", "1-3 5 [Requests sent: 2]", "......"},
       {"..xx", "3-4 [Requests sent: 1]", "...."},
@@ -26,23 +22,21 @@ TEST(Requests, AskForRunsOfCheckedRows) {
       {"x", "[" + lastAlone + "]", "x"},
       {"x.xx.xxx.", "1 3-4 6-8 [Requests sent: 3]", "........."},
   };
-  for (const auto& row : table) {
+  for (const auto& [checks, asked, left] : table) {
     for (const bool deselect : {true, false}) {
-      TalkStage stage;
-      stage.EnterRoom();
+      RoomStage stage;
       stage.options.deselectAfterRequested = deselect;
-      stage.Fill(row.checks);
+      stage.Fill(checks);
       stage.Click();
       stage.Wait(5000);
-      EXPECT_EQ(stage.Asked(), row.asked) << row.checks;
-      EXPECT_EQ(stage.Checks(), deselect ? row.left : row.checks);
+      EXPECT_EQ(stage.Asked(), asked) << checks;
+      EXPECT_EQ(stage.Checks(), deselect ? left : checks);
     }
   }
 }
 
 TEST(Requests, EchoSendAndPause) {
-  TalkStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.Fill("x.x.x.");
   stage.options.timestampChatLines = true;
   stage.stack.OnProgress([&](const std::optional<RunProgress>& now) {
@@ -66,12 +60,7 @@ TEST(Requests, EchoSendAndPause) {
 }
 
 TEST(Requests, RefuseWhatCannotBeSent) {
-  const struct {
-    void (ChatStage::*before)();
-    std::string name;
-    const char* handle;
-    std::string journal;
-  } table[] = {
+  const std::tuple<void (ChatStage::*)(), std::string, const char*, std::string> table[] = {
       {nullptr, "", "",
        "hint Connect to a server first: requests and commands are said in a room."},
       {&ChatStage::EnterRoom, " ", "", kNoName},
@@ -81,23 +70,20 @@ TEST(Requests, RefuseWhatCannotBeSent) {
        "hint Not sent: with the handle and the screen name the line is longer than a server "
        "takes."},
   };
-  for (const auto& row : table) {
+  for (const auto& [before, name, handle, journal] : table) {
     TalkStage stage;
-    if (row.before != nullptr) (stage.*row.before)();
+    if (before != nullptr) (stage.*before)();
     stage.Fill("x.");
-    stage.requests.cmdRequest_Click(row.name, row.handle);
-    EXPECT_EQ(stage.Taken(), row.journal);
+    stage.requests.cmdRequest_Click(name, handle);
+    EXPECT_EQ(stage.Taken(), journal);
     EXPECT_EQ(stage.Checks(), "x.");
   }
 }
 
 TEST(Requests, EndWithTheirReason) {
   const std::string again = " after 2 of 3 requests. What may not have arrived is checked again.]";
-  const struct {
-    std::function<void(TalkStage&)> meanwhile;  // after the second line
-    std::string told;
-    const char* left;  // checked, and requested
-  } table[] = {
+  // What happens after the second line, what is told, and what is then checked and requested.
+  const std::tuple<std::function<void(TalkStage&)>, std::string, const char*> table[] = {
       {[](TalkStage& s) { s.connection.wsChat_Error("gone"); },
        "[Disconnected: gone] [The session ended (gone)" + again, "x.x.x. ......"},
       {[](TalkStage& s) { s.Receive(":op!u@h KICK #room me :bye"); },
@@ -119,22 +105,20 @@ TEST(Requests, EndWithTheirReason) {
     for (size_t row = 0; row < list.Size(); ++row) rows += list.IsRequested(row) ? 'x' : '.';
     return rows;
   };
-  for (const auto& row : table) {
-    TalkStage stage;
-    stage.EnterRoom();
+  for (const auto& [meanwhile, told, left] : table) {
+    RoomStage stage;
     stage.Fill("x.x.x.");
     stage.Click();
     stage.Wait(200);
     EXPECT_EQ(stage.Asked(), "1 3");
-    row.meanwhile(stage);
+    meanwhile(stage);
     stage.Wait(1000);
-    EXPECT_EQ(stage.Asked(), row.told);
-    EXPECT_EQ(stage.Checks() + " " + requested(stage.list), row.left) << row.told;
-    EXPECT_TRUE(stage.stack.IsIdle() && !stage.lines.IsBusy()) << row.told;
+    EXPECT_EQ(stage.Asked(), told);
+    EXPECT_EQ(stage.Checks() + " " + requested(stage.list), left) << told;
+    EXPECT_TRUE(stage.stack.IsIdle() && !stage.lines.IsBusy()) << told;
   }
   // A refusal may come when all has been said.
-  TalkStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.Fill("x.");
   stage.Click();
   stage.Wait(1000);
@@ -143,8 +127,7 @@ TEST(Requests, EndWithTheirReason) {
 }
 
 TEST(Requests, AskForGivenRows) {
-  TalkStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.Fill("xx....");
   stage.requests.RequestRows({{1, 1}, {2, 3}, {5, 5}}, "", "Bot");
   EXPECT_EQ(stage.Taken(), kNoName);
@@ -158,8 +141,7 @@ TEST(Requests, AskForGivenRows) {
 
 TEST(Requests, AreOfferedAgainWhereTheSessionWasLost) {
   for (const bool deselect : {true, false}) {
-    TalkStage stage;
-    stage.EnterRoom();
+    RoomStage stage;
     stage.options.deselectAfterRequested = deselect;
     stage.Fill("x.x.xx.");
     stage.Click();
@@ -183,8 +165,7 @@ TEST(Requests, AreOfferedAgainWhereTheSessionWasLost) {
 TEST(Requests, ToAnAbsentServerAreAskedAbout) {
   const std::string ask = " not in the room. Send the requests anyway?";
   for (const bool wanted : {false, true}) {
-    TalkStage stage;
-    stage.EnterRoom();
+    RoomStage stage;
     stage.options.askAbsentServer = true;
     stage.Fill("x.x.");
     if (wanted) stage.answers = {"yes", "yes"};
@@ -208,8 +189,7 @@ TEST(Requests, ToAnAbsentServerAreAskedAbout) {
 }
 
 TEST(Requests, ASecondClickRunsInTheMiddleOfTheFirst) {
-  TalkStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.options.deselectAfterRequested = false;
   stage.Fill("x.x.");
   stage.Click();
@@ -227,8 +207,7 @@ TEST(Requests, ASecondClickRunsInTheMiddleOfTheFirst) {
 }
 
 TEST(ManualRequest, AsksForEveryRow) {
-  TalkStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   auto& manual = stage.manual;
   manual.cmdAdd_Click(" ", "1");
   manual.cmdAdd_Click("Bot", "");
@@ -296,8 +275,7 @@ TEST(ServerCommands, SayWhatTheBotUnderstands) {
 }
 
 TEST(SendQueue, AsksAboutJoinersWhereThatDisturbsNothing) {
-  TalkStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   const auto joined = [&stage](int count, int pause) {
     stage.Wait(pause);
     for (int i = 0; i < count; ++i) stage.Receive(":n" + std::to_string(i) + "!u@h JOIN #room");
@@ -385,8 +363,7 @@ TEST(ServerDetection, AddsTellsAndAsks) {
       {bob + "!" + std::string(300, '\x80') + " send 1", ""},
   };
   for (const Row& row : table) {
-    TalkStage stage;
-    stage.EnterRoom();
+    RoomStage stage;
     stage.options.requestAccessCode = true;
     row.before(stage);
     bool first = true;
@@ -405,8 +382,7 @@ TEST(ServerDetection, AddsTellsAndAsks) {
 }
 
 TEST(ServerDetection, AsksAtMostOnceASecondAndTenTimesAMinute) {
-  TalkStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.options.requestAccessCode = true;
   stage.onLine = [&stage](const OutputQueue::Line& line) { stage.Scan(line); };
   int bot = 0;

@@ -27,8 +27,7 @@ struct Case {
 
 void Check(const Case& row) {
   SCOPED_TRACE(testing::PrintToString(row.received.substr(0, 100)));
-  ChatStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.Receive(row.received);
   EXPECT_EQ(stage.Taken(), row.journal);
   EXPECT_EQ(stage.State(), row.state);
@@ -88,7 +87,8 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":2001:db8::1 PING :a:b", kPingShown + "> PONG :a:b"s},
       {":srv PONG srv :brindle1", NotParsed(":srv PONG srv :brindle1")},
       {":op TOPIC #room :new: one",
-       NotParsed(":op TOPIC #room :new: one") + "\n2|^C3* op sets the topic to 'new: one^C3'"},
+       NotParsed(":op TOPIC #room :new: one") + "\n2|^C3* op sets the topic to 'new: one^C3'",
+       "2 me #room: @op bob (new: one)"},
       {":op TOPIC #else :x", NotParsed(":op TOPIC #else :x")},
       {":op INVITE me :#else",
        NotParsed(":op INVITE me :#else") + "\nhint op invites you to #else."},
@@ -105,7 +105,8 @@ TEST(ResponseParser, HandlesEachNumeric) {
        "button Disconnect\nno cancel\nnicks\npanel Status - Connected\nlogin Status - Connected\n"
        "caption Brindle v0.5.85 [NICK : you]\n6|Welcome",
        "2 you #room: @op bob"},
-      {":srv 332 me #room :on: topic", "2|^C3* Topic is 'on: topic^C3'"},
+      {":srv 332 me #room :on: topic", "2|^C3* Topic is 'on: topic^C3'",
+       "2 me #room: @op bob (on: topic)"},
       {":srv 353 me = #room :+a b ", "", "2 me #room: @op bob +a b"},
       {":srv 353 me = #else :+a b", ""},
       {":srv 366 me #room :End\r\n:srv 353 me = #room :@op bob", "2" + kRule,
@@ -177,8 +178,7 @@ TEST(ResponseParser, LeavesMalformedLinesAlone) {
   Check({":" + big + "!u@h JOIN #room",
          "8|^C3* " + big + " ^C9has joined ^C3#room\n> WHOIS " + big.substr(0, kLongestLine - 6),
          "2 me #room: @op bob " + big});
-  ChatStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.connection.wsChat_DataArrival(":srv 372 me :a\r\n:srv 372 me :b");
   EXPECT_EQ(stage.Taken(), "1|a");
   // While connecting, no colon is put behind a line.
@@ -189,20 +189,20 @@ TEST(ResponseParser, LeavesMalformedLinesAlone) {
 }
 
 TEST(ResponseParser, FollowsTheOptions) {
-  ChatStage stage;
-  stage.EnterRoom();
+  RoomStage stage;
   stage.options.timestampChatLines = true;
   stage.options.noticesToStatus = true;
   stage.options.messagesToStatus = true;
   for (const char* line : {":a NOTICE me :n", ":a PRIVMSG me :m", ":a PRIVMSG #room :r",
-                           ":a PRIVMSG #room :\001ACTION x\001"}) {
+                           ":a PRIVMSG #room :\001ACTION x\001", ":a PRIVMSG me :\001TIME\001"}) {
     stage.Receive(line);
   }
   const std::string time = "|^C15[^C113:07pm^C15] ";
   EXPECT_EQ(stage.Taken(),
             "1" + time + "^C5-a- n\ncall\n1" + time +
                 "^C11a tells you, ^C15'^C11m^C15'|^C11(To reply type /msg a text)\n2" + time +
-                "^C1<a> r\n2|^C14* a x\001");
+                "^C1<a> r\n2|^C14* a x\001\n1" + time +
+                "^C11a sends a CTCP request, which is not answered: TIME");
 }
 
 }  // namespace

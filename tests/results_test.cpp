@@ -69,11 +69,8 @@ TEST(Search, FindsSendsAndReturns) {
       "selected./Are you sure you wish to continue?";
   const std::string odd = "9=a|3=a|-1=a|0=a|2.5=a|007=a| 1 =a|99999999999999999999=a|+2=a|10=a";
   const std::string replaced = "The list was replaced and searched again";
-  const struct {
-    std::string steps;
-    std::string journal;  // of the last one
-    std::string after;    // the results, and the checks of the main list
-  } table[] = {
+  // What is done, the journal of the last step, the results, and the checks of the main list.
+  const std::tuple<std::string, std::string, std::string> table[] = {
       {"find",
        "i The list is currently empty./So unless you are looking for nothing, you can't use this "
        "feature.",
@@ -103,19 +100,16 @@ TEST(Search, FindsSendsAndReturns) {
       {two + "meanwhile close; search b", "'b'; Searching...; no search; events; closed", " .."},
       {two + "meanwhile close; search b; open", "'b'", " .."},
   };
-  for (const auto& row : table) {
+  for (const auto& [steps, journal, after] : table) {
     SearchRoom room;
-    room.Do(row.steps);
-    EXPECT_EQ(room.stage.Taken(), row.journal) << row.steps;
-    EXPECT_EQ(RowsOf(room.results.Found()) + " " + ChecksOf(room.main), row.after) << row.steps;
+    room.Do(steps);
+    EXPECT_EQ(room.stage.Taken(), journal) << steps;
+    EXPECT_EQ(RowsOf(room.results.Found()) + " " + ChecksOf(room.main), after) << steps;
   }
 }
 
 TEST(Search, RemembersSearchesAndSizes) {
-  const struct {
-    std::string steps;
-    std::string remembered;
-  } table[] = {
+  const std::pair<std::string, std::string> table[] = {
       {"open", "|Red Fox|blue|green"},
       {"open; search r EDfox ; search new; search NEW", "|blue|green|r EDfox |NEW"},
       {"open; meanwhile close; search x; open", "|Red Fox|blue|green|x"},
@@ -124,14 +118,14 @@ TEST(Search, RemembersSearchesAndSizes) {
       {"open; forget; search x; close; open", "|x"},
       {"broken; open; search x", "|x"},
   };
-  for (const auto& row : table) {
+  for (const auto& [steps, remembered] : table) {
     SearchRoom room;
     room.options.findDaysIndex = 0;
     room.files.files["finds"] =
         "[finds]\r\ncount=2\r\nitem0=Red Fox\r\ndate0=2026-01-02\r\nitem1=blue\r\n"
         "date1=2026-11-20\r\nitem2=green\r\ndate2=2026-11-21\r\n";
-    room.Do(row.steps);
-    EXPECT_EQ(room.Remembered(), row.remembered) << row.steps;
+    room.Do(steps);
+    EXPECT_EQ(room.Remembered(), remembered) << steps;
   }
   SearchRoom room;
   room.files.files = {{"ini", "[results]\r\nheight=3000\r\ncolumn1=150001\r\ncolumn2=-5\r\n"},
@@ -195,26 +189,19 @@ TEST(ListSelection, ChecksRowsByTheMenu) {
 TEST(ListSelection, ShiftAloneChecksHighlightedRowsWithinReach) {
   const Modifiers shift{true, false, false};
   const std::vector<RowRange> some = {{1, 2}, {4, 9}};
-  const struct {
-    size_t rows;
-    Modifiers held;
-    std::vector<RowRange> highlighted;
-    Marking marking;
-    size_t checked;
-  } table[] = {
+  const std::tuple<size_t, Modifiers, std::vector<RowRange>, Marking, size_t> table[] = {
       {6, {}, some, Marking::kDone, 0},
       {6, {true, true, false}, some, Marking::kDone, 0},
       {6, shift, some, Marking::kDone, 4},
       {32767, shift, {{32766, 32766}}, Marking::kDone, 1},
       {40000, shift, {{32765, 32767}, {39000, 39001}}, Marking::kCutShort, 2},
   };
-  for (const auto& row : table) {
+  for (const auto& [rows, held, highlighted, marking, checked] : table) {
     MailStage stage;
     MailList list;
-    for (size_t i = 0; i < row.rows; ++i) list.Append("1", "");
-    EXPECT_EQ(ListSelection(stage).lstServerList_MouseUp(list, row.held, row.highlighted),
-              row.marking);
-    EXPECT_EQ(list.CheckedCount(), row.checked) << row.rows;
+    for (size_t i = 0; i < rows; ++i) list.Append("1", "");
+    EXPECT_EQ(ListSelection(stage).lstServerList_MouseUp(list, held, highlighted), marking);
+    EXPECT_EQ(list.CheckedCount(), checked) << rows;
   }
 }
 

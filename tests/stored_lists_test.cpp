@@ -141,6 +141,8 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
   state.servers = {{"::1", 1, true}, {"i", 2}};
   state.options.stayOnTop = true;
   state.options.listForecolor = kWhite;
+  state.window = {{{1, -2, 3, 4}}, true, 5, 6, 7, 0};
+  const WindowPlace place = state.window;
   EXPECT_TRUE(SaveState(files, paths, state));
   EXPECT_EQ(files.changes, (Texts{"replace " + paths.settings, "replace " + paths.servers,
                                   "replace " + paths.channels, "replace " + paths.settings}));
@@ -155,6 +157,7 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
   EXPECT_EQ(state.lastServer, 1U);
   EXPECT_EQ(state.rooms, Texts{"#new"});
   EXPECT_EQ(state.servers, (std::vector<IrcServer>{{"::1", 1, true}, {"i", 2}}));
+  EXPECT_EQ(state.window, place);
   EXPECT_TRUE(state.options.stayOnTop);
   EXPECT_EQ(state.options.listForecolor, kPureRed);
   state.servers[0].tls = false;
@@ -173,6 +176,24 @@ TEST_F(StoredStateTest, OnlyARowThatExistsIsSelected) {
   for (const auto& [stored, row] : cases) {
     files.files[paths.settings] = "[server]\nlast used=" + stored;
     EXPECT_EQ(Load().lastServer, row) << stored;
+  }
+}
+
+TEST_F(StoredStateTest, APlaceThatNoWindowCanHaveIsNone) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"height=4\nleft=-100000\nside=0\ntab=x",
+       "left=-100000 top=2 width=3 height=4 maximised=0 side=0 tab=0 "},
+      {"left=1\nside=-1\nmaximised=2", "maximised=0 "},
+      {"left=100001\nheight=4\nmaximised=1", "maximised=1 "},
+      {"left=\nheight=4\nroom=0\nchannels=1", "maximised=0 channels=1 "},
+  };
+  for (const auto& [stored, read] : cases) {
+    files.files[paths.settings] = "[window]\ntop=2\nwidth=3\n" + stored;
+    std::vector<Setting> settings;
+    AppendWindowPlace(Load().window, settings);
+    std::string kept;
+    for (const Setting& setting : settings) kept += setting.key + "=" + setting.value + " ";
+    EXPECT_EQ(kept, read) << stored;
   }
 }
 

@@ -50,25 +50,21 @@ struct ProcessTest : testing::Test {
 };
 
 TEST_F(ProcessTest, AnswersTheCommandLine) {
-  const struct {
-    QStringList arguments;
-    const char* platform;
-    int code;
-    const char* said;  // on the one stream or the other, by the code
-  } table[] = {
+  // The last one is said on the one stream or the other, by the code.
+  const std::tuple<QStringList, const char*, int, const char*> table[] = {
       {{"--data-dir", "x", "-h"}, "none", 0, "Usage: brindle [--data-dir DIR] [ADDRESS | LIST]\n"},
       {{"--version"}, "none", 0, "Brindle v0.5.85\n"},
       {{"--data-dir=x", "--data-dirs", "y"}, "none", 2, "Unknown option '--data-dirs'.\n"},
       {{"word", "more"}, "minimal", 2, "Usage: "},
       {{"--data-dir", folder_.File("brindle.ini/x")}, "minimal", 1, "Cannot make the folder "},
   };
-  for (const auto& row : table) {
-    Start(row.arguments, row.platform);
-    EXPECT_EQ(ExitCode(), row.code) << row.arguments.join(' ').toStdString();
+  for (const auto& [arguments, platform, code, said] : table) {
+    Start(arguments, platform);
+    EXPECT_EQ(ExitCode(), code) << arguments.join(' ').toStdString();
     const QByteArray output = process_.readAllStandardOutput();
     const QByteArray error = process_.readAllStandardError();
-    EXPECT_TRUE((row.code == 0 ? output : error).contains(row.said)) << (output + error).data();
-    EXPECT_TRUE((row.code == 0 ? error : output).isEmpty()) << (output + error).data();
+    EXPECT_TRUE((code == 0 ? output : error).contains(said)) << (output + error).data();
+    EXPECT_TRUE((code == 0 ? error : output).isEmpty()) << (output + error).data();
   }
 }
 

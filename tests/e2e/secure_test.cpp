@@ -114,11 +114,7 @@ TEST(Proxies, CarryTheSessionAndLookUpNames) {
   probe.close();
   DataFolder folder;
   folder.Write("tiny.conf", "Port " + port.toStdString() + "\nListen 127.0.0.1\nMaxClients 9\n");
-  const struct {
-    int kind;
-    const char* program;
-    QStringList arguments;
-  } proxies[] = {
+  const std::tuple<int, const char*, QStringList> proxies[] = {
       {2, "/usr/bin/microsocks", {"-i", "127.0.0.1", "-p", port}},
       {3, "/usr/bin/tinyproxy", {"-d", "-c", PathForCompanions(folder.File("tiny.conf"))}},
   };

@@ -69,11 +69,12 @@ struct ChatStage : Stage {
     }
   }
 
-  // State, nick, room and who's here: "2 me #room: @op bob".
+  // State, nick, room, who's here and the topic: "2 me #room: @op bob (all about it)".
   std::string State() const {
     const auto& nicks = who.Nicks().Items();
     return std::to_string(static_cast<int>(session.connectionState)) + " " + session.currentNick +
-           " " + session.currentRoom + ": " + JoinFrom({nicks.begin(), nicks.end()}, 0, " ");
+           " " + session.currentRoom + ": " + JoinFrom({nicks.begin(), nicks.end()}, 0, " ") +
+           (session.topic.empty() ? "" : " (" + session.topic + ")");
   }
 
   ConnectFields fields{"me", "other", "irc.example", "6667"};
@@ -149,6 +150,11 @@ struct TalkStage : ChatStage {
   ServerHandles handles{*this};
   std::string screenName = "Jane D";
   ServerDetection detection{voice, queue, {options, *this}, handles, [this] { return screenName; }};
+};
+
+// In "#room" from the beginning.
+struct RoomStage : TalkStage {
+  RoomStage() { EnterRoom(); }
 };
 
 }  // namespace brindle
