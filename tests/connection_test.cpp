@@ -47,92 +47,53 @@ TEST(Connection, RefusesFieldsThatAreEmptyOrNoPort) {
   }
 }
 
-void Quit(ChatStage& stage) { stage.connection.cmdConnect_Click(stage.fields); }
-
-void Welcome(ChatStage& stage) { stage.Taken(), stage.Receive(":srv 001 me :Hi"); }
-
 TEST(Connection, FromTheFirstLineToTheLast) {
-  const std::string closing = "ERROR :Closing Link: me (Quit)";
-  const std::string farewell =
-      "> PRIVMSG #room :^C1I was using ^C4Brindle v0.5.85^C1 (a server helper). To learn more "
-      "visit http://www.brindle.example\n";
   const std::string quit = "button Connect\n> QUIT";
   const std::string welcomed =
       "button Disconnect\nno cancel\nnicks\npanel Status - Connected\nlogin Status - Connected\n"
       "caption Brindle v0.5.85 [NICK : me]\n";
-  const Deed table[] = {
-      {"registers", [](ChatStage& s) { s.Dial(); },
-       Begun() + "\nconnect irc.example 6667\n> NICK me\n> USER plenty of excellent qel_0.5.85\n"
-                 "login Status - Connected : Logging in"},
-      {"says farewell in a room", [](ChatStage& s) { s.EnterRoom(), Quit(s); },
-       "button Connect\n" + farewell + "> QUIT"},
-      {"error", [](ChatStage& s) { s.EnterRoom(), s.connection.wsChat_Error("Reset: by peer"); },
-       "1|^C4* ERROR : Reset: by peer|\n" + kEnded + Trouble("Reset: by peer")},
-      {"unannounced", [](ChatStage& s) { s.EnterRoom(), s.connection.wsChat_Close(); },
-       "1|^C4* ERROR : The server closed the connection.|\n" + kEnded +
-           Trouble("The server closed the connection.")},
-      {"told why, without a notice",
-       [](ChatStage& s) {
-         s.EnterRoom(), s.Receive("ERROR :Server going down"), s.connection.wsChat_Close();
-       },
-       "1|^C12NOT PARSED : ERROR :Server going down:\n"
-       "1|^C4* ERROR : The server closed the connection.|\n" +
-           kEnded + Trouble("Server going down")},
-      {"quit and notice",
-       [&](ChatStage& s) {
-         s.Register(), Quit(s), s.Receive(closing), s.connection.wsChat_Close();
-       },
-       quit + "\n7|^C4Disconnected...\n" + kEnd + "\nclose\n" + kEnd},
-      {"quit that the server ignores",
-       [](ChatStage& s) { s.Register(), Quit(s), s.Wait(2990), s.Note("-"), s.Wait(10); },
-       quit + "\n-\n" + kQuietlyEnded},
-      {"a server that is silent",
-       [](ChatStage& s) { s.Dial(), s.Taken(), s.Wait(29990), s.Note("-"), s.Wait(10); },
-       "-\n1|^C4* ERROR : The server did not answer in time.|\n" + kEnded +
-           Trouble("The server did not answer in time.")},
-      {"a welcome in time", [](ChatStage& s) { s.Register(), s.Wait(60000); }, ""},
-      {"cancelled",
-       [](ChatStage& s) { s.Dial(), s.Taken(), s.connection.cmdConnectCancel_Click(); },
-       kQuietlyEnded},
-      {"cancelled before the next attempt",
-       [](ChatStage& s) {
-         s.options.reconnect = true, s.Register(), s.connection.wsChat_Error("x"), s.Taken();
-         s.connection.cmdConnectCancel_Click();
-       },
-       "no cancel\npanel Status - Disconnected\nlogin Status - Disconnected"},
-      {"an old QUIT does not make the next end a quiet one",
-       [](ChatStage& s) {
-         s.Register(), Quit(s), s.connection.wsChat_Close(), s.Register();
-         s.connection.wsChat_Error("x");
-       },
-       "1|^C4* ERROR : x|\n" + kEnded + Trouble("x")},
-      {"a room chosen before the welcome",
-       [](ChatStage& s) { s.Dial(), s.connection.EnterRoom("#x"), Welcome(s); },
-       welcomed + "> JOIN #x\n6|Hi"},
-      {"a room chosen for an attempt that could not begin, and one that failed",
-       [](ChatStage& s) {
-         s.connection.cmdConnect_Click({"", "", "irc.example", "6667"});
-         s.connection.EnterRoom("#x"), s.Dial(), s.connection.wsChat_Error("x"), s.Dial();
-         Welcome(s);
-       },
-       welcomed + "> JOIN #x\n6|Hi"},
-      {"a room of another server",
-       [](ChatStage& s) {
-         s.connection.cmdConnect_Click({"", "", "elsewhere", "6667"});
-         s.connection.EnterRoom("#x"), s.Dial(), Welcome(s);
-       },
-       welcomed + "6|Hi"},
-      {"a room chosen for an attempt that was cancelled",
-       [](ChatStage& s) {
-         s.Dial(), s.connection.EnterRoom("#x"), s.connection.cmdConnectCancel_Click(), s.Dial();
-         Welcome(s);
-       },
-       welcomed + "6|Hi"},
+  const std::string gone = "The server closed the connection.";
+  const std::string silent = "The server did not answer in time.";
+  const auto failed = [](const std::string& why) {
+    return "1|^C4* ERROR : " + why + "|\n" + kEnded;
   };
-  for (const Deed& row : table) {
+  const std::pair<const char*, std::string> table[] = {
+      {"dial", Begun() +
+                   "\nconnect irc.example 6667\n> NICK me\n> USER plenty of excellent qel_0.5.85\n"
+                   "login Status - Connected : Logging in"},
+      {"enter; quit",
+       "button Connect\n> PRIVMSG #room :^C1I was using ^C4Brindle v0.5.85^C1 (a server helper). "
+       "To "
+       "learn more visit http://www.brindle.example\n> QUIT"},
+      {"enter; error Reset: by peer", failed("Reset: by peer") + Trouble("Reset: by peer")},
+      {"enter; close", failed(gone) + Trouble(gone)},
+      {"enter; ERROR :Server going down; close", "1|^C12NOT PARSED : ERROR :Server going down:\n" +
+                                                     failed(gone) + Trouble("Server going down")},
+      {"register; quit; ERROR :Closing Link: me (Quit); close",
+       quit + "\n7|^C4Disconnected...\n" + kEnd + "\nclose\n" + kEnd},
+      // Neither a QUIT nor a connection waits for ever.
+      {"register; quit; wait 2990; -; wait 10", quit + "\n-\n" + kQuietlyEnded},
+      {"dial; taken; wait 29990; -; wait 10", "-\n" + failed(silent) + Trouble(silent)},
+      {"register; wait 60000", ""},
+      {"dial; taken; cancel", kQuietlyEnded},
+      {"reconnect; register; error x; taken; cancel",
+       "no cancel\npanel Status - Disconnected\nlogin Status - Disconnected"},
+      {"reconnect; register; error x; taken; to nowhere",
+       "no cancel\npanel Status - Disconnected\nlogin Status - Disconnected\n"
+       "i Please enter your desired Nick."},
+      // An old QUIT does not make the next end a quiet one.
+      {"register; quit; close; register; error x", failed("x") + Trouble("x")},
+      // A room that was chosen before the welcome is not that of another attempt.
+      {"dial; room #x; taken; :srv 001 me :Hi", welcomed + "> JOIN #x\n6|Hi"},
+      {"to irc.example; room #x; dial; error x; dial; taken; :srv 001 me :Hi",
+       welcomed + "> JOIN #x\n6|Hi"},
+      {"to elsewhere; room #x; dial; taken; :srv 001 me :Hi", welcomed + "6|Hi"},
+      {"dial; room #x; cancel; dial; taken; :srv 001 me :Hi", welcomed + "6|Hi"},
+  };
+  for (const auto& [steps, journal] : table) {
     ChatStage stage;
-    row.act(stage);
-    EXPECT_EQ(stage.Taken(), row.journal) << row.name;
+    stage.Do(steps);
+    EXPECT_EQ(stage.Taken(), journal) << steps;
   }
 }
 
@@ -220,23 +181,11 @@ TEST_F(ReconnectTest, ComesBackAfterGrowingPausesAsTheUserWished) {
 }
 
 TEST_F(ReconnectTest, StaysAwayWhenThatIsMeant) {
-  const std::pair<const char*, std::function<void()>> table[] = {
-      {"quit", [&] { Quit(*this), connection.wsChat_Close(); }},
-      {"cancelled", [&] { connection.wsChat_Error("x"), connection.cmdConnectCancel_Click(); }},
-      {"a click that leads nowhere",
-       [&] {
-         connection.wsChat_Error("x"), Taken(), connection.cmdConnect_Click({});
-         EXPECT_EQ(Taken().find("no cancel\npanel Status - Disconnected\n"), 0U);
-       }},
-      {"banned", [&] { Receive(":srv 465 me :No"), connection.wsChat_Close(); }},
-      {"not wanted", [&] { options.reconnect = false, connection.wsChat_Error("x"); }},
-      {"the program ends", [&] { connection.wsChat_Error("x"), connection.Stop(); }},
-  };
-  for (const auto& [name, end] : table) {
-    EnterRoom();
-    end();
-    EXPECT_EQ(UntilAttempt(), 0) << name;
-    options.reconnect = true;
+  for (const char* end : {"quit; close", "error x; cancel", "error x; to nowhere",
+                          ":srv 465 me :No; close", "stay; error x", "error x; stop"}) {
+    Do("reconnect; enter");
+    Do(end);
+    EXPECT_EQ(UntilAttempt(), 0) << end;
   }
 }
 
@@ -334,33 +283,30 @@ TEST(Channels, KeepsTheUsersRooms) {
 }
 
 TEST(Channels, EntersAndRemovesRooms) {
-  const auto add = [](ChatStage& s) {
-    s.Register(), s.answers.push_back("new"), s.channels.lblChannelsAdd_Click();
-  };
   const std::string asked = "? Enter the channel to be added :\n";
-  const Deed table[] = {
-      {"not connected", [](ChatStage& s) { s.channels.lblJoin_Click(0); },
-       "i You must first connect to a server before entering a room."},
-      {"connected", [](ChatStage& s) { s.Register(), s.channels.lstChannels_DblClick(0); },
-       "> JOIN #old\nfocus"},
-      {"nothing selected",
-       [](ChatStage& s) { s.Register(), s.channels.lblJoin_Click(std::nullopt); },
-       "> JOIN \nfocus"},
-      {"added and entered", add, asked + "> JOIN #new\nfocus"},
-      {"added only", [&](ChatStage& s) { s.options.enterRoomUponAdding = false, add(s); },
-       asked + "focus"},
-      {"nothing removed", [](ChatStage& s) { s.channels.lblChannelsRemove_Click(std::nullopt); },
-       "focus"},
-      {"removed", [](ChatStage& s) { s.channels.lblChannelsRemove_Click(0); }, "focus"},
+  const struct {
+    const char* before;
+    std::function<void(Channels&)> act;
+    std::string journal;
+    size_t rooms;
+  } table[] = {
+      {"", [](Channels& c) { c.lblJoin_Click(0); },
+       "i You must first connect to a server before entering a room.", 1},
+      {"register", [](Channels& c) { c.lstChannels_DblClick(0); }, "> JOIN #old\nfocus", 1},
+      {"register", [](Channels& c) { c.lblJoin_Click(std::nullopt); }, "> JOIN \nfocus", 1},
+      {"register", &Channels::lblChannelsAdd_Click, asked + "> JOIN #new\nfocus", 2},
+      {"register; no entering", &Channels::lblChannelsAdd_Click, asked + "focus", 2},
+      {"", [](Channels& c) { c.lblChannelsRemove_Click(std::nullopt); }, "focus", 1},
+      {"", [](Channels& c) { c.lblChannelsRemove_Click(0); }, "focus", 0},
   };
-  for (const Deed& row : table) {
+  for (const auto& row : table) {
     ChatStage stage;
     stage.channels.Rooms().Add("#old");
-    row.act(stage);
-    EXPECT_EQ(stage.Taken(), row.journal) << row.name;
-    EXPECT_EQ(stage.channels.Rooms().Size(), row.name == "removed"s         ? 0U
-                                             : row.journal.starts_with("?") ? 2U
-                                                                            : 1U);
+    stage.answer = "new";
+    stage.Do(row.before);
+    row.act(stage.channels);
+    EXPECT_EQ(stage.Taken(), row.journal);
+    EXPECT_EQ(stage.channels.Rooms().Size(), row.rooms) << row.journal;
   }
 }
 

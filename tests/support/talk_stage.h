@@ -59,6 +59,30 @@ struct ChatStage : Stage {
     sentAt.clear();
   }
   void Receive(std::string_view line) { connection.wsChat_DataArrival(std::string(line) + "\r\n"); }
+  // Does what a text says: "dial; :srv 001 me :Hi; wait 100; quit"; a line is received.
+  void Do(std::string_view steps) {
+    for (const std::string_view step : Split(steps, "; ")) {
+      const size_t blank = step.find(' ');
+      const std::string_view word = step.substr(0, blank);
+      const std::string what(step.substr(std::min(blank + 1, step.size())));
+      if (word == "dial") Dial();
+      if (word == "register") Register();
+      if (word == "enter") EnterRoom();
+      if (word == "quit") connection.cmdConnect_Click(fields);
+      if (word == "to") connection.cmdConnect_Click({"", "", what, "6667"});  // without a nick
+      if (word == "cancel") connection.cmdConnectCancel_Click();
+      if (word == "close") connection.wsChat_Close();
+      if (word == "error") connection.wsChat_Error(what);
+      if (word == "stop") connection.Stop();
+      if (word == "room") connection.EnterRoom(what);
+      if (word == "wait") Wait(std::stoi(what));
+      if (word == "taken") Taken();
+      if (word == "-") Note("-");
+      if (word == "reconnect" || word == "stay") options.reconnect = word == "reconnect";
+      if (word == "no") options.enterRoomUponAdding = false;
+      if (word.starts_with(':') || word == "ERROR") Receive(step);
+    }
+  }
   // Time passes, as the desks let it.
   void Wait(int milliseconds) {
     for (const TickCount end = ticks + milliseconds; ticks < end;) {
@@ -94,13 +118,6 @@ struct ChatStage : Stage {
   Channels channels{session, connection, options, *this, *this};
   OutgoingText outgoing{connection, voice, {queue, *this}, {options, *this}, *this};
   RequestStack stack{session, voice, lines, *this, *this};
-};
-
-// A row of a table: what is done, and what comes of it.
-struct Deed {
-  const char* name;
-  std::function<void(ChatStage&)> act;
-  std::string journal;
 };
 
 inline const char* const kEnterFirst = "hint Enter a room first: double-click one in the channels.";
