@@ -305,6 +305,11 @@ TEST_F(FrameTest, TypingGoesToTheLineAndTabCompletes) {
   ClickRow("lstWho", 0);
   QTest::mouseDClick(window.Find<QListView>("lstWho").viewport(), Qt::LeftButton, {}, at);
   EXPECT_EQ(Focus() + window.Text("cmbSend"), "cmbSend/msg Mailo ");
+  Press(Qt::Key_Return);
+  Press(Qt::Key_Up);
+  EXPECT_EQ(window.Text("cmbSend"), "/msg Mailo ");
+  Press(Qt::Key_Down);
+  EXPECT_EQ(window.Text("cmbSend"), "");
 }
 
 TEST_F(FrameTest, KeysWalkThroughPanesAndTabs) {

@@ -1,26 +1,46 @@
 // Files as Windows keeps them: open elsewhere, marked read-only, with any letters and long paths.
+// For that the tests of the rooms for Windows, which start here, also start themselves as another
+// program.
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <cstdio>
 #include <random>
 
 #include "mail/list_reader.h"
 #include "platform/native.h"
 #include "platform/program_starter_qt.h"
-#include "saver.h"
 #include "support/wait.h"
 
 namespace brindle::test {
 namespace {
 
-class WindowsFiles : public testing::Test {
- protected:
+// The argument before a path with which this program saves there over and over, and says a byte
+// after each time.
+constexpr const char* kSaveOverAndOver = "--save-over-and-over";
+
+// Any mixing of two contents shows: each is one letter, over several blocks.
+std::string SavedContent(int round) {
+  return std::string(static_cast<size_t>(100000 + round), static_cast<char>('a' + round));
+}
+
+int SaveOverAndOver(const std::string& path) {
+  NativeFiles files;
+  for (int round = 0; files.Replace(path, SavedContent(round)); round = (round + 1) % 26) {
+    std::putchar('.');
+    std::fflush(stdout);
+  }
+  return 1;
+}
+
+struct WindowsFiles : testing::Test {
   std::string In(const QString& name) const { return folder_.filePath(name).toStdString(); }
   std::string Read(const QString& name) const { return files_.Read(In(name)).value_or("none"); }
   QStringList Names() const { return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden); }
@@ -107,3 +127,17 @@ TEST_F(WindowsFiles, AProgramIsStartedAndItsFileMayBeReplacedMeanwhile) {
 
 }  // namespace
 }  // namespace brindle::test
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  const QApplication application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() == 3 && arguments[1] == brindle::test::kSaveOverAndOver) {
+    return brindle::test::SaveOverAndOver(arguments[2].toStdString());
+  }
+  // As a program that is started with a path.
+  if (arguments.size() == 2) {
+    return brindle::NativeFiles().Replace(arguments[1].toStdString(), "started") ? 0 : 1;
+  }
+  return RUN_ALL_TESTS();
+}

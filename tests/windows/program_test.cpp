@@ -61,8 +61,7 @@ HWND WindowOf(qint64 process, const std::wstring& caption) {
   return search.found;
 }
 
-class WindowsProcess : public testing::Test {
- protected:
+struct WindowsProcess : testing::Test {
   // Waits for the window.
   HWND Start(QProcess& process, const QStringList& arguments, const std::wstring& caption) {
     process.start(BRINDLE_PROGRAM, arguments);

@@ -5,11 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include <condition_variable>
 #include <filesystem>
-#include <fstream>
-#include <mutex>
+#include <future>
 #include <thread>
+#include <utility>
 
 #include "aol/screen_name.h"
 #include "platform/native.h"
@@ -22,36 +21,23 @@ struct NoEvents : EventPump {
   void LetEventsRun(int) override {}
 };
 
-struct Part {
-  const char* className;
-  int count;
-};
-constexpr Part kSignedOn[] = {
+constexpr std::pair<const char*, int> kSignedOn[] = {
     {"_AOL_Static", 1}, {"_AOL_Glyph", 2}, {"RICHCNTLSTATIC", 2}, {"_AOL_Icon", 26}};
 
 // The other program's windows, on a thread of their own, as its messages are answered there. They
 // are made by the old functions, with texts in the code page.
 class OtherProgram {
  public:
-  OtherProgram() : thread_([this] { Run(); }) {
-    std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return frame_ != nullptr; });
-  }
+  OtherProgram() : thread_([this] { Run(); }) { made_.get_future().wait(); }
   ~OtherProgram() {
-    if (!hangs_) PostMessageA(frame_, WM_CLOSE, 0, 0);
-    Answer();
+    PostMessageA(frame_, WM_CLOSE, 0, 0);
+    ends_.set_value();
     thread_.join();
   }
-  // Until told otherwise it answers no message.
+  // From now on it answers no message.
   void Hang() {
     PostMessageA(frame_, WM_APP, 0, 0);
-    std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return hangs_; });
-  }
-  void Answer() {
-    const std::lock_guard lock(mutex_);
-    answers_ = true;
-    changed_.notify_all();
+    hangs_.get_future().wait();
   }
 
  private:
@@ -66,8 +52,8 @@ class OtherProgram {
   }
 
   void Run() {
-    const HWND frame = Make("AOL Frame25", "America Online", nullptr);
-    const HWND area = Make("MDIClient", "", frame);
+    frame_ = Make("AOL Frame25", "America Online", nullptr);
+    const HWND area = Make("MDIClient", "", frame_);
     // The last made is the first found.
     const HWND welcome = Make("AOL Child", "Welcome, Ren\xE9 D!", area);
     for (const auto& [className, count] : kSignedOn) {
@@ -75,30 +61,20 @@ class OtherProgram {
     }
     Make("AOL Child", "Welcome, Nobody!", area);
     Make("AOL Child", "Buddy List", area);
-    {
-      const std::lock_guard lock(mutex_);
-      frame_ = frame;
-      changed_.notify_all();
-    }
-    for (MSG message; GetMessageA(&message, nullptr, 0, 0) > 0;) {
+    made_.set_value();
+    for (MSG message; GetMessageA(&message, nullptr, 0, 0) > 0 && message.message != WM_CLOSE;) {
       if (message.message == WM_APP) {
-        std::unique_lock lock(mutex_);
-        hangs_ = true;
-        changed_.notify_all();
-        changed_.wait(lock, [this] { return answers_; });
+        hangs_.set_value();
+        ends_.get_future().wait();
         break;
       }
-      if (message.message == WM_CLOSE) break;
       DispatchMessageA(&message);
     }
-    DestroyWindow(frame);
+    DestroyWindow(frame_);
   }
 
-  std::mutex mutex_;
-  std::condition_variable changed_;
   HWND frame_ = nullptr;
-  bool answers_ = false;
-  bool hangs_ = false;
+  std::promise<void> made_, hangs_, ends_;
   std::thread thread_;
 };
 
