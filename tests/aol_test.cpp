@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <array>
 #include <functional>
 #include <stop_token>
 #include <vector>
@@ -12,45 +12,43 @@
 namespace brindle {
 namespace {
 
-constexpr const char* kParts[] = {"_AOL_Static", "_AOL_Glyph", "RICHCNTLSTATIC", "_AOL_Icon"};
-
-struct Child {
-  std::string caption;
-  int parts[4] = {1, 2, 2, 26};
-};
-
-// A frame with its document area and documents. A document's number is a multiple of kChild, and
-// its parts are counted from there, those of each class alike.
+// Windows by their numbers, from 1: a frame, its document area, and what is in that.
 struct Desktop : WindowTree, EventPump {
-  static constexpr Window kFrame = 1, kArea = 2, kChild = 100;
+  struct Item {
+    Window parent;
+    std::string className, caption;
+  };
+  // A document with so many parts of each kind; by its number.
+  Window Add(const std::string& caption, std::array<int, 4> parts = {1, 2, 2, 26}) {
+    constexpr const char* kParts[] = {"_AOL_Static", "_AOL_Glyph", "RICHCNTLSTATIC", "_AOL_Icon"};
+    items.push_back({2, "AOL Child", caption});
+    const Window document = items.size();
+    for (size_t kind = 0; kind < parts.size(); ++kind) {
+      items.insert(items.end(), static_cast<size_t>(parts[kind]), {document, kParts[kind], ""});
+    }
+    return document;
+  }
 
   Window FindTopLevel(const std::string& className) override {
-    return className == frame ? kFrame : 0;
+    return className == items[0].className ? 1 : 0;
   }
   Window FindChild(Window parent, Window after, const std::string& className,
                    const std::optional<std::string>& title) override {
     EXPECT_NE(parent, 0U) << "would search the windows of everybody";
-    if (parent == kFrame) return className == area ? kArea : 0;
-    if (parent == kArea) {
-      EXPECT_EQ(className, "AOL Child");
-      for (size_t i = after / kChild; i < children.size(); ++i) {
-        if (!title || children[i].caption == *title) return (i + 1) * kChild;
-      }
-      return 0;
+    for (Window window = after + 1; window <= items.size(); ++window) {
+      const Item& item = items[window - 1];
+      const bool isIt = item.parent == parent && item.className == className;
+      if (isIt && item.caption == title.value_or(item.caption)) return window;
     }
-    const auto part = std::find(std::begin(kParts), std::end(kParts), className) - kParts;
-    const Window next = (after == 0 ? parent : after) + 1;
-    const auto count = static_cast<Window>(children.at(parent / kChild - 1).parts[part]);
-    return next <= parent + count ? next : 0;
+    return 0;
   }
-  std::string Caption(Window window) override { return children.at(window / kChild - 1).caption; }
+  std::string Caption(Window window) override { return items.at(window - 1).caption; }
   void LetEventsRun(int) override {
     ++pumped;
     if (duringEvents) duringEvents();
   }
 
-  std::vector<Child> children;
-  std::string frame = "AOL Frame25", area = "MDIClient";
+  std::vector<Item> items = {{0, "AOL Frame25", ""}, {1, "MDIClient", ""}};
   int pumped = 0;
   std::function<void()> duringEvents;
 };
@@ -60,13 +58,13 @@ TEST(AolTest, CaptionsGiveTheName) {
       {"Welcome, John Doe!", "John Doe"},
       {"aol AND dell Welcome, JaneD!", " JaneD"},
       {"Welcome, Ren\xE9!", "Ren\xC3\xA9"},  // captions come in the Windows code page
-      {"Welcome, ", ""},                     // too short for what is cut off
+      {"Welcome", ""},                       // too short for what is cut off
       {"AOL and Dell Welcome,", ""},
       {"welcome, JohnDoe!", ""},
   };
   for (const auto& [caption, name] : cases) {
     Desktop desktop;
-    desktop.children = {{caption}};
+    desktop.Add(caption);
     EXPECT_EQ(AolClient(desktop, desktop).GetAolScreenName(), name) << caption;
   }
 }
@@ -75,25 +73,24 @@ TEST(AolTest, OnlyTheSignedOnWelcomeWindowCounts) {
   Desktop desktop;
   AolClient link(desktop, desktop);
   EXPECT_EQ(link.FindAolWelcomeWindow(), 0U);
-  desktop.children = {{"Welcome, A!", {0, 2, 2, 26}},
-                      {"Welcome, A!", {1, 1, 2, 26}},
-                      {"Welcome, A!", {1, 2, 1, 26}},
-                      {"Welcome, A!", {1, 2, 2, 25}},
-                      {"Buddy List"},
-                      {"Welcome, B!", {9, 9, 9, 99}},
-                      {"Welcome, C!"}};
+  for (const auto parts : {std::array{0, 2, 2, 26}, {1, 1, 2, 26}, {1, 2, 1, 26}, {1, 2, 2, 25}}) {
+    desktop.Add("Welcome, A!", parts);
+  }
+  desktop.Add("Buddy List");
+  desktop.Add("Welcome, B!", {9, 9, 9, 99});
+  const WindowTree::Window last = desktop.Add("Welcome, C!");
+  EXPECT_EQ(link.FindAolChild("Welcome, C!"), last);
   EXPECT_EQ(link.GetAolScreenName(), "B");
-  EXPECT_EQ(link.FindAolChild("Welcome, C!"), 7 * Desktop::kChild);
   EXPECT_EQ(link.FindAolChild("Welcome"), 0U);
-  desktop.area = "another";
+  desktop.items[1].className = "another";
   EXPECT_EQ(link.GetAolScreenName(), "");
-  desktop.frame = "another";
+  desktop.items[0].className = "another";
   EXPECT_EQ(link.FindAolMdiClient(), 0U);
 }
 
 TEST(AolTest, WhileEventsRunTheProgramMayEnd) {
   Desktop desktop;
-  desktop.children = {{"Mail"}, {"Mail"}, {"Welcome, A!"}};
+  for (const char* caption : {"Mail", "Mail", "Welcome, A!"}) desktop.Add(caption);
   std::stop_source ending;
   AolClient link(desktop, desktop, ending.get_token());
   EXPECT_EQ(link.GetAolScreenName(), "A");

@@ -150,8 +150,12 @@ TEST_F(MailTableTest, SpaceTogglesTheHighlightedRowsOrTheCurrentOne) {
   QObject::connect(table_.model(), &QAbstractItemModel::headerDataChanged, &table_, [&] {
     header = table_.model()->headerData(1, Qt::Horizontal).toString().toStdString();
   });
+  std::optional<int> changed;
+  QObject::connect(table_.model(), &QAbstractItemModel::dataChanged, &table_,
+                   [&](const QModelIndex& first) { changed = first.row(); });
   // Row 1 is current from the beginning.
   EXPECT_EQ(Press(Qt::Key_Space), "x.....");
+  EXPECT_EQ(changed, 0);
   EXPECT_EQ(Highlighted(), "");
   Click(4);
   EXPECT_EQ(ChecksOf(list_), "x.....");  // on the title; only the box checks
@@ -245,6 +249,7 @@ TEST_F(MailTableTest, AssistiveTechnologyReadsAndTogglesRows) {
   table_.Filter("pie");
   EXPECT_EQ(cell(0)->text(QAccessible::Name), "4 Apple pie");
   EXPECT_EQ(cell(1), nullptr);
+  EXPECT_EQ(table->child(table->childCount()), nullptr);
 }
 
 }  // namespace

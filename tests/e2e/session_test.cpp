@@ -3,6 +3,7 @@
 // sent.
 #include <QClipboard>
 #include <QElapsedTimer>
+#include <QLabel>
 #include <QTest>
 
 #include "meeting.h"
@@ -137,6 +138,17 @@ struct RoomTest : testing::Test {
     ASSERT_TRUE(server.Start()) << server.Error().toStdString();
     ASSERT_NO_FATAL_FAILURE(meeting.Begin(server.Port()));
   }
+  // The steps of the guide that are done: "12".
+  std::string Done() {
+    window.ShowTab(Tab::kConnection);
+    std::string steps;
+    for (const auto* step : window.App().Window().findChildren<QLabel*>()) {
+      const std::string name = step->accessibleName().toStdString();
+      if (name.find(", done: ") != std::string::npos) steps += name.substr(5, 1);
+    }
+    return steps;
+  }
+
   IrcServer server{IrcServer::Kind::kNgircd};
   Meeting meeting;
   WindowDriver& window = meeting.window;
@@ -144,6 +156,7 @@ struct RoomTest : testing::Test {
 };
 
 TEST_F(RoomTest, SelectedMailsAreRequestedOnceAtAnEasyPace) {
+  EXPECT_EQ(Done(), "12");
   window.Folder().Write(
       "mails.txt",
       "My list\r\n!MailBot send x number\r\n1. One red\r\n2) blue\r\n(3) RED two\r\n[4] red\r\n"
@@ -163,6 +176,8 @@ TEST_F(RoomTest, SelectedMailsAreRequestedOnceAtAnEasyPace) {
   for (const char* mails : {"1-3", "12-007", "21"})
     said.push_back(kTo + "!MailBot send JaneD " + mails);
   EXPECT_EQ(meeting.Said(3), said);
+  EXPECT_EQ(Done(), "12345");
+  window.ShowTab(Tab::kList);
   EXPECT_EQ(window.Checked(), "31");  // the last row alone
   // Closing the window in the middle of a run ends it.
   window.Choose("mnuSelectAll");

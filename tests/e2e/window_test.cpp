@@ -252,6 +252,7 @@ TEST_F(ListTab, AndAllScreensHaveALetterForEachButtonAndCutNoneAtTheirLeastSize)
 
 struct FrameTest : testing::Test {
   void SetUp() override {
+    EXPECT_EQ(Focus(), "lstChannels");
     session.server.Send(
         ":me!u@h JOIN #mailroom\r\n:s 332 me #mailroom :\0034Be \002kind\r\n"
         ":s 353 me = #mailroom :@Mailo me +bob\r\n:s 366 me #mailroom :End\r\n");
@@ -341,6 +342,7 @@ TEST_F(FrameTest, ListsAnswerKeysAndMenus) {
   emit window.Find<QListView>("lstWho").customContextMenuRequested({});
   window.Choose("mnuWhoServer");
   EXPECT_EQ(window.Text("txtListServer") + window.Text("cmbServers"), "bobbob");
+  EXPECT_EQ(window.Text(kHint), "Requests go to bob.");
   window.Choose("mnuWhoCopy");
   EXPECT_EQ(QApplication::clipboard()->text(), "bob");
 }
