@@ -63,8 +63,7 @@ TEST(Connection, FromTheFirstLineToTheLast) {
                    "login Status - Connected : Logging in"},
       {"enter; quit",
        "button Connect\n> PRIVMSG #room :^C1I was using ^C4Brindle v0.5.85^C1 (a server helper). "
-       "To "
-       "learn more visit http://www.brindle.example\n> QUIT"},
+       "To learn more visit http://www.brindle.example\n> QUIT"},
       {"enter; error Reset: by peer", failed("Reset: by peer") + Trouble("Reset: by peer")},
       {"enter; close", failed(gone) + Trouble(gone)},
       {"enter; ERROR :Server going down; close", "1|^C12NOT PARSED : ERROR :Server going down:\n" +
