@@ -68,7 +68,7 @@ struct UpdaterHttpTest : testing::Test {
   // Opens the window anew.
   void Open(int patience = kBoundMs, QWidget* parent = nullptr) {
     const UpdateDeskOptions options{.dataFolder = folder.path().toStdString(),
-                                    .server = "127.0.0.1:" + std::to_string(server.serverPort()),
+                                    .server = address,
                                     .key = key,
                                     .own = {0, 5, 70},
                                     .programFolder = folder.path().toStdString(),
@@ -102,6 +102,7 @@ struct UpdaterHttpTest : testing::Test {
 
   QTemporaryDir folder;
   WebServer server;
+  std::string address = "127.0.0.1:" + std::to_string(server.serverPort());
   FakeDialogs dialogs;
   NativeFiles files;
   SettingsFile settings{files, folder.filePath("brindle.ini").toStdString()};
@@ -109,6 +110,20 @@ struct UpdaterHttpTest : testing::Test {
   std::string key;
   std::unique_ptr<UpdateDesk> desk;
 };
+
+TEST_F(UpdaterHttpTest, GoesThroughTheChosenProxyAndNeverPastIt) {
+  ConnectionOptions options{.proxy = ProxyKind::kHttp, .proxyAddress = "nonsense"};
+  Open();
+  desk->SetConnection(options);
+  server.answers[kList] = {"[version]\nminor=6\n"};
+  EXPECT_TRUE(Becomes("An error has occured. Try again later."));
+  // A name that only the proxy knows.
+  options.proxyAddress = std::exchange(address, "update.invalid");
+  Open();
+  desk->SetConnection(options);
+  server.answers[QByteArray("http://update.invalid") + kList] = server.answers[kList];
+  EXPECT_TRUE(Becomes("Update available, see below."));
+}
 
 TEST_F(UpdaterHttpTest, Transfers) {
   const QByteArray program = QByteArray("MZ\0\r\n\x1A", 6).repeated(5000);
