@@ -10,45 +10,32 @@
 
 namespace {
 
-constexpr long kNanoseconds = 1'000'000'000;
-
+constexpr long kSecond = 1'000'000'000;  // nanoseconds
+constexpr long kLong = kSecond / 10;
+constexpr long kMoment = kSecond / 1000;
 bool skips = false;
-timespec skipped{};
-
-void Add(timespec& time, const timespec& more) {
-  time.tv_sec += more.tv_sec;
-  time.tv_nsec += more.tv_nsec;
-  if (time.tv_nsec < kNanoseconds) return;
-  time.tv_nsec -= kNanoseconds;
-  ++time.tv_sec;
-}
+long skipped = 0;
 
 }  // namespace
 
 extern "C" int clock_gettime(clockid_t id, timespec* time) noexcept {
   const auto result = static_cast<int>(syscall(SYS_clock_gettime, id, time));
-  if (result == 0 && (id == CLOCK_MONOTONIC || id == CLOCK_REALTIME)) Add(*time, skipped);
-  return result;
+  if (result != 0 || (id != CLOCK_MONOTONIC && id != CLOCK_REALTIME)) return result;
+  const long nanoseconds = time->tv_nsec + skipped % kSecond;
+  time->tv_sec += skipped / kSecond + nanoseconds / kSecond;
+  time->tv_nsec = nanoseconds % kSecond;
+  return 0;
 }
 
 extern "C" int ppoll(pollfd* sockets, nfds_t count, const timespec* wait, const sigset_t* mask) {
-  const timespec none{};
-  const timespec* most = skips && wait != nullptr ? &none : wait;
-  timespec left = most == nullptr ? none : *most;  // the system writes into it
+  const bool skip = skips && wait != nullptr;
+  timespec left = wait == nullptr ? timespec{} : *wait;  // the system writes into it
+  // A long wait gives what is on its way between two sockets a moment to arrive.
+  if (skip) left = {0, wait->tv_sec > 0 || wait->tv_nsec > kLong ? kMoment : 0};
   const auto ready = static_cast<int>(
-      syscall(SYS_ppoll, sockets, count, most == nullptr ? nullptr : &left, mask, _NSIG / 8));
-  if (ready == 0 && skips && wait != nullptr) Add(skipped, *wait);
+      syscall(SYS_ppoll, sockets, count, wait == nullptr ? nullptr : &left, mask, _NSIG / 8));
+  if (skip && ready == 0) skipped += wait->tv_sec * kSecond + wait->tv_nsec;
   return ready;
 }
 
-namespace brindle::soak {
-
-void SkipWaits(bool skip) { skips = skip; }
-
-std::int64_t WorkedMicroseconds() {
-  timespec time{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-  return std::int64_t{time.tv_sec} * 1'000'000 + time.tv_nsec / 1000;
-}
-
-}  // namespace brindle::soak
+void brindle::soak::SkipWaits(bool skip) { skips = skip; }

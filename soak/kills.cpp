@@ -15,24 +15,27 @@
 namespace brindle::soak {
 namespace {
 
-constexpr int kMails = 60;
-constexpr int kPatience = 600'000;  // milliseconds, as the program counts
+constexpr size_t kMails = 60;
 
 void KillServer(int times) {
   RoomServer server(20);
-  const auto folder = FolderFor(server, kFewestChatLines);
-  std::string text = "!MailBot send x y\n";
-  for (int row = 1; row <= kMails; ++row) text += std::to_string(row) + " title\n";
-  folder->Write("mails.txt", text);
+  const auto folder = FolderFor(server, kFewestChatLines, kMails);
   test::WindowDriver window(folder);
   window.Type("txtListAOLSN", "Jane");
   Require(window.Register("me", server.serverPort()) && window.Join(0), "no session");
   MailList& mails = window.App().Mails();
   const Session& session = window.App().CurrentSession();
+  const auto everyMail = [](const auto& is) {
+    for (size_t row = 0; row < kMails; row += 2) {
+      if (!is(row)) return false;
+    }
+    return true;
+  };
   const auto arrived = [&](size_t row) {
     return server.requests.contains(std::to_string(row + 1));
   };
-  std::mt19937 random(20261122);
+  const auto checkedOrArrived = [&](size_t row) { return mails.IsChecked(row) || arrived(row); };
+  const auto done = [&](size_t row) { return arrived(row) && !mails.IsChecked(row); };
   size_t halved = 0;
   for (int i = 0; i < times; ++i) {
     const std::string moment = "kill " + std::to_string(i);
@@ -40,30 +43,14 @@ void KillServer(int times) {
     window.LoadList(folder->File("mails.txt"));
     for (size_t row = 0; row < kMails; row += 2) mails.SetChecked(row, true);
     window.Click("cmdRequest");
-    Pass(static_cast<int>(random() % 7'000));
-    server.Drop(random() % 2 == 0);
-    Require(test::WaitUntil([&] { return session.connectionState != ConnectionState::kRegistered; },
-                            2'000),
-            "the end is not seen", moment);
+    Pass(static_cast<int>(server.random() % 7'000));
+    server.Drop(i % 2 == 0);
     halved += !server.requests.empty() && server.requests.size() < kMails / 2 ? 1 : 0;
-    const auto everyMail = [&](const auto& is) {
-      for (size_t row = 0; row < kMails; row += 2) {
-        if (!is(row)) return false;
-      }
-      return true;
-    };
-    const auto none = [&] {
-      return everyMail([&](size_t row) { return arrived(row) || mails.IsChecked(row); });
-    };
-    Require(test::WaitUntil(none, 2'000), "a mail is forgotten", moment);
+    Await([&] { return session.currentRoom.empty(); }, "the end is not seen", moment);
+    Pass(50);
+    Require(everyMail(checkedOrArrived), "a mail is forgotten", moment);
     window.Boxes().questionAnswers = {true};  // to go on with the rest
-    Require(
-        test::WaitUntil([&] { return server.joined && !session.currentRoom.empty(); }, kPatience),
-        "it does not come back", moment);
-    const auto all = [&] {
-      return everyMail([&](size_t row) { return arrived(row) && !mails.IsChecked(row); });
-    };
-    Require(test::WaitUntil(all, kPatience), "the run does not end", moment);
+    Await([&] { return server.joined && everyMail(done); }, "the run does not end", moment);
     Require(window.Text("cmdConnect") == "Disconnect" &&
                 window.Text("barStatusPanel1") == "Status - Connected" &&
                 window.Find<QWidget>("cmdRequest").isEnabled(),
@@ -73,27 +60,23 @@ void KillServer(int times) {
   Require(halved > static_cast<size_t>(times) / 3, "the kills have proved nothing");
 }
 
-// All that is stored but the colours, which a victim changes; nothing where a file cannot be read.
+// All that is stored but the colours, which a victim changes; nothing where a file is not whole.
 std::string Stored(const std::string& folder) {
-  StoredState state = LoadState(NativeFiles(), PathsIn(folder));
-  for (const LoadResult result :
-       {state.results.settings, state.results.rooms, state.results.servers}) {
-    if (result != LoadResult::kLoaded) return "";
-  }
+  const StoredState state = LoadState(NativeFiles(), PathsIn(folder));
+  if (state.rooms.empty() || state.servers.empty()) return "";
   std::vector<Setting> settings;
   AppendOptions(state.options, settings);
-  std::string text = state.nick + state.rooms.at(0) + state.servers.at(0).host;
+  std::string text = state.nick + state.rooms[0] + state.servers[0].host;
   for (const Setting& setting : settings) text += setting.key + "=" + setting.value + "\n";
   return text;
 }
 
 void KillProgram(int times) {
   RoomServer server(20);
-  const auto folder = FolderFor(server, kFewestChatLines);
+  const auto folder = FolderFor(server, kFewestChatLines, kMails);
   const std::string path = folder->Path().toStdString();
   const std::string stored = Stored(path);
   const QString address = QString("irc://127.0.0.1:%1/mailroom").arg(server.serverPort());
-  std::mt19937 random(20261122);
   constexpr int kSignals[] = {SIGKILL, SIGTERM, SIGINT, SIGHUP};
   for (int i = 0; i < times; ++i) {
     const int sent = kSignals[i % 4];
@@ -101,14 +84,14 @@ void KillProgram(int times) {
     QProcess victim;
     test::LetEndWithParent(victim);
     victim.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    victim.start(QCoreApplication::applicationFilePath(), {"victim", folder->Path(), address});
     server.joined = false;
-    Require(test::WaitUntil([&] { return server.joined; }, 20'000), "it does not come up", moment);
-    Pass(static_cast<int>(random() % 60));
+    victim.start(QCoreApplication::applicationFilePath(), {"victim", folder->Path(), address});
+    Require(test::WaitUntil([&] { return server.joined; }), "it does not come up", moment);
+    Pass(static_cast<int>(server.random() % 60));
     kill(static_cast<pid_t>(victim.processId()), sent);
-    Require(victim.waitForFinished(20'000), "it does not end", moment);
-    const bool crashed = victim.exitStatus() == QProcess::CrashExit;
-    Require(crashed == (sent == SIGKILL) && (crashed || victim.exitCode() == 0), "a crash", moment);
+    Require(victim.waitForFinished(), "it does not end", moment);
+    const bool killed = victim.exitStatus() == QProcess::CrashExit;
+    Require(killed == (sent == SIGKILL) && (killed || victim.exitCode() == 0), "a crash", moment);
     Require(Stored(path) == stored, "a file is torn", moment);
   }
   std::printf("%d times the program was killed; %d files in its folder\n", times,
@@ -135,9 +118,8 @@ int BeVictim(const std::string& folder, const std::string& address) {
   QTimer change;
   change.callOnTimeout([&] {
     dialogs.colourAnswers = {Colour{1, 2, 3}};
-    if (auto* colour = program.Window().findChild<QAbstractButton*>("picListForecolor")) {
-      colour->click();  // is stored at once
-    }
+    auto* colour = program.Window().findChild<QAbstractButton*>("picListForecolor");
+    if (colour != nullptr) colour->click();  // is stored at once
   });
   change.start(0);
   const int code = QApplication::exec();

@@ -10,15 +10,16 @@ namespace brindle::soak {
 
 // From now on, or no longer.
 void SkipWaits(bool skip);
-
-// What the process has computed so far, in microseconds: no other program on the machine counts.
-std::int64_t WorkedMicroseconds();
-
 // Waits, by the program's clocks.
 void Pass(int milliseconds);
+// Waits until it comes true, for ten minutes at most.
+template <typename Condition>
+void Await(Condition condition, const char* what, std::string_view where = "") {
+  Require(test::WaitUntil(condition, 600'000), what, where);
+}
 
-// A folder that knows the server and its room.
-std::shared_ptr<test::DataFolder> FolderFor(const RoomServer& server, int chatLines);
+// A folder that knows the server and its room, with a list "mails.txt" of so many rows.
+std::shared_ptr<test::DataFolder> FolderFor(const RoomServer& server, int chatLines, int rows);
 
 // Kills the server, and then the program, so many times.
 void Kill(int times);
