@@ -4,8 +4,13 @@
 
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <numeric>
 #include <random>
 
+#include "base/encoding.h"
+#include "mail/letter_case.h"
+#include "mail/title_search.h"
 #include "support/mail_stage.h"
 #include "support/memory.h"
 
@@ -61,6 +66,39 @@ TEST(ListReader, ReadsHandleAndMails) {
       EXPECT_EQ((result.handle ? "to " + *result.handle + "; " : "") + RowsOf(list), read);
     }
   }
+}
+
+TEST(ListReader, ASearchFindsItsTitlesAndNothingElse) {
+  const std::string bytes =
+      "istanbul\n12. \u0130stanbul\r\n<b>istanbul\n(2) ISTANBUL   \r[istanbul 7]\n 3 x\n[3]   Lira "
+      "12  "
+      "\n5\n12";
+  MemorySource source(bytes);
+  MailList list;
+  ReadList(source, list, {});
+  const auto found = [&list](const char* text) {
+    std::string rows;
+    for (const std::uint32_t row : RowNumbersMatching(list, text)) rows += std::to_string(row);
+    return rows;
+  };
+  ASSERT_EQ(RowsOf(list), "12=\u0130stanbul|2=ISTANBUL|3=Lira 12|5=|12=");
+  for (const auto& [wanted, rows] : std::map<const char*, const char*>{{"istanbul", "01"},
+                                                                       {"L", "012"},
+                                                                       {"12", "024"},
+                                                                       {"2", "12"},
+                                                                       {"5", "3"},
+                                                                       {" ", "2"},
+                                                                       {"  ", ""},
+                                                                       {"\n", ""},
+                                                                       {"\t", ""},
+                                                                       {".", ""},
+                                                                       {"2istanbul", ""}}) {
+    EXPECT_EQ(found(wanted), rows) << wanted;
+  }
+  // What is read as Windows-1252 is not asked for odd characters.
+  std::string every(256, '\0');
+  std::iota(every.begin(), every.end(), '\0');
+  EXPECT_EQ(FindOdd(Utf8FromWindows1252(every), 0), std::string::npos);
 }
 
 TEST(ListReader, BoundsTheLineAndPassesOverFailures) {

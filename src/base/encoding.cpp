@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 #include "base/text.h"
 
@@ -51,10 +52,11 @@ enum State : std::uint64_t {
 
 struct Utf8Table {
   constexpr Utf8Table() {
-    for (std::uint64_t& entry : entries) {
+    for (size_t byte = 0; byte < next.size(); ++byte) {
       for (std::uint64_t state = kBoundary; state <= kBroken; state += kOneMore) {
-        entry |= kBroken << state;
+        next[byte] |= kBroken << state;
       }
+      lead[byte] = byte >= 0xC0 ? std::uint64_t{1} << (byte - 0xC0) : 0;
     }
     Set(kBoundary, 0x00, 0x7F, kBoundary);
     Set(kBoundary, 0xC2, 0xDF, kOneMore);
@@ -74,29 +76,36 @@ struct Utf8Table {
   }
   constexpr void Set(State from, size_t first, size_t last, State to) {
     for (size_t byte = first; byte <= last; ++byte) {
-      entries[byte] = (entries[byte] & ~(kStateBits << from)) | std::uint64_t{to} << from;
+      next[byte] = (next[byte] & ~(kStateBits << from)) | std::uint64_t{to} << from;
     }
   }
 
   static constexpr std::uint64_t kStateBits = 0x3F;
-  std::array<std::uint64_t, 256> entries{};
+  std::array<std::uint64_t, 256> next{};
+  std::array<std::uint64_t, 256> lead{};  // a bit for each
 };
 
 constexpr Utf8Table kUtf8;
 
+// The next state, in its lowest bits; the others mean nothing, so that nothing else stands between
+// one byte and the next.
 std::uint64_t NextState(std::uint64_t state, char byte) {
-  return kUtf8.entries[static_cast<unsigned char>(byte)] >> state & Utf8Table::kStateBits;
+  return kUtf8.next[static_cast<unsigned char>(byte)] >> (state & Utf8Table::kStateBits);
 }
 
 }  // namespace
 
 bool Utf8Check::Accept(std::string_view bytes) {
   if (state_ == kBoundary && IsAscii(bytes)) return true;
-  onlyAscii_ = false;
   std::uint64_t state = state_;
-  for (char byte : bytes) state = NextState(state, byte);
-  state_ = state;
-  return state != kBroken;
+  std::uint64_t leads = leads_;
+  for (char byte : bytes) {
+    state = NextState(state, byte);
+    leads |= kUtf8.lead[static_cast<unsigned char>(byte)];
+  }
+  state_ = state & Utf8Table::kStateBits;
+  leads_ = leads;
+  return state_ != kBroken;
 }
 
 bool IsValidUtf8(std::string_view bytes) {
@@ -108,20 +117,37 @@ size_t ValidUtf8Prefix(std::string_view bytes) {
   size_t valid = 0;
   std::uint64_t state = kBoundary;
   for (size_t i = 0; i < bytes.size() && state != kBroken; ++i) {
-    state = NextState(state, bytes[i]);
+    state = NextState(state, bytes[i]) & Utf8Table::kStateBits;
     if (state == kBoundary) valid = i + 1;
   }
   return valid;
 }
 
-std::string Utf8FromWindows1252(std::string_view bytes) {
-  std::string text;
-  text.reserve(bytes.size() + bytes.size() / 8);
+char* Utf8FromWindows1252(std::string_view bytes, char* to) {
+  // What becomes of each byte; it has one to three bytes, then zeros, and the last says how many.
+  static const auto kTable = [] {
+    std::array<std::array<char, 4>, 256> table{};
+    for (char32_t byte = 0; byte < table.size(); ++byte) {
+      const bool special = byte >= 0x80 && byte < 0xA0;
+      std::string character;
+      AppendCharacter(character, special ? kWindows1252Upper[byte - 0x80U] : byte);
+      character.copy(table[byte].data(), character.size());
+      table[byte].back() = static_cast<char>(character.size());
+    }
+    return table;
+  }();
+  // Without a branch: the next character lies over what is too much.
   for (char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool special = byte >= 0x80 && byte < 0xA0;
-    AppendCharacter(text, special ? kWindows1252Upper[byte - 0x80U] : byte);
+    const auto character = kTable[static_cast<unsigned char>(c)];
+    std::memcpy(to, character.data(), character.size());
+    to += character.back();
   }
+  return to;
+}
+
+std::string Utf8FromWindows1252(std::string_view bytes) {
+  std::string text(RoomForWindows1252(bytes.size()), '\0');
+  text.resize(static_cast<size_t>(Utf8FromWindows1252(bytes, text.data()) - text.data()));
   return text;
 }
 

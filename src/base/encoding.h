@@ -18,11 +18,12 @@ class Utf8Check {
   bool Accept(std::string_view bytes);
   // True when it does not end within a character.
   bool Complete() const { return state_ == 0; }
-  bool OnlyAscii() const { return onlyAscii_; }
+  // The bytes that characters beyond ASCII began with: bit i stands for byte 0xC0 + i.
+  std::uint64_t Leads() const { return leads_; }
 
  private:
   std::uint64_t state_ = 0;
-  bool onlyAscii_ = true;
+  std::uint64_t leads_ = 0;
 };
 
 // The length of the longest well-formed UTF-8 prefix of `bytes`.
@@ -31,6 +32,10 @@ size_t ValidUtf8Prefix(std::string_view bytes);
 // Reads every byte as one Windows-1252 character. The five bytes that the code page leaves open
 // become the control characters of the same number.
 std::string Utf8FromWindows1252(std::string_view bytes);
+
+// The same, written to `to`, where there is so much room; returns the end of what was written.
+char* Utf8FromWindows1252(std::string_view bytes, char* to);
+constexpr size_t RoomForWindows1252(size_t bytes) { return bytes * 3 + 1; }
 
 enum class ByteOrder { kLittleEndian, kBigEndian };
 

@@ -2,7 +2,6 @@
 
 #include <utf8proc.h>
 
-#include <array>
 #include <bitset>
 #include <cstdint>
 
@@ -37,19 +36,30 @@ utf8proc_int32_t TwinOf(utf8proc_int32_t lower) {
   return leadsBack && Encoded(upper).size == Encoded(lower).size ? upper : lower;
 }
 
+// As in Utf8Check::Leads; 0 for other bytes.
+std::uint64_t LeadBit(char byte) {
+  const auto value = static_cast<unsigned char>(byte);
+  return value < 0xC0 ? 0 : std::uint64_t{1} << (value - 0xC0U);
+}
+
 struct OddCharacters {
   OddCharacters() {
     for (utf8proc_int32_t c = 0; c < kCharacters; ++c) {
       const utf8proc_int32_t lower = utf8proc_tolower(c);
       if (lower == c || TwinOf(lower) == c) continue;
       odd.set(static_cast<size_t>(c));
-      leads[static_cast<std::uint8_t>(Encoded(c).bytes[0])] = true;
+      leads |= LeadBit(Encoded(c).bytes[0]);
     }
   }
 
   std::bitset<kCharacters> odd;
-  std::array<bool, 256> leads{};  // the first bytes of them
+  std::uint64_t leads = 0;
 };
+
+const OddCharacters& Odd() {
+  static const OddCharacters kOdd;
+  return kOdd;
+}
 
 }  // namespace
 
@@ -61,13 +71,15 @@ std::string UpperTwin(std::string_view lower) {
   return twin;
 }
 
+bool MayHoldOdd(std::uint64_t leads) { return leads != 0 && (leads & Odd().leads) != 0; }
+
 size_t FindOdd(std::string_view text, size_t from) {
-  static const OddCharacters kOdd;
+  const OddCharacters& odd = Odd();
   for (size_t i = from; i < text.size(); ++i) {
-    if (!kOdd.leads[static_cast<std::uint8_t>(text[i])]) continue;
+    if ((LeadBit(text[i]) & odd.leads) == 0) continue;
     size_t length = 0;
     const utf8proc_int32_t c = Decode(text.substr(i), length);
-    if (c >= 0 && c < kCharacters && kOdd.odd[static_cast<size_t>(c)]) return i;
+    if (c >= 0 && c < kCharacters && odd.odd[static_cast<size_t>(c)]) return i;
   }
   return std::string_view::npos;
 }

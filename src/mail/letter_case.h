@@ -4,6 +4,7 @@
 // The few others ("odd" ones: I with a dot, the Kelvin sign) are looked for apart.
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,9 @@ namespace brindle {
 // `lower` with each character replaced by the only other one that becomes it in lower case and is
 // not odd; the same length, character for character. REQUIRES: valid UTF-8 in lower case.
 std::string UpperTwin(std::string_view lower);
+
+// False when no text whose characters begin with these bytes holds odd ones; see Utf8Check::Leads.
+bool MayHoldOdd(std::uint64_t leads);
 
 // The place of the first odd character at or after `from`; npos when there is none.
 // REQUIRES: `from` is not within a character.

@@ -39,19 +39,19 @@ std::string RepairUtf8(std::string_view bytes) {
   return text;
 }
 
-std::string Decode(std::string_view bytes, Encoding encoding) {
-  switch (encoding) {
-    case Encoding::kUtf16Little:
-      return Utf8FromUtf16(bytes, ByteOrder::kLittleEndian);
-    case Encoding::kUtf16Big:
-      return Utf8FromUtf16(bytes, ByteOrder::kBigEndian);
-    case Encoding::kWindows1252:
-      return Utf8FromWindows1252(bytes);
-    case Encoding::kUtf8:
-    case Encoding::kRepairedUtf8:
-      break;
+void AppendDecoded(std::string_view bytes, Encoding encoding, FlatArray<char>& to) {
+  if (encoding == Encoding::kWindows1252) {
+    to.MakeRoom(RoomForWindows1252(bytes.size()));
+    char* const end = to.Data() + to.Size();
+    to.Added(static_cast<size_t>(Utf8FromWindows1252(bytes, end) - end));
+    return;
   }
-  return RepairUtf8(bytes);
+  const std::string text =
+      encoding == Encoding::kRepairedUtf8
+          ? RepairUtf8(bytes)
+          : Utf8FromUtf16(bytes, encoding == Encoding::kUtf16Big ? ByteOrder::kBigEndian
+                                                                 : ByteOrder::kLittleEndian);
+  to.Append(text.data(), text.size());
 }
 
 // A length of `bytes` that ends between two characters, or near to where they end.
@@ -116,7 +116,8 @@ class Reading {
     while (read > 0 && HasRoom()) {
       const size_t before = rows_.text.Size();
       read = encoding == Encoding::kUtf8 ? ReadPlain() : ReadAndDecode(encoding);
-      if (!check.Accept({rows_.text.Data() + before, rows_.text.Size() - before})) return {};
+      const std::string_view added(rows_.text.Data() + before, rows_.text.Size() - before);
+      if (encoding == Encoding::kUtf8 && !check.Accept(added)) return {};
       parser_->Parse();
       sinceCall += read;
       if (sinceCall < limits_.betweenCalls || read == 0) continue;
@@ -125,7 +126,8 @@ class Reading {
     }
     if (!check.Complete()) return {};
     parser_->Finish();
-    rows_.ascii = check.OnlyAscii();
+    if (encoding == Encoding::kUtf8) rows_.leads = check.Leads();
+    if (encoding == Encoding::kWindows1252) rows_.leads = 0;  // none of its characters is odd
     return source_.Failed() ? ReadStatus::kFailed : ReadStatus::kComplete;
   }
 
@@ -149,8 +151,7 @@ class Reading {
   size_t ReadAndDecode(Encoding encoding) {
     const size_t read = ReadRaw(limits_.block);
     const size_t whole = read == 0 ? raw_.size() : WholeCharacters(raw_, encoding);
-    const std::string text = Decode(std::string_view(raw_).substr(0, whole), encoding);
-    rows_.text.Append(text.data(), text.size());
+    AppendDecoded(std::string_view(raw_).substr(0, whole), encoding, rows_.text);
     raw_.erase(0, whole);
     return read;
   }

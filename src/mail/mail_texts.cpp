@@ -10,7 +10,7 @@ namespace brindle {
 
 MailTexts::MailTexts(MailRows rows) : rows_(std::move(rows)) {
   ClearSlack();
-  if (!rows_.ascii) NoteOddTitles(0);
+  if (MayHoldOdd(rows_.leads)) NoteOddTitles(0);
 }
 
 bool MailTexts::Append(std::string_view number, std::string_view title) {

@@ -20,7 +20,7 @@ namespace brindle {
 struct MailRows {
   FlatArray<char> text;
   FlatArray<std::uint32_t> begins;
-  bool ascii = false;  // known to be nothing else
+  std::uint64_t leads = ~std::uint64_t{0};  // that there may be in the text; see Utf8Check
 };
 
 class MailTexts {
