@@ -283,12 +283,8 @@ TEST(Channels, KeepsTheUsersRooms) {
 
 TEST(Channels, EntersAndRemovesRooms) {
   const std::string asked = "? Enter the channel to be added :\n";
-  const struct {
-    const char* before;
-    std::function<void(Channels&)> act;
-    std::string journal;
-    size_t rooms;
-  } table[] = {
+  // What is before, what is done, its journal, and how many rooms there are then.
+  const std::tuple<const char*, std::function<void(Channels&)>, std::string, size_t> table[] = {
       {"", [](Channels& c) { c.lblJoin_Click(0); },
        "i You must first connect to a server before entering a room.", 1},
       {"register", [](Channels& c) { c.lstChannels_DblClick(0); }, "> JOIN #old\nfocus", 1},
@@ -298,14 +294,14 @@ TEST(Channels, EntersAndRemovesRooms) {
       {"", [](Channels& c) { c.lblChannelsRemove_Click(std::nullopt); }, "focus", 1},
       {"", [](Channels& c) { c.lblChannelsRemove_Click(0); }, "focus", 0},
   };
-  for (const auto& row : table) {
+  for (const auto& [before, act, journal, rooms] : table) {
     ChatStage stage;
     stage.channels.Rooms().Add("#old");
     stage.answer = "new";
-    stage.Do(row.before);
-    row.act(stage.channels);
-    EXPECT_EQ(stage.Taken(), row.journal);
-    EXPECT_EQ(stage.channels.Rooms().Size(), row.rooms) << row.journal;
+    stage.Do(before);
+    act(stage.channels);
+    EXPECT_EQ(stage.Taken(), journal);
+    EXPECT_EQ(stage.channels.Rooms().Size(), rooms) << journal;
   }
 }
 

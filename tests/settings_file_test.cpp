@@ -16,11 +16,8 @@ using namespace std::string_literals;
 TEST(SettingsText, ReadsWhatOtherProgramsWrite) {
   std::string longest;
   while (longest.size() < 2 * 999) longest += "\u00E4";
-  const struct {
-    const char* what;
-    std::string text;
-    std::string value;  // of key "k" in section "s"
-  } cases[] = {
+  // What it is about, the text, and the value of key "k" in section "s".
+  const std::tuple<const char*, std::string, std::string> cases[] = {
       {"plain", "[s]\r\nk=v\r\n", "v"},
       {"CR", "[s]\rk=v\r", "v"},
       {"other case", "[S]\r\nK=v\r\n", "v"},
@@ -43,14 +40,14 @@ TEST(SettingsText, ReadsWhatOtherProgramsWrite) {
       {"999 characters", "[s]\r\nk=" + longest, longest},
       {"1000 characters", "[s]\r\nk=" + longest + "x", longest},
   };
-  for (const auto& c : cases) EXPECT_EQ(ReadSettingText(c.text, "s", "k"), c.value) << c.what;
+  for (const auto& [what, text, value] : cases) {
+    EXPECT_EQ(ReadSettingText(text, "s", "k"), value) << what;
+  }
 }
 
 TEST(SettingsText, WritesOneLineAndKeepsTheRest) {
-  const struct {
-    const char* what;
-    std::string before, value, after;
-  } cases[] = {
+  // What it is about, the text before, the value that is written, and the text after that.
+  const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
       {"in place", "; a\n[s]\nK = old ; b\nx=1\n", "v", "; a\n[s]\nK =v\nx=1\n"},
       {"first of two", "[s]\r\nk=1\r\nk=2\r\n[s]\r\nk=3\r\n", "v",
        "[s]\r\nk=v\r\nk=2\r\n[s]\r\nk=3\r\n"},
@@ -64,8 +61,8 @@ TEST(SettingsText, WritesOneLineAndKeepsTheRest) {
       {"blanks around", "[s]\r\n", " a ", "[s]\r\nk=\" a \"\r\n"},
       {"value with a line of its own", "[s]\r\n", "a\r\n[t]\r\nk=b", "[s]\r\nk=a\r\n"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(WriteSettingText(c.before, "s", "k", c.value), c.after) << c.what;
+  for (const auto& [what, before, value, after] : cases) {
+    EXPECT_EQ(WriteSettingText(before, "s", "k", value), after) << what;
   }
 }
 

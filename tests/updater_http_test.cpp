@@ -128,12 +128,8 @@ TEST_F(UpdaterHttpTest, GoesThroughTheChosenProxyAndNeverPastIt) {
 TEST_F(UpdaterHttpTest, Transfers) {
   const QByteArray program = QByteArray("MZ\0\r\n\x1A", 6).repeated(5000);
   const QByteArray digest = QCryptographicHash::hash(program, QCryptographicHash::Sha256).toHex();
-  const struct {
-    const char* name;
-    bool whole;
-    QByteArray announced;
-    Answer answer;
-  } rows[] = {
+  // Its name, whether the whole program comes, the digest that is announced, and what is answered.
+  const std::tuple<const char*, bool, QByteArray, Answer> rows[] = {
       {"plain", true, digest.toUpper(), {program}},
       {"no length", true, digest, {.body = program, .lengthStated = false}},
       {"redirect", true, "", To("/moved")},
@@ -146,16 +142,15 @@ TEST_F(UpdaterHttpTest, Transfers) {
       {"never answers", false, "", {.status = "", .closes = false}},
   };
   server.answers["/moved"] = {program};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.name);
-    Open(row.answer.closes ? kBoundMs * 2 : kShortMs);
-    Offer("sha256=" + row.announced);
-    server.answers[kProgram] = row.answer;
-    EXPECT_TRUE(
-        Becomes(row.whole ? "Downloading Complete" : "An error has occured. Try again later."));
+  for (const auto& [name, whole, announced, answer] : rows) {
+    SCOPED_TRACE(name);
+    Open(answer.closes ? kBoundMs * 2 : kShortMs);
+    Offer("sha256=" + announced);
+    server.answers[kProgram] = answer;
+    EXPECT_TRUE(Becomes(whole ? "Downloading Complete" : "An error has occured. Try again later."));
     EXPECT_FALSE(Find<QPushButton>("cmdUpdate").isEnabled());
-    EXPECT_TRUE(Content("update/brindle.exe") == (row.whole ? program.toStdString() : ""));
-    EXPECT_EQ(UpdateFiles().size(), row.whole ? 1 : 0);
+    EXPECT_TRUE(Content("update/brindle.exe") == (whole ? program.toStdString() : ""));
+    EXPECT_EQ(UpdateFiles().size(), whole ? 1 : 0);
     QDir(folder.filePath("update")).removeRecursively();
   }
   EXPECT_EQ(ended, 0);  // there is no updater program in the folder
