@@ -1,6 +1,8 @@
 // A whole session that receives any bytes, cut anywhere, while the user clicks and types: what goes
 // out, and that nobody but the user caused it.
 
+#include <set>
+
 #include "fuzz/input.h"
 #include "irc/arrival_cutter.h"
 #include "support/talk_stage.h"
@@ -33,6 +35,8 @@ struct Road : TalkStage {
     for (const char* start : {"PONG :", "WHOIS ", "PART "}) known |= line.starts_with(start);
     // Before the welcome: other nicks; with it, the room that the user chose meanwhile.
     for (const char* start : {"NICK ", "USER ", "JOIN #chosen"}) known |= line.starts_with(start);
+    // Coming back, the room that we were in.
+    known |= options.reconnect && line.starts_with("JOIN ") && rooms.contains(line.substr(5));
     known |= options.answerCtcp && line.starts_with("NOTICE ");
     known |= options.tellNickServ && line.starts_with("PRIVMSG NickServ :IDENTIFY ");
     Require(known, "nobody asked for this", line);
@@ -51,9 +55,10 @@ struct Road : TalkStage {
 
   void Act(Bytes& input) {
     switch (input.Byte() % 12) {
-      case 0:
-        return outgoing.cmdSend_Click(kMark + std::to_string(++typed) + " " + Typed(input),
-                                      static_cast<int>(input.Byte() % 7));
+      case 0: {
+        const std::string text = kMark + std::to_string(++typed) + " " + Typed(input);
+        return outgoing.cmdSend_Click(text, static_cast<int>(input.Byte() % 7));
+      }
       case 1:
         return outgoing.cmdSend_Click(Typed(input), 1);
       case 2:
@@ -99,6 +104,7 @@ struct Road : TalkStage {
 
   ArrivalCutter cutter;
   std::vector<OutputQueue::Line> shown;
+  std::set<std::string, std::less<>> rooms;
   bool receiving = false;
   int typed = 0;
   long long lastTyped = 0;
@@ -121,6 +127,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   road.onLine = [&road](const OutputQueue::Line& line) { road.shown.push_back(line); };
   road.EnterRoom();
   while (!input.IsEmpty()) {
+    road.rooms.insert(road.session.currentRoom);
     road.Act(input);
     road.Taken();
   }
