@@ -1,5 +1,7 @@
 // The settings file and the stored lists: what is written reads back, and foreign lines survive.
 
+#include <algorithm>
+
 #include "base/encoding.h"
 #include "base/text.h"
 #include "base/utf8.h"
@@ -18,9 +20,10 @@ namespace {
 // Lines that no setting of ours is in.
 std::vector<std::string> Foreign(const std::string& text) {
   std::vector<std::string> lines;
-  for (const std::string_view line : Split(text, "\n")) {
-    const std::string bare = RemoveChars(line, "\r");
-    if (bare.starts_with(';')) lines.push_back(bare);
+  std::string ends = text;  // a CR alone is one too
+  std::replace(ends.begin(), ends.end(), '\r', '\n');
+  for (const std::string_view line : Split(ends, "\n")) {
+    if (line.starts_with(';')) lines.emplace_back(line);
   }
   return lines;
 }

@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   CheckAddress("irc://" + text);
   CheckUpdate(text);
   CheckPieces(text, most);
-  const std::string handle = ExtractServerHandle(text);
+  const std::string handle = CleanHandle(ExtractServerHandle(text));
   Require(handle.find_first_of(" !\002\037") == std::string::npos, "handle", handle);
   const IrcLine line(text, most % 2 == 0);
   line.Nick();

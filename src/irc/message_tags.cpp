@@ -77,8 +77,9 @@ std::optional<std::tm> LocalTimeOf(std::string_view moment) {
   const int second = Digits(moment, 17, 2);
   // A minute may have a second more than sixty.
   if (!date.ok() || hour > 23 || minute > 59 || second > 60) return std::nullopt;
-  const auto when = sys_days(date) + hours(hour) + minutes(minute) + seconds(second);
-  const std::time_t time = system_clock::to_time_t(when);
+  // In seconds: the system's clock counts finer, and only to the year 2262.
+  const sys_seconds when = sys_days(date) + hours(hour) + minutes(minute) + seconds(second);
+  const std::time_t time = when.time_since_epoch().count();
   const std::tm* local = std::localtime(&time);
   return local == nullptr ? std::nullopt : std::optional(*local);
 }
