@@ -67,7 +67,9 @@ TEST(SettingsText, WritesOneLineAndKeepsTheRest) {
 }
 
 TEST(SettingsText, RefusesNamesThatTheFormatCannotHold) {
-  for (const char* key : {"", "  ", "a=b", ";a", "[a", "\na"}) {
+  for (const char* key : {"", "  ", "a=b", ";a", "[a", "\na",
+                          "\xEF\xBB\xBF"
+                          "a"}) {
     EXPECT_EQ(WriteSettingText("[s]\n", "s", key, "v"), "[s]\n") << key;
   }
   EXPECT_EQ(WriteSettingText("[s]\n", "a]b", "k", "v"), "[s]\n");

@@ -61,11 +61,15 @@ std::string Written(std::string_view value, ValueForm form) {
   return '"' + plain + '"';
 }
 
+// A mark in front of a name would be taken for that of the file.
+bool HasMark(std::string_view name) { return WithoutUtf8Mark(name).size() < name.size(); }
+
 bool CanBeSection(std::string_view name) {
-  return !Trim(name).empty() && name.find(']') == std::string_view::npos;
+  return !Trim(name).empty() && !HasMark(name) && name.find(']') == std::string_view::npos;
 }
 
 bool CanBeKey(std::string_view name) {
+  if (HasMark(name)) return false;
   name = Trim(name);
   return !name.empty() && name.front() != ';' && name.front() != '[' &&
          name.find('=') == std::string_view::npos;
