@@ -26,7 +26,7 @@ struct MailRows {
 class MailTexts {
  public:
   // So many bytes may be read behind the text; they mean nothing.
-  static constexpr size_t kSlack = 64;
+  static constexpr size_t kSlack = 72;
   // Of text. The number of rows fits then, too.
   static constexpr size_t kMostText = std::numeric_limits<std::uint32_t>::max() - kSlack;
 

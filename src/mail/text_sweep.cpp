@@ -17,7 +17,15 @@
 namespace brindle {
 namespace {
 
-constexpr size_t kMasks = 256;  // looked at in one go: 16 KiB, which stay in the nearest cache
+constexpr size_t kMasks = 64;  // looked at in one go: 4 KiB, which stay in the nearest cache
+
+// Pieces from all over the text tell what is common in it.
+constexpr size_t kPieces = 8;
+
+std::string_view Piece(std::string_view text, size_t piece) {
+  constexpr size_t kSize = 512;
+  return text.substr(text.size() / kPieces * piece, kSize);
+}
 
 // What is looked for, lower-cased, and the other case of each of its characters.
 struct Wanted {
@@ -37,15 +45,12 @@ struct Probe {
 
 // Chooses the two bytes that are rarest in a sample of the text.
 Probe ChooseProbe(std::string_view text, const Wanted& wanted) {
-  constexpr size_t kPieces = 8;
-  constexpr size_t kPieceSize = 512;
   std::array<unsigned, 256> counts{};
   const auto count = [&counts](char c) -> unsigned& {
     return counts[static_cast<unsigned char>(c)];
   };
   for (size_t piece = 0; piece < kPieces; ++piece) {
-    const std::string_view sample = text.substr(text.size() / kPieces * piece, kPieceSize);
-    for (char c : sample) ++count(c);
+    for (char c : Piece(text, piece)) ++count(c);
   }
   const auto cost = [&](size_t i) {
     const auto [lower, upper] = wanted.At(i);
@@ -121,30 +126,11 @@ class Sweep {
 
   std::vector<std::uint32_t> Run() {
     // An LF is in no row.
-    if (wanted_.Size() > text_.size() || wanted_.lower.find('\n') != std::string_view::npos)
+    if (wanted_.Size() > text_.size() || wanted_.lower.find('\n') != std::string_view::npos) {
       return {};
-    const Probe probe = ChooseProbe(text_, wanted_);
-    const ByteKernels& kernels = Kernels();
-    const size_t places = text_.size() - wanted_.Size() + 1;
-    std::array<std::uint64_t, kMasks> mask;
-    std::array<std::uint32_t, kMasks> withMarks;
-    for (size_t at = 0; at < places; at += kMasks * kMaskBytes) {
-      const size_t masks = std::min(kMasks, (places - at + kMaskBytes - 1) / kMaskBytes);
-      const char* here = text_.data() + at;
-      if (!kernels.pairs(here + probe.a, wanted_.At(probe.a), here + probe.b, wanted_.At(probe.b),
-                         mask.data(), masks)) {
-        continue;
-      }
-      // Where matches are common, a branch for each mask would be guessed wrong half of the time.
-      size_t marked = 0;
-      for (size_t m = 0; m < masks; ++m) {
-        withMarks[marked] = static_cast<std::uint32_t>(m);
-        marked += mask[m] != 0 ? 1U : 0U;
-      }
-      for (size_t i = 0; i < marked; ++i) {
-        Look(at + withMarks[i] * kMaskBytes, mask[withMarks[i]]);
-      }
     }
+    probe_ = ChooseProbe(text_, wanted_);
+    IsInMostRows() ? LookAtEachRow() : LookAtEverything();
     return std::move(found_);
   }
 
@@ -152,24 +138,80 @@ class Sweep {
   // With these a text may begin that is found in front of a title.
   static constexpr std::string_view kNumberBytes = "0123456789 +-.)([]\t";
 
-  // Looks at the places that `candidates` marks from `base` on.
-  void Look(size_t base, std::uint64_t candidates) {
-    while (true) {
-      // A row counts once: what is left of it is passed over.
-      if (from_ > base) {
-        if (from_ - base >= kMaskBytes) return;
-        candidates &= ~std::uint64_t{0} << (from_ - base);
+  // As far as the sample tells. Every row has a tab.
+  bool IsInMostRows() const {
+    size_t rows = 0;
+    size_t hits = 0;
+    for (size_t piece = 0; piece < kPieces; ++piece) {
+      const std::string_view sample = Piece(text_, piece);
+      for (size_t i = 0; i + wanted_.Size() <= sample.size(); ++i) {
+        rows += sample[i] == '\t' ? 1U : 0U;
+        hits += comparison_.IsAt(sample.data() + i) ? 1U : 0U;
       }
-      if (candidates == 0) return;
-      const size_t place = base + static_cast<size_t>(std::countr_zero(candidates));
-      if (place + wanted_.Size() > text_.size()) return;
-      candidates &= candidates - 1;
-      if (!comparison_.IsAt(text_.data() + place)) continue;
-      row_ = RowAt(row_, place);
-      if (mayBeNumber_ && !Counts(place)) continue;
-      found_.push_back(static_cast<std::uint32_t>(row_));
-      from_ = row_ + 1 < texts_.Size() ? begins_[row_ + 1] : text_.size();
     }
+    return hits > rows;
+  }
+
+  // Marks the places from `at` on at which the probe finds something; false when there are none.
+  bool Mark(size_t at, std::uint64_t* mask, size_t masks) const {
+    const char* here = text_.data() + at;
+    return kernels_.pairs(here + probe_.a, wanted_.At(probe_.a), here + probe_.b,
+                          wanted_.At(probe_.b), mask, masks);
+  }
+
+  // What is in most rows is found soon after the beginning of each.
+  void LookAtEachRow() {
+    const size_t rows = texts_.Size();
+    for (row_ = 0; row_ < rows; ++row_) {
+      const size_t end = row_ + 1 < rows ? begins_[row_ + 1] : text_.size();
+      bool found = false;
+      for (size_t at = begins_[row_]; at + wanted_.Size() <= end && !found; at += kMaskBytes) {
+        std::uint64_t mask = 0;
+        Mark(at, &mask, 1);
+        for (; mask != 0 && !found; mask &= mask - 1) {
+          const size_t place = at + static_cast<size_t>(std::countr_zero(mask));
+          if (place + wanted_.Size() > end) break;
+          found = comparison_.IsAt(text_.data() + place) && Counts(place);
+        }
+      }
+      if (found) found_.push_back(static_cast<std::uint32_t>(row_));
+    }
+  }
+
+  void LookAtEverything() {
+    const size_t places = text_.size() - wanted_.Size() + 1;
+    std::array<std::uint64_t, kMasks> mask;
+    std::array<std::uint32_t, kMasks> withMarks;
+    std::array<std::uint32_t, kMasks * kMaskBytes> hits;
+    for (size_t at = 0; at < places; at += kMasks * kMaskBytes) {
+      const size_t masks = std::min(kMasks, (places - at + kMaskBytes - 1) / kMaskBytes);
+      if (!Mark(at, mask.data(), masks)) continue;
+      // Where matches are common, a branch for each mask or each hit would be guessed wrong half of
+      // the time.
+      size_t marked = 0;
+      for (size_t m = 0; m < masks; ++m) {
+        withMarks[marked] = static_cast<std::uint32_t>(m);
+        marked += mask[m] != 0 ? 1U : 0U;
+      }
+      size_t count = 0;
+      for (size_t i = 0; i < marked; ++i) {
+        for (std::uint64_t bits = mask[withMarks[i]]; bits != 0; bits &= bits - 1) {
+          const size_t place =
+              withMarks[i] * kMaskBytes + static_cast<size_t>(std::countr_zero(bits));
+          hits[count] = static_cast<std::uint32_t>(place);
+          count += comparison_.IsAt(text_.data() + at + place) ? 1U : 0U;
+        }
+      }
+      for (size_t i = 0; i < count; ++i) Add(at + hits[i]);
+    }
+  }
+
+  // Adds the row of a hit, once.
+  void Add(size_t place) {
+    if (place + wanted_.Size() > text_.size()) return;
+    row_ = RowAt(row_, place);
+    if (!found_.empty() && found_.back() == row_) return;
+    if (Counts(place)) found_.push_back(static_cast<std::uint32_t>(row_));
   }
 
   // The row that holds place `at`, which is not before the beginning of row `from`: among the next
@@ -194,6 +236,7 @@ class Sweep {
 
   // True when a text found at `place`, in the row row_, is where it is looked for.
   bool Counts(size_t place) const {
+    if (!mayBeNumber_) return true;
     if (where_ == SearchIn::kTitlesAndNumbers && place == begins_[row_]) return true;
     return text_.data() + place >= texts_.Title(row_).data();
   }
@@ -205,8 +248,9 @@ class Sweep {
   Comparison comparison_;
   SearchIn where_;
   bool mayBeNumber_;
-  size_t row_ = 0;   // no later hit is before this row
-  size_t from_ = 0;  // and none before this place
+  const ByteKernels& kernels_ = Kernels();
+  Probe probe_;
+  size_t row_ = 0;  // no later hit is before this row
   std::vector<std::uint32_t> found_;
 };
 
