@@ -7,6 +7,13 @@
 #include "mail/letter_case.h"
 
 namespace brindle {
+namespace {
+
+bool IsOfNumber(char c) {
+  return c != '.' && c != ')' && c != '(' && c != '[' && c != ']' && c != '\t' && c != '\n';
+}
+
+}  // namespace
 
 MailTexts::MailTexts(MailRows rows) : rows_(std::move(rows)) {
   ClearSlack();
@@ -49,8 +56,10 @@ void MailTexts::NoteOddTitle(size_t row) {
 }
 
 std::string_view MailTexts::Number(size_t row) const {
-  const std::string_view text = Text().substr(rows_.begins[row]);
-  return text.substr(0, text.find_first_of(".)([]\t\n"));
+  const char* const begin = rows_.text.Data() + rows_.begins[row];
+  const char* end = begin;
+  while (IsOfNumber(*end)) ++end;
+  return {begin, static_cast<size_t>(end - begin)};
 }
 
 std::string_view MailTexts::Title(size_t row) const {

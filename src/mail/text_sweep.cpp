@@ -162,13 +162,12 @@ class Sweep {
   // What is in most rows is found soon after the beginning of each.
   void LookAtEachRow() {
     const size_t rows = texts_.Size();
+    found_.reserve(rows);
     for (row_ = 0; row_ < rows; ++row_) {
       const size_t end = row_ + 1 < rows ? begins_[row_ + 1] : text_.size();
       bool found = false;
       for (size_t at = begins_[row_]; at + wanted_.Size() <= end && !found; at += kMaskBytes) {
-        std::uint64_t mask = 0;
-        Mark(at, &mask, 1);
-        for (; mask != 0 && !found; mask &= mask - 1) {
+        for (std::uint64_t mask = MarksFrom(at); mask != 0 && !found; mask &= mask - 1) {
           const size_t place = at + static_cast<size_t>(std::countr_zero(mask));
           if (place + wanted_.Size() > end) break;
           found = comparison_.IsAt(text_.data() + place) && Counts(place);
@@ -176,6 +175,21 @@ class Sweep {
       }
       if (found) found_.push_back(static_cast<std::uint32_t>(row_));
     }
+  }
+
+  // The marks of the 64 places from `at` on, which is never before the last one. Many are made at
+  // once.
+  std::uint64_t MarksFrom(size_t at) {
+    if (at + kMaskBytes > marksEnd_) {
+      const size_t places = text_.size() - wanted_.Size() + 1;
+      marks_.fill(0);
+      Mark(at, marks_.data(), std::min(kMasks, (places - at + kMaskBytes - 1) / kMaskBytes));
+      marksEnd_ = at + kMasks * kMaskBytes;
+    }
+    const size_t place = kMasks * kMaskBytes - (marksEnd_ - at);
+    const size_t shift = place % kMaskBytes;
+    const std::uint64_t* marks = marks_.data() + place / kMaskBytes;
+    return marks[0] >> shift | marks[1] << 1U << (kMaskBytes - 1 - shift);
   }
 
   void LookAtEverything() {
@@ -238,7 +252,8 @@ class Sweep {
   bool Counts(size_t place) const {
     if (!mayBeNumber_) return true;
     if (where_ == SearchIn::kTitlesAndNumbers && place == begins_[row_]) return true;
-    return text_.data() + place >= texts_.Title(row_).data();
+    const size_t begin = begins_[row_];
+    return std::memchr(text_.data() + begin, '\t', place - begin) != nullptr;
   }
 
   const MailTexts& texts_;
@@ -250,6 +265,8 @@ class Sweep {
   bool mayBeNumber_;
   const ByteKernels& kernels_ = Kernels();
   Probe probe_;
+  std::array<std::uint64_t, kMasks + 1> marks_;  // for MarksFrom; the last one stays 0
+  size_t marksEnd_ = 0;
   size_t row_ = 0;  // no later hit is before this row
   std::vector<std::uint32_t> found_;
 };
