@@ -62,12 +62,12 @@ TEST(Search, FindsSendsAndReturns) {
   const auto sent = [](const std::string& items) {
     return "no send; send; i Selected " + items + ".";
   };
-  const std::string fox = "list 1=A red fox|2=red|red=none|7=SC\u00C9NE Red|9=; open; search ";
+  const std::string fox = "list 1=A red fox|2=red|22=none|7=SC\u00C9NE Red|9=; open; search ";
   const std::string two = "list 1=ab|2=ab; open; search a; ";
   const std::string lost =
       "! You have items on the list selected but you didn't send them to the main list to be "
       "selected./Are you sure you wish to continue?";
-  const std::string odd = "9=a|3=a|-1=a|0=a|2.5=a|007=a| 1 =a|99999999999999999999=a|+2=a|10=a";
+  const std::string odd = "9=a|3=a|-1=a|0=a|2=a|007=a| 1 =a|99999999999999999999=a|+2=a|10=a";
   const std::string replaced = "The list was replaced and searched again";
   // What is done, the journal of the last step, the results, and the checks of the main list.
   const std::tuple<std::string, std::string, std::string> table[] = {
@@ -80,6 +80,7 @@ TEST(Search, FindsSendsAndReturns) {
       {fox + "RED F", searched("RED F", "1 of 5"), "1=A red fox ....."},
       {fox + "\u00E9ne", searched("\u00E9ne", "1 of 5"), "7=SC\u00C9NE Red ....."},
       {fox + "red ", searched("red ", "1 of 5"), "1=A red fox ....."},
+      {fox + "22", searched("22", "0 of 5"), " ....."},
       {fox + "red; search   ", "", "1=A red fox|2=red|7=SC\u00C9NE Red ....."},
 
       {two + "selected", "x There are no items selected to send to the listbox.", "1=ab|2=ab .."},
