@@ -26,10 +26,8 @@ TEST(ChatWords, FindsANickAsAWordOnly) {
 
 TEST(ChatWords, CompletesNicksInTurn) {
   const std::vector<std::string> names = {"@Mailo", "+mail", "bob", "MAIZE"};
-  struct Case {
-    const char* typed;  // "|" is the cursor
-    const char* after;  // what each Tab makes of it
-  };
+  using Case = std::pair<const char*, const char*>;
+  // What is typed, with "|" for the cursor, and what each Tab makes of it.
   for (const auto& [typed, after] : {Case{"mai|", "mail: |;Mailo: |;MAIZE: |;mai|;mail: |"},
                                      {"hi B|", "hi bob |;hi B|"},
                                      {"/msg bo| you", "/msg bob |you"},
@@ -58,10 +56,7 @@ TEST(ChatWords, FindsTheTimeOfALine) {
 }
 
 TEST(ChatWords, FindsWebAddresses) {
-  struct Case {
-    const char* line;
-    const char* links;  // a blank between each two
-  };
+  using Case = std::pair<const char*, const char*>;
   for (const auto& [line, links] :
        {Case{"see http://a.example/l?x=1#y, or HTTPS://b.example.",
              "http://a.example/l?x=1#y HTTPS://b.example"},
@@ -81,10 +76,8 @@ TEST(ChatWords, FindsWebAddresses) {
 }
 
 TEST(ChatWords, ReadsIrcAddressesStrictly) {
-  struct Case {
-    std::string text;
-    const char* read;  // host port room, and an s for a secure one
-  };
+  using Case = std::pair<std::string, const char*>;
+  // Host, port, room, and an s for a secure one.
   for (const auto& [text, read] : {
            Case{"irc://irc.example", "irc.example 6667  "},
            {"IRC://a-b.example:7000/", "a-b.example 7000  "},

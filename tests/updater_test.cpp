@@ -225,11 +225,8 @@ TEST(UpdaterTest, WithAKeyOnlyASignedListThatLeadsOnIsBelieved) {
   const std::string back = "[version]\nrevision=71\nsha256=" + std::string(64, 'F');
   const std::string unsignedList =
       "The update list has no valid signature, so nothing is updated. Try again later.|cancel|";
-  const struct {
-    std::string list;
-    std::optional<std::string> signature;  // nothing where the server has none
-    std::string end;
-  } rows[] = {
+  // The list, its signature (nothing where the server has none), and how it ends.
+  const std::tuple<std::string, std::optional<std::string>, std::string> rows[] = {
       {on, "me of " + on, "download|bar 0|"},
       {on, "me of " + on + " ", unsignedList + "bar 0|"},
       {on, "", unsignedList + "bar 0|"},
@@ -241,18 +238,18 @@ TEST(UpdaterTest, WithAKeyOnlyASignedListThatLeadsOnIsBelieved) {
        "The update list does not say what the file must be, so nothing is updated. Try again "
        "later.|cancel|bar 0|"},
   };
-  for (const auto& row : rows) {
+  for (const auto& [list, signature, end] : rows) {
     Stage stage("updates.test", "me");
     stage.updater.cmdUpdate_Click();
-    stage.Answer(row.list, "");
+    stage.Answer(list, "");
     EXPECT_TRUE(
         stage.journal.ends_with(kRead + "get http://updates.test/update/brindle.txt.sig|bar 0|"));
-    if (row.signature) {
-      stage.Answer(*row.signature, "");
+    if (signature) {
+      stage.Answer(*signature, "");
     } else {
       stage.updater.iNet_StateChanged(HttpState::kError);
     }
-    EXPECT_TRUE(stage.journal.ends_with(row.end)) << stage.journal;
+    EXPECT_TRUE(stage.journal.ends_with(end)) << stage.journal;
     // What failed leaves nothing behind for the next try.
     stage.updater.Form_Load();
     stage.updater.iNet_StateChanged(HttpState::kError);

@@ -117,11 +117,7 @@ TEST_F(WindowsProcess, LocksItsFolderAndSavesHoweverItIsAskedToEnd) {
 }
 
 TEST_F(WindowsProcess, AnswersTheCommandLine) {
-  const struct {
-    QStringList arguments;
-    int code;
-    const char* said;
-  } table[] = {
+  const std::tuple<QStringList, int, const char*> table[] = {
       {{"--version"}, 0, "Brindle v0.5.85"},
       {{"-h"}, 0, "Usage: brindle [--data-dir DIR]"},
       {{"one", "two"}, 2, "Usage: brindle"},
