@@ -153,5 +153,14 @@ TEST(Look, StatesThatMatterDoNotLookAlike) {
   }
 }
 
+TEST(Look, WhatHasTheKeyboardIsFramed) {
+  for (const char* control : {"button", "field"}) {
+    for (const bool focused : {false, true}) {
+      const QColor edge = Picture(control, focused ? "f" : "").pixelColor(1, 16);
+      EXPECT_EQ(edge.rgb() == CurrentColours().accent.rgb(), focused) << control;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace brindle
