@@ -15,9 +15,7 @@
 #include <QtTest>
 #include <limits>
 #ifdef Q_OS_UNIX
-#include <sys/resource.h>
-
-#include <csignal>
+#include "support/full_disk.h"
 #endif
 
 #include "app/update_desk.h"
@@ -112,7 +110,9 @@ struct UpdaterHttpTest : testing::Test {
 };
 
 TEST_F(UpdaterHttpTest, GoesThroughTheChosenProxyAndNeverPastIt) {
-  ConnectionOptions options{.proxy = ProxyKind::kHttp, .proxyAddress = "nonsense"};
+  ConnectionOptions options;
+  options.proxy = ProxyKind::kHttp;
+  options.proxyAddress = "nonsense";
   Open();
   desk->SetConnection(options);
   server.answers[kList] = {"[version]\nminor=6\n"};
@@ -161,13 +161,9 @@ TEST_F(UpdaterHttpTest, AFullDiskKeepsNoPartOfAFile) {
   Open();
   Offer();
   server.answers[kProgram] = {"more than there is room for"};
-  signal(SIGXFSZ, SIG_IGN);
-  rlimit any{};
-  getrlimit(RLIMIT_FSIZE, &any);
-  const rlimit few{9, any.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &few);
+  auto disk = std::make_unique<FullDisk>(9);
   EXPECT_TRUE(Becomes("An error has occured. Try again later."));
-  setrlimit(RLIMIT_FSIZE, &any);
+  disk.reset();
   EXPECT_EQ(UpdateFiles(), QStringList());
 }
 #endif

@@ -6,10 +6,9 @@
 #include <QSplitter>
 #include <QTest>
 #ifdef Q_OS_UNIX
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
+#include "support/full_disk.h"
 #endif
 
 #include "meeting.h"
@@ -130,19 +129,10 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
 #ifdef Q_OS_UNIX
 // What happens to the folder while the program runs is told, and costs at most what came after it.
 TEST(RestartTest, NothingIsLostWhenNothingCanBeWritten) {
-  const rlimit any = [] {
-    rlimit limit{};
-    getrlimit(RLIMIT_FSIZE, &limit);
-    return limit;
-  }();
-  const auto limitFiles = [&](rlim_t bytes) {
-    const rlimit few{bytes, any.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &few);
-  };
-  signal(SIGXFSZ, SIG_IGN);
+  std::optional<FullDisk> disk;
   const std::pair<const char*, std::function<void(const DataFolder&)>> table[] = {
       {"gone", [](const DataFolder& f) { QDir(f.Path()).rename(f.Path(), f.Path() + "-gone"); }},
-      {"full", [&](const DataFolder&) { limitFiles(16); }},
+      {"full", [&](const DataFolder&) { disk.emplace(16); }},
       {"marked", [](const DataFolder& f) { chmod(qPrintable(f.File("brindle.ini")), 0400); }},
   };
   for (const auto& [name, happens] : table) {
@@ -162,7 +152,7 @@ TEST(RestartTest, NothingIsLostWhenNothingCanBeWritten) {
     window->App().Close();
     EXPECT_FALSE(window->App().HasSaved());
     window.reset();
-    limitFiles(any.rlim_cur);
+    disk.reset();
     QDir(folder->Path()).rename(folder->Path() + "-gone", folder->Path());
     auto left = folder->All();
     left.erase("brindle.lock");  // of a folder that was not there to tidy up
