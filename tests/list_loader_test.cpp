@@ -9,7 +9,7 @@
 #include <random>
 
 #include "base/encoding.h"
-#include "mail/letter_case.h"
+#include "base/letter_case.h"
 #include "mail/title_search.h"
 #include "support/mail_stage.h"
 #include "support/memory.h"

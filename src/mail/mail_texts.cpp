@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/encoding.h"
+#include "base/letter_case.h"
 #include "base/text.h"
-#include "mail/letter_case.h"
 
 namespace brindle {
 namespace {

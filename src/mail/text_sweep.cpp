@@ -9,10 +9,10 @@
 #include <string>
 
 #include "base/encoding.h"
+#include "base/letter_case.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "mail/byte_kernels.h"
-#include "mail/letter_case.h"
 
 namespace brindle {
 namespace {

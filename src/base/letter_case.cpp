@@ -1,4 +1,4 @@
-#include "mail/letter_case.h"
+#include "base/letter_case.h"
 
 #include <utf8proc.h>
 
