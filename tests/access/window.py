@@ -12,7 +12,8 @@ import time
 import pyatspi
 from gi.repository import GLib
 
-PATIENCE_SECONDS = 15
+# A look at the whole tree takes seconds on a busy machine.
+PATIENCE_SECONDS = 30
 PAUSE_SECONDS = 0.02
 
 
