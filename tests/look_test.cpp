@@ -153,6 +153,23 @@ TEST(Look, StatesThatMatterDoNotLookAlike) {
   }
 }
 
+TEST(Look, WhatIsThereIsDrawnAndNothingElse) {
+  const auto ink = [](const char* control, const char* letters) {
+    const QImage picture = Picture(control, letters);
+    int pixels = 0;
+    for (int i = 0; i < picture.width() * picture.height(); ++i) {
+      pixels += picture.pixelColor(i % picture.width(), i / picture.width()).alpha() > 0 ? 1 : 0;
+    }
+    return pixels;
+  };
+  const char* const table[][3] = {{"menu", "", "U"},       {"menu", "", "K"},
+                                  {"menu", "C", "Co"},     {"menu", "", "I"},
+                                  {"button", "FT", "FTI"}, {"button", "F", "FM"}};
+  for (const auto& [control, less, more] : table) {
+    EXPECT_LT(ink(control, less), ink(control, more)) << control << more;
+  }
+}
+
 TEST(Look, WhatHasTheKeyboardIsFramed) {
   for (const char* control : {"button", "field"}) {
     for (const bool focused : {false, true}) {
