@@ -114,7 +114,9 @@ TEST(Requests, EndWithTheirReason) {
     stage.Wait(1000);
     EXPECT_EQ(stage.Asked(), told);
     EXPECT_EQ(stage.Checks() + " " + requested(stage.list), left) << told;
+    stage.Wait(RequestStack::kDoubtMilliseconds);
     EXPECT_TRUE(stage.stack.IsIdle() && !stage.lines.IsBusy()) << told;
+    EXPECT_EQ(stage.Asked(), "");
   }
 }
 
@@ -151,6 +153,23 @@ TEST(Requests, AreOfferedAgainWhereTheSessionWasLost) {
               0U);
     stage.requests.OfferInterrupted("#room");  // done
     EXPECT_EQ(stage.Taken(), "");
+  }
+}
+
+TEST(Requests, TheLastOfARunAreCheckedAgainWhereTheSessionIsLostBehindIt) {
+  for (const bool soon : {true, false}) {
+    TalkStage stage;
+    stage.EnterRoom();
+    stage.Fill("x.x.");
+    stage.Click();
+    stage.Wait(soon ? 1000 : 4000);
+    EXPECT_EQ(stage.Checks(), "....");
+    EXPECT_EQ(stage.lines.IsBusy(), soon);
+    stage.connection.wsChat_Error("gone");
+    stage.Wait(20);
+    EXPECT_EQ(stage.Checks(), soon ? "x.x." : "....");
+    const std::string told = "hint The session ended. What may not have arrived is checked again.";
+    EXPECT_EQ(stage.Taken().ends_with(told), soon);
   }
 }
 

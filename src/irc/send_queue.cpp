@@ -77,7 +77,8 @@ bool SendQueue::MayRequest() {
 
 std::uint64_t SendQueue::SendRequest(std::string_view line) {
   connection_.SendRaw(line);
-  pace_.RequestSent(clock_.Ticks());
+  lastRequest_ = clock_.Ticks();
+  pace_.RequestSent(lastRequest_);
   return ++requests_;
 }
 
@@ -90,7 +91,7 @@ bool SendQueue::IsStalled() const { return pace_.Waiting(clock_.Ticks()) >= kSta
 void SendQueue::Whois(std::string_view nick) {
   FollowSession();
   const TickCount now = clock_.Ticks();
-  if (IsBusy() || now - lastWhois_ < kWhoisMilliseconds) return;
+  if (IsSending() || now - lastWhois_ < kWhoisMilliseconds) return;
   lastWhois_ = now;
   connection_.SendRaw("WHOIS " + std::string(nick));
 }

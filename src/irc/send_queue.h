@@ -27,6 +27,8 @@ class SendQueue {
   // Typed lines that go at once, before others have to wait.
   static constexpr int kTypedBurst = 3;
   static constexpr int kWhoisMilliseconds = 2000;
+  // A request line that was said so long ago may not have arrived yet.
+  static constexpr int kDoubtMilliseconds = 3000;
 
   SendQueue(const Session& session, Connection& connection, const Clock& clock)
       : session_(session), connection_(connection), clock_(clock) {
@@ -62,7 +64,7 @@ class SendQueue {
 
   // Sends what has waited long enough. To be called every few milliseconds while IsBusy().
   void tmrSend_Timer();
-  bool IsBusy() const { return !typed_.empty() || runs_ > 0 || own_.IsWaiting(); }
+  bool IsBusy() const { return IsSending() || clock_.Ticks() - lastRequest_ <= kDoubtMilliseconds; }
 
   // Called when there is something to wait for.
   void OnBusy(std::function<void()> wake) { wake_ = std::move(wake); }
@@ -73,6 +75,7 @@ class SendQueue {
     std::function<void()> sent;
   };
 
+  bool IsSending() const { return !typed_.empty() || runs_ > 0 || own_.IsWaiting(); }
   void SendNextTyped();
   // Tells the pace of a line that others have sent.
   void Count(std::string_view line);
@@ -91,6 +94,7 @@ class SendQueue {
   int typedInBurst_ = 0;
   TickCount lastTyped_ = -kPauseMilliseconds;
   TickCount lastWhois_ = -kWhoisMilliseconds;
+  TickCount lastRequest_ = -kDoubtMilliseconds - 1;
   int runs_ = 0;
   int longRuns_ = 0;
   ServerPace pace_;

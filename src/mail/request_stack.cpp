@@ -35,7 +35,8 @@ void RequestStack::Push(RequestRun run) {
 
 void RequestStack::tmrRequest_Timer() {
   ForgetArrived();
-  if (runs_.empty() || EndedWithRoom()) return;
+  if (runs_.empty()) return WatchLastLines();
+  if (EndedWithRoom()) return;
   DropStaleRuns();
   while (!runs_.empty() && clock_.Ticks() >= due_) {
     if (!lines_.MayRequest()) {
@@ -79,10 +80,22 @@ void RequestStack::FinishTop() {
   if (!words.empty()) window_.ShowHint(words);
 }
 
+bool RequestStack::IsSessionLost() const {
+  return session_.number != sessionNumber_ ||
+         session_.connectionState == ConnectionState::kDisconnected;
+}
+
+void RequestStack::WatchLastLines() {
+  const bool isMissed = std::any_of(said_.begin(), said_.end(),
+                                    [](const Said& said) { return said.takeBack != nullptr; });
+  if (!isMissed || !IsSessionLost()) return;
+  TakeBackSince(0);
+  EndAll("The session ended");
+}
+
 bool RequestStack::EndedWithRoom() {
   if (runs_.empty()) return false;
-  const bool lost = session_.number != sessionNumber_ ||
-                    session_.connectionState == ConnectionState::kDisconnected;
+  const bool lost = IsSessionLost();
   if (!lost && session_.currentRoom == room_) return false;
   const std::string why = session_.endReason.empty() ? "" : " (" + session_.endReason + ")";
   if (lost) {

@@ -50,7 +50,7 @@ class RequestStack {
  public:
   static constexpr int kTickMilliseconds = 10;
   // A refusal speaks of lines that were said so long ago at most.
-  static constexpr int kDoubtMilliseconds = 3000;
+  static constexpr int kDoubtMilliseconds = SendQueue::kDoubtMilliseconds;
 
   RequestStack(const Session& session, RoomVoice& voice, SendQueue& lines, WindowView& window,
                const Clock& clock)
@@ -64,7 +64,8 @@ class RequestStack {
   // Says its first line at once.
   void Push(RequestRun run);
 
-  // To be called every kTickMilliseconds while there are runs.
+  // To be called every kTickMilliseconds while there are runs, and until their last line is beyond
+  // doubt.
   void tmrRequest_Timer();
   bool IsIdle() const { return runs_.empty(); }
 
@@ -90,6 +91,9 @@ class RequestStack {
     std::function<void()> takeBack;
   };
 
+  bool IsSessionLost() const;
+  // All runs are done: gives back what the session may have taken with it.
+  void WatchLastLines();
   // True when the runs had to end because the room or the session was left.
   bool EndedWithRoom();
   // The server has taken exactly that line, or refused it.
