@@ -49,6 +49,8 @@ TEST(ListReader, ReadsHandleAndMails) {
 
       // The encoding is decided for the whole file.
       {utf8 + "1 \xFF!", "1=\uFFFD!"},
+      {utf8 + "1 \xFF\u30AC\xA1\xA1\U0001F600\xF0\x9F",
+       "1=\uFFFD\u30AC\uFFFD\uFFFD\U0001F600\uFFFD\uFFFD"},
       {"1 \u00E9\n2 ok", "1=\u00E9|2=ok"},
       {"1 \u00E9\n2 \x80", "1=\u00C3\u00A9|2=\u20AC"},
       {"1 cut \xE2\x82", "1=cut \u00E2\u201A"},

@@ -58,9 +58,12 @@ void AppendDecoded(std::string_view bytes, Encoding encoding, FlatArray<char>& t
 size_t WholeCharacters(std::string_view bytes, Encoding encoding) {
   if (encoding == Encoding::kWindows1252 || bytes.empty()) return bytes.size();
   if (encoding == Encoding::kRepairedUtf8) {
-    constexpr size_t kLongest = 4;
-    const size_t from = bytes.size() - std::min(bytes.size(), kLongest);
-    return from + CharacterBegin(bytes.substr(from), bytes.size() - from - 1);
+    // Three bytes that continue a character end it, whatever came before.
+    constexpr size_t kMostTrails = 3;
+    for (size_t back = 1; back <= std::min(bytes.size(), kMostTrails); ++back) {
+      if (!IsTrailByte(bytes[bytes.size() - back])) return bytes.size() - back;
+    }
+    return bytes.size();
   }
   const size_t even = bytes.size() / 2 * 2;
   if (even == 0) return 0;
