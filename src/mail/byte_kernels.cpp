@@ -15,6 +15,7 @@ constexpr unsigned char Byte(char c) { return static_cast<unsigned char>(c); }
 namespace portable {
 
 #define BRINDLE_TARGET
+#ifdef __GNUC__
 constexpr size_t kWidth = 8;
 using Vector [[gnu::vector_size(kWidth)]] = unsigned char;
 
@@ -26,6 +27,13 @@ std::uint64_t Bits(Comparison equal) {
   if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
   return ((word & 0x0101010101010101U) * 0x0102040810204080U) >> 56U;
 }
+#else
+// Other compilers have no vectors of their own.
+constexpr size_t kWidth = 1;
+using Vector = unsigned char;
+
+std::uint64_t Bits(int equal) { return static_cast<std::uint64_t>(equal); }
+#endif
 
 #include "mail/byte_loops.h"
 #undef BRINDLE_TARGET
