@@ -96,6 +96,9 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   window.Leave();
   ASSERT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
 
+#ifdef Q_OS_WIN
+  GTEST_SKIP() << "With a certificate of ours Wine's handshake does not come to its end.";
+#endif
   // A certificate that the account knows; any will do, so that of the server does.
   QFile certificate(server.CertificatePath());
   QFile key(server.KeyPath());
