@@ -56,7 +56,7 @@ struct Utf8Table {
       for (std::uint64_t state = kBoundary; state <= kBroken; state += kOneMore) {
         next[byte] |= kBroken << state;
       }
-      lead[byte] = byte >= 0xC0 ? std::uint64_t{1} << (byte - 0xC0) : 0;
+      lead[byte] = LeadBit(static_cast<char>(byte));
     }
     Set(kBoundary, 0x00, 0x7F, kBoundary);
     Set(kBoundary, 0xC2, 0xDF, kOneMore);

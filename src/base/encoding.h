@@ -11,14 +11,21 @@ namespace brindle {
 // True when `bytes` are well-formed UTF-8 (RFC 3629: no overlong forms, no surrogates).
 bool IsValidUtf8(std::string_view bytes);
 
-// The same for bytes that come piece by piece.
+// Of a byte that a character beyond ASCII may begin with: bit i stands for byte 0xC0 + i. 0 for the
+// others.
+constexpr std::uint64_t LeadBit(char byte) {
+  const auto value = static_cast<unsigned char>(byte);
+  return value < 0xC0 ? 0 : std::uint64_t{1} << (value - 0xC0U);
+}
+
+// Tells whether bytes that come piece by piece are well-formed UTF-8.
 class Utf8Check {
  public:
   // False when what came so far cannot become valid any more.
   bool Accept(std::string_view bytes);
   // True when it does not end within a character.
   bool Complete() const { return state_ == 0; }
-  // The bytes that characters beyond ASCII began with: bit i stands for byte 0xC0 + i.
+  // The LeadBit of each byte that a character began with.
   std::uint64_t Leads() const { return leads_; }
 
  private:

@@ -5,6 +5,8 @@
 #include <bitset>
 #include <cstdint>
 
+#include "base/encoding.h"
+
 namespace brindle {
 namespace {
 
@@ -34,12 +36,6 @@ utf8proc_int32_t TwinOf(utf8proc_int32_t lower) {
   const utf8proc_int32_t upper = utf8proc_toupper(lower);
   const bool leadsBack = utf8proc_tolower(upper) == lower;
   return leadsBack && Encoded(upper).size == Encoded(lower).size ? upper : lower;
-}
-
-// As in Utf8Check::Leads; 0 for other bytes.
-std::uint64_t LeadBit(char byte) {
-  const auto value = static_cast<unsigned char>(byte);
-  return value < 0xC0 ? 0 : std::uint64_t{1} << (value - 0xC0U);
 }
 
 struct OddCharacters {

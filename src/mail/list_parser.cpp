@@ -49,8 +49,10 @@ size_t PlacesIn(const std::uint64_t* mask, size_t masks, std::uint32_t* places) 
 // The number of ASCII digits at the beginning of eight bytes.
 size_t LeadingDigits(const char* text) {
   std::uint64_t word = 0;
+  if constexpr (std::endian::native == std::endian::big) {
+    return static_cast<size_t>(std::find_if_not(text, text + sizeof word, IsDigit) - text);
+  }
   std::memcpy(&word, text, sizeof word);
-  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
   word ^= 0x3030303030303030U;  // makes 0 to 9 of the digits
   const std::uint64_t others = (((word & 0x7F7F7F7F7F7F7F7FU) + 0x7676767676767676U) | word);
   return static_cast<size_t>(std::countr_zero(others & 0x8080808080808080U)) / 8;

@@ -23,12 +23,6 @@ inline const std::string kRule = "\n" + std::string(70, '-');
 
 constexpr const char* kGone = "\nDisconnected...";
 
-// This machine by its IPv6 address; by the other one where there is none.
-inline QString NewerLoopback() {
-  QTcpServer probe;
-  return probe.listen(QHostAddress::LocalHostIPv6) ? "[::1]" : "127.0.0.1";
-}
-
 inline int Count(const std::string& text, const char* part) {
   return static_cast<int>(QString::fromStdString(text).count(part));
 }

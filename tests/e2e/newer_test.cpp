@@ -117,6 +117,12 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   EXPECT_EQ(Count(window.Status(), "You are now logged in as Owner"), 2);
 }
 
+// This machine by its IPv6 address; by the other one where there is none.
+QString NewerLoopback() {
+  QTcpServer probe;
+  return probe.listen(QHostAddress::LocalHostIPv6) ? "[::1]" : "127.0.0.1";
+}
+
 TEST(NewerTest, NickServIsToldWhereTheServerHasNoAccounts) {
   IrcServer server{IrcServer::Kind::kNgircd};
   ASSERT_TRUE(server.Start()) << server.Error().toStdString();
