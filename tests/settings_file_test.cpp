@@ -125,10 +125,11 @@ TEST(SettingsText, AnyValueReadsBackAndDisturbsNoOther) {
     const Setting setting{sections[random() % 3], keys[random() % 3], text(6)};
     const std::string line = setting.value.substr(0, setting.value.find_first_of("\r\n"));
     if (!IsValidUtf8(line)) continue;  // only a value in UTF-8 can read back as it was
-    const SettingsText before(text(30));
-    SettingsText changed = before;
+    const std::string original = text(30);
+    const SettingsText before(original);
+    SettingsText changed(original);
     changed.Write(setting);
-    const SettingsText after(changed.Text());
+    SettingsText after(changed.Text());
     for (const std::string& s : sections) {
       for (const std::string& k : keys) {
         const bool written = s == setting.section && k == setting.key;
@@ -136,9 +137,8 @@ TEST(SettingsText, AnyValueReadsBackAndDisturbsNoOther) {
       }
     }
     // A second writing of the same changes nothing.
-    changed = after;
-    changed.Write(setting);
-    ASSERT_EQ(changed.Text(), after.Text()) << before.Text() << "\n" << line;
+    after.Write(setting);
+    ASSERT_EQ(after.Text(), changed.Text()) << before.Text() << "\n" << line;
   }
 }
 

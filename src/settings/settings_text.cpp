@@ -97,16 +97,15 @@ SettingsText::SettingsText(std::string_view bytes) {
 }
 
 void SettingsText::Index() {
-  sections_.clear();
   Section* current = nullptr;
-  for (size_t i = 0; i < lines_.size(); ++i) {
-    if (const auto heading = HeadingOf(lines_[i].text)) {
-      const auto [place, isFirst] = sections_.try_emplace(*heading, Section{i, {}});
+  for (auto line = lines_.begin(); line != lines_.end(); ++line) {
+    if (const auto heading = HeadingOf(line->text)) {
+      const auto [place, isFirst] = sections_.try_emplace(*heading, Section{line, {}});
       // A section that comes a second time is never looked at.
       current = isFirst ? &place->second : nullptr;
-    } else if (const auto key = KeyOf(lines_[i].text); key && current != nullptr) {
-      current->keys.try_emplace(*key, i);
-      current->lastLine = i;
+    } else if (const auto key = KeyOf(line->text); key && current != nullptr) {
+      current->keys.try_emplace(*key, line);
+      current->lastLine = line;
     }
   }
 }
@@ -128,7 +127,7 @@ std::string SettingsText::ValueIn(std::string_view section, std::string_view key
   if (found == sections_.end()) return "";
   const auto line = found->second.keys.find(Name(key));
   if (line == found->second.keys.end()) return "";
-  const std::string_view text = lines_[line->second].text;
+  const std::string_view text = line->second->text;
   return ValueOf(text.substr(text.find('=') + 1), form);
 }
 
@@ -140,22 +139,23 @@ void SettingsText::Write(const Setting& setting) {
 
   auto found = sections_.find(Name(section));
   if (found == sections_.end()) {
-    Insert(lines_.size(), "[" + std::string(section) + "]");
-    found = sections_.find(Name(section));
+    const auto heading = Insert(lines_.end(), "[" + std::string(section) + "]");
+    found = sections_.try_emplace(Name(section), Section{heading, {}}).first;
   }
-  const auto line = found->second.keys.find(Name(key));
-  if (line == found->second.keys.end()) {
-    Insert(found->second.lastLine + 1, std::string(key) + "=" + value);
+  auto& [lastLine, keys] = found->second;
+  const auto line = keys.find(Name(key));
+  if (line == keys.end()) {
+    lastLine = Insert(std::next(lastLine), std::string(key) + "=" + value);
+    keys.try_emplace(Name(key), lastLine);
     return;
   }
-  std::string& text = lines_[line->second].text;
+  std::string& text = line->second->text;
   text.replace(text.find('=') + 1, std::string::npos, value);
 }
 
-void SettingsText::Insert(size_t at, std::string text) {
-  if (at > 0 && lines_[at - 1].end.empty()) lines_[at - 1].end = lineEnd_;
-  lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), {std::move(text), lineEnd_});
-  Index();
+SettingsText::Lines::iterator SettingsText::Insert(Lines::iterator at, std::string text) {
+  if (at != lines_.begin() && std::prev(at)->end.empty()) std::prev(at)->end = lineEnd_;
+  return lines_.insert(at, {std::move(text), lineEnd_});
 }
 
 std::string SettingsText::Text() const {

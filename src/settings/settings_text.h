@@ -4,10 +4,10 @@
 // byte for byte. Section and key names match without regard to case; the first match wins.
 
 #include <cstddef>
+#include <list>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 namespace brindle {
 
@@ -32,6 +32,8 @@ class SettingsText {
   // `bytes` as they stand in a file: a byte-order mark is passed over, UTF-16 becomes UTF-8, and
   // values that are not valid UTF-8 are read as Windows-1252.
   explicit SettingsText(std::string_view bytes);
+  SettingsText(SettingsText&&) = default;
+  SettingsText& operator=(SettingsText&&) = default;
 
   // The value, without blanks and one pair of quotes around it. `otherwise` stands in for a value
   // that is missing or empty.
@@ -54,15 +56,17 @@ class SettingsText {
     std::string text;
     std::string_view end;  // "\r\n", "\n", "\r", or nothing for an unfinished last line
   };
+  // A list, so that a place in it outlasts the lines that are put in between.
+  using Lines = std::list<Line>;
   struct Section {
-    size_t lastLine;  // its last line with a key, or its heading
-    std::unordered_map<std::string, size_t> keys;
+    Lines::iterator lastLine;  // its last line with a key, or its heading
+    std::unordered_map<std::string, Lines::iterator> keys;
   };
 
   void Index();
-  void Insert(size_t at, std::string text);
+  Lines::iterator Insert(Lines::iterator at, std::string text);
 
-  std::vector<Line> lines_;
+  Lines lines_;
   std::string_view lineEnd_;  // what new lines end with
   std::unordered_map<std::string, Section> sections_;
 };
