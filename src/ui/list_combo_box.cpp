@@ -9,7 +9,8 @@
 namespace brindle {
 
 ListComboBox::ListComboBox(QWidget* parent) : QComboBox(parent) {
-  setEditable(true);
+  // setEditable would make the list that drops down, too, long before it is asked for.
+  setLineEdit(new QLineEdit(this));
   setInsertPolicy(QComboBox::NoInsert);
   // It would put known items in place of what is being typed.
   setCompleter(nullptr);
