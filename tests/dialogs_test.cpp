@@ -83,10 +83,13 @@ TEST(SoundPlayer, ReturnsAtOnceWhateverItIsGiven) {
     paths.push_back(file.fileName().toStdString());
   }
   const std::unique_ptr<SoundPlayer> player = NativeSoundPlayer();
+  size_t troubles = 0;
+  player->OnTrouble([&troubles](const std::string&) { ++troubles; });
   for (int round = 0; round < 50; ++round) {
     for (const std::string& path : paths) player->Play(path);
     QCoreApplication::processEvents();
   }
+  EXPECT_EQ(troubles, 2U);
 }
 
 }  // namespace

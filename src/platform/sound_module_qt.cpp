@@ -5,7 +5,7 @@
 #include <QUrl>
 #include <map>
 
-#include "platform/native.h"
+#include "platform/sound_module.h"
 
 namespace brindle {
 namespace {
@@ -44,6 +44,6 @@ class QtSoundPlayer : public SoundPlayer {
 
 }  // namespace
 
-std::unique_ptr<SoundPlayer> NativeSoundPlayer() { return std::make_unique<QtSoundPlayer>(); }
-
 }  // namespace brindle
+
+brindle::SoundPlayer* BrindleSoundPlayer() { return new brindle::QtSoundPlayer; }

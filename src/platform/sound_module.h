@@ -1,0 +1,9 @@
+#pragma once
+// What the sound module gives to the program. The module is a library of its own, because the
+// libraries that it stands on are as many as all others of the program together, and most sessions
+// begin without a sound.
+
+#include "base/sound_player.h"
+
+// A new player, which the caller owns.
+extern "C" __attribute__((visibility("default"))) brindle::SoundPlayer* BrindleSoundPlayer();
