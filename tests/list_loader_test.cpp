@@ -80,7 +80,7 @@ TEST(ListReader, ASearchFindsItsTitlesAndNothingElse) {
   ReadList(source, list, {});
   const auto found = [&list](const char* text) {
     std::string rows;
-    for (const std::uint32_t row : RowNumbersMatching(list, text)) rows += std::to_string(row);
+    for (const std::uint32_t row : RowFilter(list, text).Next()) rows += std::to_string(row);
     return rows;
   };
   ASSERT_EQ(RowsOf(list), "12=\u0130stanbul|2=ISTANBUL|3=Lira 12|5=|12=");

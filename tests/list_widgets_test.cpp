@@ -11,7 +11,9 @@
 #include <QtTest/QTest>
 
 #include "support/mail_stage.h"
+#include "support/wait.h"
 #include "ui/list_combo_box.h"
+#include "ui/mail_list_model.h"
 #include "ui/mail_table.h"
 
 namespace brindle {
@@ -233,6 +235,27 @@ TEST_F(MailTableTest, AFilterHidesRowsAndKeepsTheirChecks) {
   EXPECT_EQ(Press(Qt::Key_Space), "xxxxxx");
   Fill(list_, "1=a");
   EXPECT_EQ(table_.model()->rowCount(), 1);
+}
+
+TEST_F(MailTableTest, AFilterGoesThroughALongListWhileTheWindowGoesOn) {
+  MailList filled;
+  for (int row = 0; row < 20000; ++row) {
+    filled.Append("1", std::string(1500, 'x') + (row % 2 == 0 ? "even" : "odd"));
+  }
+  list_.Replace(filled);
+  table_.Filter("even");
+  EXPECT_TRUE(test::WaitUntil([this] { return !table_.Model().IsFiltering(); }));
+  EXPECT_EQ(table_.model()->rowCount(), 10000);
+  // A key means all rows, and the current one is looked for at once.
+  table_.Filter("odd");
+  Press(Qt::Key_End);
+  EXPECT_EQ(table_.currentIndex().row(), 9999);
+  table_.Filter("d");
+  EXPECT_EQ(Highlighted(), "19999");
+  table_.Filter("even");
+  Fill(list_, "1=a|2=b");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(table_.model()->rowCount(), 2);
 }
 
 TEST_F(MailTableTest, AssistiveTechnologyReadsAndTogglesRows) {

@@ -165,7 +165,12 @@ void Compare(const MailList& list, const std::string& wanted) {
     const bool number = IsAllDigits(wanted) && list.Number(row).starts_with(wanted);
     if (title || number) withNumbers.push_back(row);
   }
-  ASSERT_EQ(RowNumbersMatching(list, wanted), withNumbers) << wanted;
+  ASSERT_EQ(RowFilter(list, wanted).Next(), withNumbers) << wanted;
+  std::vector<std::uint32_t> inParts;
+  for (RowFilter filter(list, wanted); !filter.IsDone();) {
+    for (const std::uint32_t row : filter.Next(20 * wanted.size())) inParts.push_back(row);
+  }
+  ASSERT_EQ(inParts, withNumbers) << wanted;
   ASSERT_EQ(RowNumbersWithTitle(list, wanted), expected) << wanted;
   ASSERT_EQ(RowsWithTitle(list, wanted).Count(), expected.size());
 }

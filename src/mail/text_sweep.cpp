@@ -115,10 +115,11 @@ class Comparison {
 
 class Sweep {
  public:
-  Sweep(const MailTexts& texts, std::string_view lowerText, SearchIn where)
-      : texts_(texts),
-        text_(texts.Text()),
+  Sweep(const MailTexts& texts, TextRowSpan rows, std::string_view lowerText, SearchIn where)
+      : rows_(rows),
         begins_(texts.Begins()),
+        text_(texts.Text().substr(
+            0, rows.end < texts.Size() ? begins_[rows.end] : texts.Text().size())),
         wanted_(lowerText),
         comparison_(wanted_),
         where_(where),
@@ -126,11 +127,12 @@ class Sweep {
 
   std::vector<std::uint32_t> Run() {
     // An LF is in no row.
-    if (wanted_.Size() > text_.size() || wanted_.lower.find('\n') != std::string_view::npos) {
+    const std::string_view text = text_.substr(begins_[rows_.first]);
+    if (wanted_.Size() > text.size() || wanted_.lower.find('\n') != std::string_view::npos) {
       return {};
     }
-    probe_ = ChooseProbe(text_, wanted_);
-    IsInMostRows() ? LookAtEachRow() : LookAtEverything();
+    probe_ = ChooseProbe(text, wanted_);
+    IsInMostRows(text) ? LookAtEachRow() : LookAtEverything();
     return std::move(found_);
   }
 
@@ -139,11 +141,11 @@ class Sweep {
   static constexpr std::string_view kNumberBytes = "0123456789 +-.)([]\t";
 
   // As far as the sample tells. Every row has a tab.
-  bool IsInMostRows() const {
+  bool IsInMostRows(std::string_view text) const {
     size_t rows = 0;
     size_t hits = 0;
     for (size_t piece = 0; piece < kPieces; ++piece) {
-      const std::string_view sample = Piece(text_, piece);
+      const std::string_view sample = Piece(text, piece);
       for (size_t i = 0; i + wanted_.Size() <= sample.size(); ++i) {
         rows += sample[i] == '\t' ? 1U : 0U;
         hits += comparison_.IsAt(sample.data() + i) ? 1U : 0U;
@@ -161,10 +163,9 @@ class Sweep {
 
   // What is in most rows is found soon after the beginning of each.
   void LookAtEachRow() {
-    const size_t rows = texts_.Size();
-    found_.reserve(rows);
-    for (row_ = 0; row_ < rows; ++row_) {
-      const size_t end = row_ + 1 < rows ? begins_[row_ + 1] : text_.size();
+    found_.reserve(rows_.end - rows_.first);
+    for (row_ = rows_.first; row_ < rows_.end; ++row_) {
+      const size_t end = row_ + 1 < rows_.end ? begins_[row_ + 1] : text_.size();
       bool found = false;
       for (size_t at = begins_[row_]; at + wanted_.Size() <= end && !found; at += kMaskBytes) {
         for (std::uint64_t mask = MarksFrom(at); mask != 0 && !found; mask &= mask - 1) {
@@ -194,10 +195,11 @@ class Sweep {
 
   void LookAtEverything() {
     const size_t places = text_.size() - wanted_.Size() + 1;
+    row_ = rows_.first;
     std::array<std::uint64_t, kMasks> mask;
     std::array<std::uint32_t, kMasks> withMarks;
     std::array<std::uint32_t, kMasks * kMaskBytes> hits;
-    for (size_t at = 0; at < places; at += kMasks * kMaskBytes) {
+    for (size_t at = begins_[rows_.first]; at < places; at += kMasks * kMaskBytes) {
       const size_t masks = std::min(kMasks, (places - at + kMaskBytes - 1) / kMaskBytes);
       if (!Mark(at, mask.data(), masks)) continue;
       // Where matches are common, a branch for each mask or each hit would be guessed wrong half of
@@ -232,7 +234,7 @@ class Sweep {
   // few rows without a branch, beyond them in steps that double.
   size_t RowAt(size_t from, size_t at) const {
     constexpr size_t kNear = 8;
-    const size_t rows = texts_.Size();
+    const size_t rows = rows_.end;
     if (from + kNear < rows) {
       size_t before = 0;
       for (size_t i = 1; i <= kNear; ++i) before += begins_[from + i] <= at ? 1U : 0U;
@@ -256,9 +258,9 @@ class Sweep {
     return std::memchr(text_.data() + begin, '\t', place - begin) != nullptr;
   }
 
-  const MailTexts& texts_;
-  std::string_view text_;
+  TextRowSpan rows_;
   const std::uint32_t* begins_;
+  std::string_view text_;  // up to the end of these rows
   Wanted wanted_;
   Comparison comparison_;
   SearchIn where_;
@@ -273,14 +275,15 @@ class Sweep {
 
 }  // namespace
 
-std::vector<std::uint32_t> SweepTexts(const MailTexts& texts, std::string_view lowerText,
-                                      SearchIn where) {
-  assert(!lowerText.empty() && IsValidUtf8(lowerText));
-  std::vector<std::uint32_t> found = Sweep(texts, lowerText, where).Run();
+std::vector<std::uint32_t> SweepTexts(const MailTexts& texts, TextRowSpan rows,
+                                      std::string_view lowerText, SearchIn where) {
+  assert(!lowerText.empty() && IsValidUtf8(lowerText) && rows.first < rows.end);
+  std::vector<std::uint32_t> found = Sweep(texts, rows, lowerText, where).Run();
   if (texts.OddTitles().empty()) return found;
   std::vector<std::uint32_t> odd;
   for (const auto& [row, lower] : texts.OddTitles()) {
-    if (lower.find(lowerText) != std::string::npos) odd.push_back(row);
+    const bool isAmongThese = row >= rows.first && row < rows.end;
+    if (isAmongThese && lower.find(lowerText) != std::string::npos) odd.push_back(row);
   }
   std::vector<std::uint32_t> both;
   std::set_union(found.begin(), found.end(), odd.begin(), odd.end(), std::back_inserter(both));

@@ -1,11 +1,10 @@
 #include "mail/title_search.h"
 
+#include <algorithm>
 #include <cassert>
-#include <string>
 
 #include "base/encoding.h"
 #include "base/text.h"
-#include "mail/text_sweep.h"
 
 namespace brindle {
 namespace {
@@ -33,7 +32,8 @@ std::vector<std::uint32_t> Search(const MailList& list, std::string_view lowerTe
   const std::vector<std::uint32_t>& shown = list.TextRows();
   const bool few = list.Size() < list.Texts()->Size() / kSmallPart;
   if (few || !IsValidUtf8(lowerText)) return SearchEachRow(list, lowerText, where);
-  std::vector<std::uint32_t> found = SweepTexts(*list.Texts(), lowerText, where);
+  std::vector<std::uint32_t> found =
+      SweepTexts(*list.Texts(), {0, list.Texts()->Size()}, lowerText, where);
   if (shown.empty()) return found;
   // Of all texts, what the list shows: both are in ascending order.
   size_t row = 0;
@@ -53,15 +53,31 @@ std::vector<std::uint32_t> RowNumbersWithTitle(const MailList& list, std::string
   return Search(list, lowerText, SearchIn::kTitles);
 }
 
-std::vector<std::uint32_t> RowNumbersMatching(const MailList& list, std::string_view text) {
-  return Search(list, LowerCase(text),
-                IsAllDigits(text) ? SearchIn::kTitlesAndNumbers : SearchIn::kTitles);
-}
-
 RowSet RowsWithTitle(const MailList& list, std::string_view lowerText) {
   RowSet found(list.Size());
   for (std::uint32_t row : RowNumbersWithTitle(list, lowerText)) found.Set(row, true);
   return found;
+}
+
+RowFilter::RowFilter(const MailList& list, std::string_view text)
+    : list_(list),
+      lowerText_(LowerCase(text)),
+      where_(IsAllDigits(text) ? SearchIn::kTitlesAndNumbers : SearchIn::kTitles),
+      inParts_(list.TextRows().empty() && IsValidUtf8(lowerText_)) {}
+
+std::vector<std::uint32_t> RowFilter::Next(size_t bytes) {
+  if (IsDone()) return {};
+  const size_t first = nextRow_;
+  nextRow_ = list_.Size();
+  if (!inParts_) return Search(list_, lowerText_, where_);
+  const MailTexts& texts = *list_.Texts();
+  const std::uint32_t* begins = texts.Begins();
+  if (bytes < texts.Text().size() - begins[first]) {
+    const auto end = static_cast<std::uint32_t>(begins[first] + bytes);
+    const std::uint32_t* next = std::upper_bound(begins + first + 1, begins + nextRow_, end);
+    nextRow_ = static_cast<size_t>(next - begins);
+  }
+  return SweepTexts(texts, {first, nextRow_}, lowerText_, where_);
 }
 
 }  // namespace brindle

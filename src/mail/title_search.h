@@ -1,11 +1,15 @@
 #pragma once
 // Finds the mails whose title holds a text, whatever the case of either.
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "mail/mail_list.h"
+#include "mail/text_sweep.h"
 
 namespace brindle {
 
@@ -16,8 +20,27 @@ RowSet RowsWithTitle(const MailList& list, std::string_view lowerText);
 // The same as numbers of rows, in ascending order.
 std::vector<std::uint32_t> RowNumbersWithTitle(const MailList& list, std::string_view lowerText);
 
-// What a filter lets through, in ascending order: the rows whose title contains `text`, whatever
-// the case, and those whose number begins with it where it is all digits. `text` must not be empty.
-std::vector<std::uint32_t> RowNumbersMatching(const MailList& list, std::string_view text);
+// What a filter lets through: the rows whose title contains a text, whatever the case, and those
+// whose number begins with it where it is all digits. It looks at a list bit by bit, so that nobody
+// need wait for the whole of a long one.
+class RowFilter {
+ public:
+  // `list` must outlive this and keep its rows. `text` must not be empty.
+  RowFilter(const MailList& list, std::string_view text);
+
+  // Looks at the next rows, with about so many bytes of text, or at all that are left. Returns
+  // those let through, in ascending order.
+  std::vector<std::uint32_t> Next(size_t bytes = std::numeric_limits<size_t>::max());
+  // The rows before this one were looked at.
+  size_t NextRow() const { return nextRow_; }
+  bool IsDone() const { return nextRow_ == list_.Size(); }
+
+ private:
+  const MailList& list_;
+  std::string lowerText_;
+  SearchIn where_;
+  bool inParts_;
+  size_t nextRow_ = 0;
+};
 
 }  // namespace brindle

@@ -131,6 +131,7 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
   // It is told of checks on hidden rows too.
   connect(model, &QAbstractItemModel::headerDataChanged, this, &ListPanel::RefreshRunLabel);
   connect(model, &QAbstractItemModel::modelReset, this, &ListPanel::RowsReset);
+  connect(model, &QAbstractItemModel::rowsInserted, this, &ListPanel::RefreshRunLabel);
   connect(ui_->cmdRequestStop, &QPushButton::clicked, this, &ListPanel::StopClicked);
   connect(ui_->lstServerList, &MailTable::MouseUp, this, &ListPanel::ShiftClick);
   ui_->lstServerList->setContextMenuPolicy(Qt::CustomContextMenu);

@@ -1,9 +1,11 @@
 #include "ui/mail_list_model.h"
 
+#include <QElapsedTimer>
+#include <QTimerEvent>
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
-#include "mail/title_search.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
@@ -11,6 +13,11 @@ namespace {
 
 // More than any screen shows; drawing a title of megabytes would freeze the window.
 constexpr size_t kLongestShownText = 2000;
+
+// Twice that and drawing the first rows fit into a frame.
+constexpr qint64 kFilterMilliseconds = 4;
+// A millisecond's worth.
+constexpr size_t kFilterBytes = 2U << 20U;
 
 QString ShownText(std::string_view text) {
   QString shown = ToQString(text.substr(0, kLongestShownText));
@@ -34,13 +41,62 @@ int MailListModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : kColumns;
 }
 
-void MailListModel::Filter(const QString& text) {
+void MailListModel::Filter(const QString& text, size_t least) {
   const std::string wanted = text.toStdString();
   beginResetModel();
+  StopFilter();
   shown_.reset();
-  if (!IsBlank(wanted)) shown_ = RowNumbersMatching(list_, wanted);
+  if (!IsBlank(wanted)) {
+    filter_.emplace(list_, wanted);
+    LookOn(least);
+    shown_ = std::exchange(found_, {});
+  }
   rows_ = static_cast<int>(shown_ ? shown_->size() : list_.Size());
+  if (filter_ && filter_->IsDone()) StopFilter();
   endResetModel();
+  if (filter_) timer_.start(0, this);
+}
+
+void MailListModel::LookOn(size_t least) {
+  QElapsedTimer time;
+  time.start();
+  while (!filter_->IsDone() &&
+         (filter_->NextRow() <= least || time.elapsed() < kFilterMilliseconds)) {
+    const std::vector<std::uint32_t> more = filter_->Next(kFilterBytes);
+    found_.insert(found_.end(), more.begin(), more.end());
+  }
+}
+
+void MailListModel::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != timer_.timerId()) return QAbstractTableModel::timerEvent(event);
+  LookOn(0);
+  if (filter_->IsDone()) ShowFound();
+}
+
+void MailListModel::FinishFilter() {
+  if (!filter_) return;
+  LookOn(list_.Size());
+  ShowFound();
+}
+
+// At once, because telling the view takes as long as it has rows.
+void MailListModel::ShowFound() {
+  const std::vector<std::uint32_t> found = std::exchange(found_, {});
+  StopFilter();
+  if (!found.empty()) {
+    const int added = static_cast<int>(found.size());
+    beginInsertRows({}, rows_, rows_ + added - 1);
+    shown_->insert(shown_->end(), found.begin(), found.end());
+    rows_ += added;
+    endInsertRows();
+  }
+  emit Filtered();
+}
+
+void MailListModel::StopFilter() {
+  filter_.reset();
+  found_.clear();
+  timer_.stop();
 }
 
 int MailListModel::TableRow(size_t listRow) const {
@@ -80,6 +136,11 @@ QVariant MailListModel::headerData(int section, Qt::Orientation orientation, int
 Qt::ItemFlags MailListModel::flags(const QModelIndex& index) const {
   const Qt::ItemFlags always = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
   return index.column() == kNumber ? always | Qt::ItemIsUserCheckable : always;
+}
+
+void MailListModel::RowsAboutToBeReplaced() {
+  StopFilter();
+  beginResetModel();
 }
 
 void MailListModel::RowsReplaced() {

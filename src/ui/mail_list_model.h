@@ -4,11 +4,13 @@
 // out rows of the table, never of the list; the list's next rows come without one.
 
 #include <QAbstractTableModel>
+#include <QBasicTimer>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
 #include "mail/mail_list.h"
+#include "mail/title_search.h"
 
 namespace brindle {
 
@@ -25,9 +27,15 @@ class MailListModel : public QAbstractTableModel, private MailListObserver {
   explicit MailListModel(MailList& list, QObject* parent = nullptr);
   ~MailListModel() override;
 
-  // Shows only the rows that `text` lets through (see RowNumbersMatching); all for a blank one.
-  void Filter(const QString& text);
+  // Shows only the rows that `text` lets through (see RowFilter); all for a blank one. Of a long
+  // list the first rows are looked at at once, those up to the list's row `least` among them; while
+  // the window goes on the others are, and come together.
+  void Filter(const QString& text, size_t least);
   bool IsFiltered() const { return shown_.has_value(); }
+  // True while rows are still to come; the signal Filtered tells that all have.
+  bool IsFiltering() const { return filter_.has_value(); }
+  // Waits for them.
+  void FinishFilter();
 
   // The row of the list behind a row of the table, and the other way round: -1 where it is hidden.
   size_t ListRow(int tableRow) const {
@@ -43,16 +51,29 @@ class MailListModel : public QAbstractTableModel, private MailListObserver {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
+ signals:
+  void Filtered();
+
+ protected:
+  void timerEvent(QTimerEvent* event) override;
+
  private:
-  void RowsAboutToBeReplaced() override { beginResetModel(); }
+  void RowsAboutToBeReplaced() override;
   void RowsReplaced() override;
   void CheckChanged(size_t row) override;
   void ChecksChanged() override;
   void TellChecked(int first, int last);
+  // Looks on for some milliseconds, and at least up to the list's row `least`.
+  void LookOn(size_t least);
+  void ShowFound();
+  void StopFilter();
 
   MailList& list_;
   std::optional<std::vector<std::uint32_t>> shown_;  // by the filter
   int rows_ = 0;                                     // as told to the view
+  std::optional<RowFilter> filter_;                  // until it has looked at all rows
+  std::vector<std::uint32_t> found_;                 // by it, and not shown yet
+  QBasicTimer timer_;
 };
 
 }  // namespace brindle

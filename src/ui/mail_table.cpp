@@ -52,6 +52,7 @@ void MailTable::Attach(MailList& list) {
   model_ = new MailListModel(list, this);
   setModel(model_);
   setColumnWidth(MailListModel::kNumber, kNumberColumnWidth);
+  connect(model_, &MailListModel::Filtered, viewport(), qOverload<>(&QWidget::update));
   // After the view's own, which forgets the current row.
   connect(model_, &QAbstractItemModel::modelReset, this, &MailTable::StartAtFirstRow);
   connect(model_, &QAbstractItemModel::dataChanged, this,
@@ -70,13 +71,19 @@ void MailTable::Filter(const QString& text) {
   const QModelIndex before = currentIndex();
   const size_t row = before.isValid() ? model_->ListRow(before.row()) : 0;
   const bool highlighted = before.isValid() && selectionModel()->isSelected(before);
-  model_->Filter(text);
+  model_->Filter(text, row);
   const int now = model_->rowCount() == 0 ? -1 : model_->TableRow(row);
   if (now < 0) return;
   const QModelIndex current = model_->index(now, MailListModel::kNumber);
   selectionModel()->setCurrentIndex(
       current, highlighted ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
                            : QItemSelectionModel::NoUpdate);
+}
+
+bool MailTable::event(QEvent* event) {
+  // Who acts on the rows means all of them.
+  if (event->type() == QEvent::KeyPress && model_ != nullptr) model_->FinishFilter();
+  return QTableView::event(event);
 }
 
 std::vector<RowRange> MailTable::HighlightedRows() const {
@@ -190,6 +197,7 @@ void MailTable::PaintFocus() {
 }
 
 void MailTable::PaintNothingFound() {
+  if (model_->IsFiltering()) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(kDimText));
   painter.drawText(viewport()->rect(), Qt::AlignCenter, "No mail fits the filter. Esc shows all.");

@@ -49,6 +49,7 @@ class MailTable : public QTableView {
   void MouseUp(Qt::KeyboardModifiers held);
 
  protected:
+  bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
