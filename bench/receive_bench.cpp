@@ -119,7 +119,7 @@ bool MeasureReceiving(size_t lines, size_t repetitions) {
     ours.push_back(*time);
   }
   Print({Named("receive up to the queue", lines), Median(ours), "ms of processor time",
-         theirs.empty() ? std::nullopt : std::optional(Median(theirs)), Judged(lines, 2)});
+         theirs.empty() ? std::nullopt : std::optional(Median(theirs)), Judged(lines, 1.5)});
   return true;
 }
 

@@ -58,8 +58,8 @@ int main(int argc, char** argv) {
     }
   }
   brindle::Print({"start to the shown window", Median(program.processorMilliseconds), "ms CPU",
-                  Median(minimal.processorMilliseconds), 2});
+                  Median(minimal.processorMilliseconds), 1.5});
   brindle::Print(
-      {"memory after starting", Median(program.mebibytes), "MiB", Median(minimal.mebibytes), 1.3});
+      {"memory after starting", Median(program.mebibytes), "MiB", Median(minimal.mebibytes), 1.2});
   return 0;
 }

@@ -110,11 +110,16 @@ std::string UpperCase(std::string_view text) {
 std::string MatchKey(std::string_view text) { return LowerCase(RemoveBlanks(text)); }
 
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
-  if (IsAscii(a) && IsAscii(b)) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return AsciiLower(x) == AsciiLower(y); });
+  // The first characters tell, nearly always.
+  const size_t both = std::min(a.size(), b.size());
+  for (size_t i = 0; i < both; ++i) {
+    if (a[i] == b[i]) continue;
+    const bool ascii =
+        ((static_cast<unsigned char>(a[i]) | static_cast<unsigned char>(b[i])) & 0x80U) == 0;
+    if (!ascii) return LowerCase(a) == LowerCase(b);
+    if (AsciiLower(a[i]) != AsciiLower(b[i])) return false;
   }
-  return LowerCase(a) == LowerCase(b);
+  return a.size() == b.size();
 }
 
 bool StartsIgnoringCase(std::string_view text, std::string_view lower) {

@@ -13,8 +13,13 @@ std::string TwoDigits(std::int64_t value) {
 
 std::string ClockText(const std::tm& localTime) {
   const int hour = localTime.tm_hour % 12 == 0 ? 12 : localTime.tm_hour % 12;
-  return std::to_string(hour) + ":" + TwoDigits(localTime.tm_min) +
-         (localTime.tm_hour < 12 ? "am" : "pm");
+  // Every line of a room begins with it, so that it is put together without detours.
+  std::string text = std::to_string(hour);
+  text += ':';
+  text += static_cast<char>('0' + localTime.tm_min / 10);
+  text += static_cast<char>('0' + localTime.tm_min % 10);
+  text += localTime.tm_hour < 12 ? "am" : "pm";
+  return text;
 }
 
 std::string DurationText(std::int64_t seconds, DurationStyle style) {

@@ -70,13 +70,20 @@ bool IsDoubtful(char c) {
          byte == 0xEF;
 }
 
-// Every line comes by here, and few hold a doubtful byte: eight bytes at a time while none of them
-// is below 0x0E or beyond ASCII.
-size_t NextDoubtful(std::string_view text, size_t from) {
+// Every line comes by here, with colours, and few hold a doubtful byte: eight bytes at a time while
+// none of them is 0, from 8 to 0x0D (which become 0 to 5 where bit 3 is turned), or beyond ASCII.
+bool MayHoldDoubtful(std::uint64_t eight) {
   constexpr std::uint64_t kOnes = 0x0101010101010101U;
+  const std::uint64_t turned = eight ^ kOnes * 8;
+  const std::uint64_t isZero = (eight - kOnes) & ~eight;
+  const std::uint64_t isLineEnd = (turned - kOnes * 6) & ~turned;
+  return ((isZero | isLineEnd | eight) & kOnes * 0x80) != 0;
+}
+
+size_t NextDoubtful(std::string_view text, size_t from) {
   for (std::uint64_t word = 0; from + sizeof word <= text.size(); from += sizeof word) {
     std::memcpy(&word, text.data() + from, sizeof word);
-    if ((((word - kOnes * 0x0E) | word) & kOnes * 0x80) == 0) continue;
+    if (!MayHoldDoubtful(word)) continue;
     const std::string_view eight = text.substr(from, sizeof word);
     const auto* found = std::find_if(eight.begin(), eight.end(), IsDoubtful);
     if (found != eight.end()) return from + static_cast<size_t>(found - eight.begin());

@@ -16,8 +16,9 @@ std::string ChatLineStart(const ChatStyle& style, size_t more,
   if (style.options.timestampChatLines) {
     start +=
         "\00315["
-        "\00311" +
-        ClockText(saidAt ? *saidAt : style.clock.LocalTime()) + "\00315] ";
+        "\00311";
+    start += ClockText(saidAt ? *saidAt : style.clock.LocalTime());
+    start += "\00315] ";
   }
   return start;
 }

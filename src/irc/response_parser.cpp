@@ -28,14 +28,14 @@ class BusyQueue {
 
 }  // namespace
 
-// Second word of a line, in lower case.
+// Second word of a line, in lower case. What comes most often stands first.
 const ResponseParser::Command ResponseParser::kCommands[] = {
-    {"auth", 2, &ResponseParser::Ignore},       {"mode", 2, &ResponseParser::Ignore},
-    {"join", 3, &ResponseParser::Join},         {":closing", 2, &ResponseParser::ClosingLink},
+    {"privmsg", 3, &ResponseParser::Privmsg},   {"join", 3, &ResponseParser::Join},
+    {"part", 3, &ResponseParser::Part},         {"quit", 2, &ResponseParser::Quit},
+    {"notice", 3, &ResponseParser::Notice},     {"auth", 2, &ResponseParser::Ignore},
+    {"mode", 2, &ResponseParser::Ignore},       {":closing", 2, &ResponseParser::ClosingLink},
     {"kick", 4, &ResponseParser::Kick},         {"nick", 3, &ResponseParser::Nick},
-    {"notice", 3, &ResponseParser::Notice},     {"part", 3, &ResponseParser::Part},
-    {"ping", 2, &ResponseParser::Ping},         {"privmsg", 3, &ResponseParser::Privmsg},
-    {"quit", 2, &ResponseParser::Quit},         {"pong", 3, &ResponseParser::Pong},
+    {"ping", 2, &ResponseParser::Ping},         {"pong", 3, &ResponseParser::Pong},
     {"topic", 3, &ResponseParser::TopicChange}, {"invite", 3, &ResponseParser::Invite},
     {"kill", 3, &ResponseParser::Kill},
 };
@@ -113,9 +113,8 @@ const ResponseParser::Command* ResponseParser::Find(const IrcLine& line) const {
   // A server may leave out the source of a PING, which makes it the first word.
   static constexpr Command kPing = {"ping", 2, &ResponseParser::Ping};
   static constexpr Command kSilent = {"", 2, &ResponseParser::Ignore};
-  const std::string word = LowerCase(line.Word(1));
   for (const Command& command : kCommands) {
-    if (word == command.word) return &command;
+    if (EqualsIgnoringCase(line.Word(1), command.word)) return &command;
   }
   if (EqualsIgnoringCase(WithoutColon(line.Word(0)), kPing.word)) return &kPing;
   for (const Command& numeric : kNumerics) {
