@@ -109,15 +109,20 @@ void ListPanel::FitRows() {
   ui_->buttonsLayout->setSpacing(toolsFit ? kGap : kSmallGap);
   ui_->txtListFilter->setMaximumWidth(toolsFit ? kFilterWidth : QWIDGETSIZE_MAX);
 
-  int footer = 2 * kLeastFieldWidth + kRunLabelWidth + 6 * kGap;
+  int footer = 2 * kLeastFieldWidth + 6 * kGap;
   for (const QWidget* widget : std::initializer_list<const QWidget*>{
-           ui_->lblListServer, ui_->lblListAOLSN, ui_->cmdRequestStop, ui_->cmdRequest}) {
+           ui_->lblListServer, ui_->lblListAOLSN, ui_->cmdRequest}) {
     footer += widget->sizeHint().width();
   }
-  Arrange(*ui_->footerLayout, room >= footer);
+  // A run needs room for its button, a long list with a filter for what is said of it.
+  const int said = run_ ? 0 : ui_->lblRun->sizeHint().width();
+  const int run = kRunLabelWidth + ui_->cmdRequestStop->sizeHint().width();
+  const bool footerFits = room >= footer + std::max(said, run);
+  Arrange(*ui_->footerLayout, footerFits);
+  const int spare = run_ ? 0 : (room - footer - said) / 2;
+  const int width = std::clamp(kLeastFieldWidth + spare, kLeastFieldWidth, kFieldWidth);
   for (QLineEdit* field : {ui_->txtListServer, ui_->txtListAOLSN}) {
-    const int width = run_ ? kLeastFieldWidth : kFieldWidth;
-    field->setMaximumWidth(room >= footer ? width : QWIDGETSIZE_MAX);
+    field->setMaximumWidth(footerFits ? width : QWIDGETSIZE_MAX);
   }
 }
 
@@ -298,7 +303,8 @@ void ListPanel::RefreshRunLabel() {
     }
     const MailListModel& shown = ui_->lstServerList->Model();
     if (shown.IsFiltered()) text += QString(", %1 shown").arg(shown.rowCount());
-    return ui_->lblRun->setText(text);
+    ui_->lblRun->setText(text);
+    return FitRows();
   }
   QString text = QString("Line %1 of %2").arg(run_->sent).arg(run_->lines);
   if (run_->sent >= run_->lines) {
