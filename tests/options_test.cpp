@@ -72,12 +72,12 @@ TEST(Options, AreReadLeniently) {
       "[misc options]\nScan chat for servers=no\nMake window stay on top=-1\n"
       "[find options]\nREMOVE INACTIVE FINDS AFTER=1x\ndays=30\n"
       "[sound options]\nsound2=\nsound6=  \n[theme options]\ntheme=3\n"
-      "[connection options]\nproxy=4\naccount proof=-1\naccount=me\n");
+      "[connection options]\nproxy=4\nproxy user=me\naccount proof=-1\naccount=me\n");
   EXPECT_FALSE(options.scanChatForServers);
   EXPECT_TRUE(options.stayOnTop && options.removeInactiveFinds);
   EXPECT_EQ(options.FindDays(), 2);
   EXPECT_EQ(options.connection,
-            (ConnectionOptions{AccountProof::kNone, "me", "", ProxyKind::kNone, ""}));
+            (ConnectionOptions{AccountProof::kNone, "me", "", ProxyKind::kNone, "", "me"}));
   EXPECT_EQ(Read("[find options]\ndays=29").FindDays(), 30);
   EXPECT_EQ(options.theme, ThemeChoice::kSystem);
   EXPECT_EQ(Read("[chat options]\nlines=999").chatLines, 100'000);

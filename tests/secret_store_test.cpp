@@ -6,8 +6,8 @@
 namespace brindle {
 namespace {
 
-std::optional<std::string> Kept() {
-  const auto store = NativeSecretStore();
+std::optional<std::string> Kept(Secret which = Secret::kAccountPassword) {
+  const auto store = NativeSecretStore(which);
   std::optional<std::optional<std::string>> told;
   store->Read([&](std::optional<std::string> secret) { told = std::move(secret); });
   EXPECT_TRUE(test::WaitUntil([&] { return told.has_value(); }));
@@ -15,7 +15,7 @@ std::optional<std::string> Kept() {
 }
 
 std::string Keep(const std::string& secret) {
-  const auto store = NativeSecretStore();
+  const auto store = NativeSecretStore(Secret::kAccountPassword);
   std::optional<std::string> told;
   store->Write(secret, [&](const std::string& trouble) { told = trouble; });
   EXPECT_TRUE(test::WaitUntil([&] { return told.has_value(); }));
@@ -28,6 +28,7 @@ TEST(SecretStore, KeepsOneSecret) {
   for (const char* secret : {"first", "\u00FCber 'all' \"$HOME\""}) {
     EXPECT_EQ(Keep(secret), "");
     EXPECT_EQ(Kept(), secret);
+    EXPECT_EQ(Kept(Secret::kProxyPassword), std::nullopt);
   }
   EXPECT_EQ(Keep(""), "");
   EXPECT_EQ(Kept(), std::nullopt);

@@ -114,13 +114,13 @@ TEST_F(UpdaterHttpTest, GoesThroughTheChosenProxyAndNeverPastIt) {
   options.proxy = ProxyKind::kHttp;
   options.proxyAddress = "nonsense";
   Open();
-  desk->SetConnection(options);
+  desk->SetConnection(options, "");
   server.answers[kList] = {"[version]\nminor=6\n"};
   EXPECT_TRUE(Becomes("An error has occured. Try again later."));
   // A name that only the proxy knows.
   options.proxyAddress = std::exchange(address, "update.invalid");
   Open();
-  desk->SetConnection(options);
+  desk->SetConnection(options, "");
   server.answers[QByteArray("http://update.invalid") + kList] = server.answers[kList];
   EXPECT_TRUE(Becomes("Update available, see below."));
 }

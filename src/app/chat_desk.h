@@ -43,6 +43,10 @@ class ChatDesk {
   void SetPassword(std::function<std::string()> password) {
     parser_.Agreement().SetPassword(std::move(password));
   }
+  // The same for the password of the proxy's user.
+  void SetProxyPassword(std::function<std::string()> password) {
+    wsChat_.SetProxyPassword(std::move(password));
+  }
   // Looks at every line before it is shown.
   void SetScanner(LineScan scan) { pump_.SetScanner(std::move(scan)); }
   // Called with every turn of the send queue while it is busy.

@@ -23,7 +23,11 @@ constexpr size_t kMostShown = 200;  // bytes of an address in a box
 }  // namespace
 
 Program::Program(const std::string& dataFolder, Dialogs& dialogs, std::string startedWith)
-    : dialogs_(dialogs),
+    : secrets_([this](const std::string& trouble) {
+        window_->ShowHint("The system cannot keep the password, which holds until Brindle ends: " +
+                          trouble);
+      }),
+      dialogs_(dialogs),
       dataFolder_(dataFolder),
       paths_(PathsIn(dataFolder)),
       startedWith_(std::move(startedWith)),
@@ -36,14 +40,16 @@ Program::Program(const std::string& dataFolder, Dialogs& dialogs, std::string st
       optionsPage_(stored_.options, settings_, window_->OptionsControls(), files_, finds_, *sounds_,
                    dialogs) {
   window_->OptionsControls().Attach(optionsPage_, stored_.options);
-  chat_.SetPassword([this] { return password_; });
+  chat_.SetPassword([this] { return secrets_.Text(Secret::kAccountPassword); });
+  chat_.SetProxyPassword([this] { return secrets_.Text(Secret::kProxyPassword); });
   files_.OnTrouble([this](const std::string& path) {
     if (!closed_) window_->ShowHint("Cannot write " + path + ".");
   });
   sounds_->OnTrouble(
       [this](const std::string& path) { window_->ShowHint("Cannot play the sound " + path); });
-  QObject::connect(&window_->OptionsControls(), &OptionsPanel::PasswordTyped, window_.get(),
-                   [this](const QString& password) { KeepPassword(password.toStdString()); });
+  QObject::connect(
+      &window_->OptionsControls(), &OptionsPanel::SecretTyped, window_.get(),
+      [this](Secret which, const QString& text) { secrets_.Keep(which, text.toStdString()); });
   QObject::connect(&window_->Connection(), &ConnectionPanel::CheckForUpdateClicked, window_.get(),
                    [this] { CheckForUpdate(); });
   QObject::connect(window_.get(), &FrmMain::Closing, window_.get(), [this] { Close(); });
@@ -65,7 +71,10 @@ bool Program::Open() {
     window_->ShowHint("Nothing can be written to " + dataFolder_ +
                       ": what you change will be lost when Brindle ends.");
   }
-  Take(startedWith_);
+  // Where the way leads through passwords, it is gone with them.
+  secrets_.WhenRead([this] {
+    if (!closed_) Take(startedWith_);
+  });
   return true;
 }
 
@@ -148,24 +157,13 @@ void Program::APP_LOAD() {
   window_->Connection().SelectServer(stored_.lastServer);
   // 5. to 9. The options, which take effect.
   window_->OptionsControls().ShowAll();
-  ReadPassword();
+  ReadSecrets();
 }
 
-void Program::ReadPassword() {
-  if (stored_.options.connection.proof != AccountProof::kPassword) return;
-  secrets_->Read([this](const std::optional<std::string>& password) {
-    // What was typed meanwhile is newer.
-    if (password && password_.empty()) password_ = *password;
-  });
-}
-
-void Program::KeepPassword(const std::string& password) {
-  password_ = password;
-  secrets_->Write(password, [this](const std::string& trouble) {
-    if (trouble.empty()) return;
-    window_->ShowHint("The system cannot keep the password, which holds until Brindle ends: " +
-                      trouble);
-  });
+void Program::ReadSecrets() {
+  const ConnectionOptions& options = stored_.options.connection;
+  if (options.proof == AccountProof::kPassword) secrets_.Read(Secret::kAccountPassword);
+  if (!options.proxyUser.empty()) secrets_.Read(Secret::kProxyPassword);
 }
 
 void Program::TellMissing(LoadResult result, const std::string& path) {
@@ -206,7 +204,7 @@ void Program::CheckForUpdate() {
     updateDesk_ = std::make_unique<UpdateDesk>(window_.get(), settings_, dialogs_, options,
                                                [this] { window_->close(); });
   }
-  updateDesk_->SetConnection(stored_.options.connection);
+  updateDesk_->SetConnection(stored_.options.connection, secrets_.Text(Secret::kProxyPassword));
   updateDesk_->cmdCheckForUpdate_Click();
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/chat_desk.h"
+#include "app/kept_secrets.h"
 #include "app/machine.h"
 #include "app/mail_desk.h"
 #include "app/update_desk.h"
@@ -59,16 +60,14 @@ class Program {
   // Follows an address, or loads a list.
   void Take(const std::string& text);
 
-  void ReadPassword();
-  // Keeps it where the system keeps secrets.
-  void KeepPassword(const std::string& password);
+  // What is chosen to be proved.
+  void ReadSecrets();
 
   QtClock clock_;
   QtEventPump events_;
   NativeFiles files_;
   std::unique_ptr<SoundPlayer> sounds_ = NativeSoundPlayer();
-  std::unique_ptr<SecretStore> secrets_ = NativeSecretStore();
-  std::string password_;  // of the account
+  KeptSecrets secrets_;
   Dialogs& dialogs_;
   const std::string dataFolder_;
   const DataPaths paths_;

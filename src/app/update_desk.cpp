@@ -45,8 +45,8 @@ UpdateDesk::~UpdateDesk() {
   delete window_;
 }
 
-void UpdateDesk::SetConnection(const ConnectionOptions& options) {
-  works_->iNet.SetConnection(options);
+void UpdateDesk::SetConnection(const ConnectionOptions& options, const std::string& password) {
+  works_->iNet.SetConnection(options, password);
 }
 
 void UpdateDesk::cmdCheckForUpdate_Click() {

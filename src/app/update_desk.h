@@ -32,8 +32,8 @@ class UpdateDesk {
   UpdateDesk(const UpdateDesk&) = delete;
   UpdateDesk& operator=(const UpdateDesk&) = delete;
 
-  // The proxy to go through.
-  void SetConnection(const ConnectionOptions& options);
+  // The proxy to go through, and the password of its user.
+  void SetConnection(const ConnectionOptions& options, const std::string& password);
 
   // The main window's button "Check for update".
   void cmdCheckForUpdate_Click();

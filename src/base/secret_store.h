@@ -1,12 +1,17 @@
 #pragma once
 // Where the system keeps secrets for its user: a password is never in a file of ours.
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
 
 namespace brindle {
 
+enum class Secret { kAccountPassword = 0, kProxyPassword = 1 };
+inline constexpr size_t kSecrets = 2;
+
+// Keeps one secret.
 class SecretStore {
  public:
   virtual ~SecretStore() = default;

@@ -34,7 +34,7 @@ class ChatSocketEvents {
   virtual void wsChat_Connect() = 0;
   // One arrival of received text: see ArrivalCutter for what one arrival is.
   virtual void wsChat_DataArrival(std::string_view received) = 0;
-  // The connection could not be made or broke.
+  // The connection could not be made or broke. A description that is a sentence says all.
   virtual void wsChat_Error(const std::string& description) = 0;
   // The server's certificate cannot be verified, so nothing was sent. The connection is closed.
   virtual void wsChat_Untrusted(const ServerCertificate& certificate) = 0;

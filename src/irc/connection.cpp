@@ -13,7 +13,7 @@ namespace brindle {
 namespace {
 
 constexpr char kDisconnectedLine[] = "\r\n\0034Disconnected...";
-constexpr char kSilentServer[] = "The server did not answer in time.";
+constexpr char kSilentServer[] = "The server did not answer in time";
 constexpr int kHighestNickNumber = 999;
 constexpr int kMostRefusedNicks = 4;
 
@@ -190,7 +190,7 @@ void Connection::tmrConnect_Timer() {
   if (quitSent_) {
     EndQuietly();
   } else {
-    wsChat_Error(kSilentServer);
+    wsChat_Error(std::string(kSilentServer) + (reached_ ? "." : ""));
   }
 }
 
@@ -257,9 +257,11 @@ void Connection::wsChat_Error(const std::string& description) {
   queue_.QueueLine("\r\n\0034* ERROR : " + description + "\r\n", Kind::kStatus);
   queue_.QueueLine(kDisconnectedLine, Kind::kDisconnected);
   if (session_.endReason.empty()) {
-    session_.endReason = reached_ ? description
-                                  : description + ": " + fields_.server + ", port " + fields_.port +
-                                        ". Check both, or try another server.";
+    // A sentence says all that there is to say.
+    const bool isClear = reached_ || description.ends_with('.');
+    session_.endReason = isClear ? description
+                                 : description + ": " + fields_.server + ", port " + fields_.port +
+                                       ". Check both, or try another server.";
   }
   wsChat_.Close();
   EndSession();

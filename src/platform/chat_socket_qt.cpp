@@ -17,6 +17,9 @@ constexpr int kTurnMilliseconds = 20;
 // What may wait unread; more waits in the network, where it slows the sender down.
 constexpr qint64 kReadBuffer = 1024 * 1024;
 
+constexpr char kProxyOddAnswer[] =
+    "The proxy does not take this user and password, or does not reach the server";
+
 std::string Fingerprint(const QSslCertificate& certificate) {
   return certificate.digest(QCryptographicHash::Sha256).toHex(':').toUpper().toStdString();
 }
@@ -69,8 +72,9 @@ void QtChatSocket::Connect(const ChatRoute& route) {
   open_ = true;
   const QString host = QString::fromStdString(route.host);
   const auto port = static_cast<quint16>(route.port);
-  const std::optional<QNetworkProxy> proxy = ProxyFor(route.options, route.host, route.port);
-  if (!proxy) return FailLater("The address of the proxy must be host:port");
+  const std::optional<QNetworkProxy> proxy =
+      ProxyFor(route.options, proxyPassword_(), route.host, route.port);
+  if (!proxy) return FailLater("The address of the proxy must be host:port.");
   socket_->setProxy(*proxy);
   if (tls_ == nullptr) return socket_->connectToHost(host, port);
   if (const auto fault = PrepareTls(*tls_, route)) return FailLater(*fault);
@@ -78,7 +82,7 @@ void QtChatSocket::Connect(const ChatRoute& route) {
 }
 
 std::optional<std::string> QtChatSocket::PrepareTls(QSslSocket& socket, const ChatRoute& route) {
-  if (!QSslSocket::supportsSsl()) return "This system offers no TLS";
+  if (!QSslSocket::supportsSsl()) return "This system offers no TLS.";
   if (route.options.proof != AccountProof::kCertificate) return std::nullopt;
   const std::string& path = route.options.certificatePath;
   QFile file(QString::fromStdString(path));
@@ -154,8 +158,16 @@ void QtChatSocket::ReadSome() {
   if (open_ && socket_->bytesAvailable() > 0) readTimer_.start(0);
 }
 
+std::string QtChatSocket::Description(QAbstractSocket::SocketError error) const {
+  if (error == QAbstractSocket::ProxyAuthenticationRequiredError) return kProxyRefusal;
+  // Some proxies refuse a password in a way of their own.
+  const bool isNamed = !socket_->proxy().user().isEmpty();
+  const bool isOdd = error == QAbstractSocket::ProxyProtocolError && isNamed;
+  return isOdd ? kProxyOddAnswer : socket_->errorString().toStdString();
+}
+
 void QtChatSocket::OnError(QAbstractSocket::SocketError error) {
-  const std::string description = socket_->errorString().toStdString();
+  const std::string description = Description(error);
   // The last lines may still be waiting for their turn.
   while (open_ && socket_->bytesAvailable() > 0) ReadSome();
   if (!open_) return;

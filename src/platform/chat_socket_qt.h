@@ -3,8 +3,11 @@
 
 #include <QSslSocket>
 #include <QTimer>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "irc/arrival_cutter.h"
 #include "irc/chat_socket.h"
@@ -18,6 +21,11 @@ class QtChatSocket : public ChatSocket {
 
   // Must be set before Connect.
   void SetListener(ChatSocketEvents& listener) { listener_ = &listener; }
+
+  // Asked for the password of the proxy's user.
+  void SetProxyPassword(std::function<std::string()> password) {
+    proxyPassword_ = std::move(password);
+  }
 
   void Connect(const ChatRoute& route) override;
   void Close() override;
@@ -36,10 +44,12 @@ class QtChatSocket : public ChatSocket {
   void OnCertificateErrors(const QList<QSslError>& errors, const std::string& trusted);
   void ReadSome();
   void OnError(QAbstractSocket::SocketError error);
+  std::string Description(QAbstractSocket::SocketError error) const;
   // Raises the error with the next turn of the event loop.
   void FailLater(const std::string& description);
 
   ChatSocketEvents* listener_ = nullptr;
+  std::function<std::string()> proxyPassword_ = [] { return ""; };
   std::unique_ptr<QTcpSocket> socket_;  // one for each connection
   QSslSocket* tls_ = nullptr;           // the same, where it speaks TLS
   std::optional<ServerCertificate> untrusted_;

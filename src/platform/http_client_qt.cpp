@@ -16,6 +16,8 @@ constexpr int kMostRedirects = 10;
 constexpr int kOk = 200;
 constexpr int kFirstRedirect = 300;
 constexpr int kFirstError = 400;
+constexpr int kWantsProof = 401;
+constexpr int kProxyWantsProof = 407;
 
 constexpr int kNews = 1;
 
@@ -58,19 +60,32 @@ void QtHttpClient::Watch(QNetworkReply& reply) {
 }
 
 void QtHttpClient::OnHeaders() {
-  const int status = reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+  const int status = Status();
   if (completed_ || status < kOk) return;
   // A redirect is followed; an error need not send its page first. Any other success than 200 is
   // not the whole file.
   if (status >= kFirstRedirect && status < kFirstError) return;
   completed_ = true;
-  Raise(status == kOk ? HttpState::kResponseCompleted : HttpState::kError);
+  Raise(status == kOk ? HttpState::kResponseCompleted : Failure());
 }
 
 void QtHttpClient::OnFinished() {
   if (completed_) return;
   completed_ = true;
-  Raise(HttpState::kError);
+  Raise(Failure());
+}
+
+HttpState QtHttpClient::Failure() const {
+  const int status = Status();
+  // Some proxies refuse a password as if they were the server.
+  const bool isRefused = status == kProxyWantsProof ||
+                         (status == kWantsProof && !manager_.proxy().user().isEmpty()) ||
+                         reply_->error() == QNetworkReply::ProxyAuthenticationRequiredError;
+  return isRefused ? HttpState::kProxyRefused : HttpState::kError;
+}
+
+int QtHttpClient::Status() const {
+  return reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
 }
 
 void QtHttpClient::Raise(HttpState state) {

@@ -26,8 +26,10 @@ class QtHttpClient : public HttpClient {
   // Who is told the states; must be set before Execute.
   void SetListener(std::function<void(HttpState)> listener) { listener_ = std::move(listener); }
 
-  // Which proxy to go through from now on.
-  void SetConnection(const ConnectionOptions& options) { UseProxy(manager_, options); }
+  // Which proxy to go through from now on, with the password of its user.
+  void SetConnection(const ConnectionOptions& options, const std::string& password) {
+    UseProxy(manager_, options, password);
+  }
 
   void Execute(const std::string& url) override;
   std::string GetHeader(const std::string& name) override;
@@ -38,6 +40,8 @@ class QtHttpClient : public HttpClient {
   void Watch(QNetworkReply& reply);
   void OnHeaders();
   void OnFinished();
+  HttpState Failure() const;
+  int Status() const;
   // Raises the state once the caller has returned to the event loop, unless cancelled by then.
   void Raise(HttpState state);
   void RaiseNext();

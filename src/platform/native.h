@@ -42,7 +42,7 @@ std::unique_ptr<SoundPlayer> NativeSoundPlayer();
 std::unique_ptr<WindowTree> NativeWindowTree();
 
 // The keyring of the desktop, or the credentials of Windows.
-std::unique_ptr<SecretStore> NativeSecretStore();
+std::unique_ptr<SecretStore> NativeSecretStore(Secret which);
 
 // Takes the Size command out of a window's system menu. `window` is its native handle.
 void RemoveSizeCommand(std::uintptr_t window);

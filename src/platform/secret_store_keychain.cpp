@@ -9,14 +9,16 @@ namespace brindle {
 namespace {
 
 constexpr char kService[] = "Brindle";
-constexpr char kKey[] = "IRC account";
+constexpr const char* kKeys[kSecrets] = {"IRC account", "proxy"};
 
 // Jobs delete themselves when they are done; one that outlives the store tells nobody.
 class KeychainStore : public SecretStore {
  public:
+  explicit KeychainStore(Secret which) : key_(kKeys[static_cast<size_t>(which)]) {}
+
   void Read(std::function<void(std::optional<std::string>)> tell) override {
     auto* job = new QKeychain::ReadPasswordJob(kService);
-    job->setKey(kKey);
+    job->setKey(key_);
     QObject::connect(job, &QKeychain::Job::finished, &context_, [job, tell] {
       tell(job->error() == QKeychain::NoError ? std::optional(job->textData().toStdString())
                                               : std::nullopt);
@@ -33,7 +35,7 @@ class KeychainStore : public SecretStore {
       write->setTextData(QString::fromStdString(secret));
       job = write;
     }
-    job->setKey(kKey);
+    job->setKey(key_);
     QObject::connect(job, &QKeychain::Job::finished, &context_, [job, tell] {
       const bool isWell =
           job->error() == QKeychain::NoError || job->error() == QKeychain::EntryNotFound;
@@ -43,11 +45,14 @@ class KeychainStore : public SecretStore {
   }
 
  private:
+  const char* key_;
   QObject context_;
 };
 
 }  // namespace
 
-std::unique_ptr<SecretStore> NativeSecretStore() { return std::make_unique<KeychainStore>(); }
+std::unique_ptr<SecretStore> NativeSecretStore(Secret which) {
+  return std::make_unique<KeychainStore>(which);
+}
 
 }  // namespace brindle

@@ -19,9 +19,12 @@ std::string Number(Choice choice) {
 
 ConnectionOptions ReadConnectionOptions(const SettingsText& settings) {
   const auto read = [&](const char* key) { return settings.Read(kConnectionSection, key); };
-  return {ReadChoice(settings, "account proof", AccountProof::kCertificate), read("account"),
-          read("certificate"), ReadChoice(settings, "proxy", ProxyKind::kHttp),
-          read("proxy address")};
+  return {ReadChoice(settings, "account proof", AccountProof::kCertificate),
+          read("account"),
+          read("certificate"),
+          ReadChoice(settings, "proxy", ProxyKind::kHttp),
+          read("proxy address"),
+          read("proxy user")};
 }
 
 void AppendConnectionOptions(const ConnectionOptions& options, std::vector<Setting>& settings) {
@@ -33,6 +36,7 @@ void AppendConnectionOptions(const ConnectionOptions& options, std::vector<Setti
   append("certificate", options.certificatePath);
   append("proxy", Number(options.proxy));
   append("proxy address", options.proxyAddress);
+  append("proxy user", options.proxyUser);
 }
 
 }  // namespace brindle

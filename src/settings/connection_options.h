@@ -20,8 +20,14 @@ struct ConnectionOptions {
   std::string certificatePath;  // a PEM file with the certificate and its key
   ProxyKind proxy = ProxyKind::kNone;
   std::string proxyAddress;  // host:port, for the last two kinds
+  std::string proxyUser;     // empty where the proxy asks nobody who he is
   friend bool operator==(const ConnectionOptions&, const ConnectionOptions&) = default;
 };
+
+// What the user is told by whoever goes through the proxy.
+inline constexpr char kProxyRefusal[] =
+    "The proxy does not take this user and password. Set them on the Connection page of the "
+    "options.";
 
 inline constexpr const char* kConnectionSection = "connection options";
 

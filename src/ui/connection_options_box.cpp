@@ -47,7 +47,8 @@ ConnectionOptionsBox::ConnectionOptionsBox(QWidget* parent) : QWidget(parent) {
   for (QComboBox* box : {cmbOptionsAccount_, cmbOptionsProxy_}) {
     connect(box, &QComboBox::currentIndexChanged, this, &ConnectionOptionsBox::Take);
   }
-  for (QLineEdit* field : {txtOptionsAccount_, txtOptionsCertificate_, txtOptionsProxy_}) {
+  for (QLineEdit* field :
+       {txtOptionsAccount_, txtOptionsCertificate_, txtOptionsProxy_, txtOptionsProxyUser_}) {
     connect(field, &QLineEdit::textChanged, this, &ConnectionOptionsBox::Take);
   }
   ShowFields();
@@ -60,19 +61,23 @@ QWidget* ConnectionOptionsBox::BuildAccount() {
   cmbOptionsAccount_ = Choice("cmbOptionsAccount", "Account",
                               {"No account", "Account and password", "Client certificate"});
   txtOptionsAccount_ = Field("txtOptionsAccount", "Account name", "the name of your account");
-  txtOptionsPassword_ =
-      Field("txtOptionsPassword", "Password", "kept by the system; type a new one");
-  txtOptionsPassword_->setEchoMode(QLineEdit::Password);
-  connect(txtOptionsPassword_, &QLineEdit::editingFinished, this, [this] {
-    if (!txtOptionsPassword_->isModified()) return;
-    txtOptionsPassword_->setModified(false);
-    emit PasswordTyped(txtOptionsPassword_->text());
-  });
+  txtOptionsPassword_ = PasswordField("txtOptionsPassword", "Password", Secret::kAccountPassword);
   accountForm_->addRow("Prove it with", cmbOptionsAccount_);
   accountForm_->addRow("Account", txtOptionsAccount_);
   accountForm_->addRow("Password", txtOptionsPassword_);
   accountForm_->addRow("Certificate", BuildCertificate());
   return group;
+}
+
+QLineEdit* ConnectionOptionsBox::PasswordField(const char* name, const char* spoken, Secret which) {
+  QLineEdit* field = Field(name, spoken, "kept by the system; type a new one");
+  field->setEchoMode(QLineEdit::Password);
+  connect(field, &QLineEdit::editingFinished, this, [this, field, which] {
+    if (!field->isModified()) return;
+    field->setModified(false);
+    emit SecretTyped(which, field->text());
+  });
+  return field;
 }
 
 QWidget* ConnectionOptionsBox::BuildCertificate() {
@@ -92,14 +97,20 @@ QWidget* ConnectionOptionsBox::BuildCertificate() {
 
 QWidget* ConnectionOptionsBox::BuildProxy() {
   auto* group = new QGroupBox("Proxy");
-  group->setFlat(true);
-  auto* line = new QHBoxLayout(group);
+  proxyForm_ = FlatForm(*group);
+  auto* line = new QHBoxLayout;
   // As ProxyKind counts.
   cmbOptionsProxy_ =
       Choice("cmbOptionsProxy", "Proxy", {"None", "As the system", "SOCKS5", "HTTP"});
   txtOptionsProxy_ = Field("txtOptionsProxy", "Proxy address", "host:port");
   line->addWidget(cmbOptionsProxy_);
   line->addWidget(txtOptionsProxy_);
+  txtOptionsProxyUser_ = Field("txtOptionsProxyUser", "Proxy user", "only if the proxy wants one");
+  txtOptionsProxyPassword_ =
+      PasswordField("txtOptionsProxyPassword", "Proxy password", Secret::kProxyPassword);
+  proxyForm_->addRow(line);
+  proxyForm_->addRow("User", txtOptionsProxyUser_);
+  proxyForm_->addRow("Password", txtOptionsProxyPassword_);
   return group;
 }
 
@@ -110,15 +121,18 @@ void ConnectionOptionsBox::Show(const ConnectionOptions& options) {
   txtOptionsCertificate_->setText(ToQString(options.certificatePath));
   cmbOptionsProxy_->setCurrentIndex(static_cast<int>(options.proxy));
   txtOptionsProxy_->setText(ToQString(options.proxyAddress));
+  txtOptionsProxyUser_->setText(ToQString(options.proxyUser));
   showing_ = false;
   ShowFields();
 }
 
 ConnectionOptions ConnectionOptionsBox::Shown() const {
   return {static_cast<AccountProof>(cmbOptionsAccount_->currentIndex()),
-          txtOptionsAccount_->text().toStdString(), txtOptionsCertificate_->text().toStdString(),
+          txtOptionsAccount_->text().toStdString(),
+          txtOptionsCertificate_->text().toStdString(),
           static_cast<ProxyKind>(cmbOptionsProxy_->currentIndex()),
-          txtOptionsProxy_->text().toStdString()};
+          txtOptionsProxy_->text().toStdString(),
+          txtOptionsProxyUser_->text().toStdString()};
 }
 
 void ConnectionOptionsBox::ShowFields() {
@@ -126,8 +140,10 @@ void ConnectionOptionsBox::ShowFields() {
   accountForm_->setRowVisible(txtOptionsAccount_, shown.proof != AccountProof::kNone);
   accountForm_->setRowVisible(txtOptionsPassword_, shown.proof == AccountProof::kPassword);
   accountForm_->setRowVisible(certificateLine_, shown.proof == AccountProof::kCertificate);
-  txtOptionsProxy_->setEnabled(shown.proxy == ProxyKind::kSocks5 ||
-                               shown.proxy == ProxyKind::kHttp);
+  const bool isChosen = shown.proxy == ProxyKind::kSocks5 || shown.proxy == ProxyKind::kHttp;
+  txtOptionsProxy_->setEnabled(isChosen);
+  proxyForm_->setRowVisible(txtOptionsProxyUser_, isChosen);
+  proxyForm_->setRowVisible(txtOptionsProxyPassword_, isChosen);
 }
 
 void ConnectionOptionsBox::Take() {

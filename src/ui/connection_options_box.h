@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+#include "base/secret_store.h"
 #include "settings/connection_options.h"
 
 class QComboBox;
@@ -22,8 +23,8 @@ class ConnectionOptionsBox : public QWidget {
  signals:
   // The user changed something.
   void Changed(const ConnectionOptions& options);
-  // The user has typed another password, or has emptied the field.
-  void PasswordTyped(const QString& password);
+  // The user has typed another password, or has emptied its field.
+  void SecretTyped(Secret which, const QString& text);
   // The user wants to pick the file of the client certificate.
   void CertificateWanted();
 
@@ -31,6 +32,7 @@ class ConnectionOptionsBox : public QWidget {
   QWidget* BuildAccount();
   QWidget* BuildCertificate();
   QWidget* BuildProxy();
+  QLineEdit* PasswordField(const char* name, const char* spoken, Secret which);
   ConnectionOptions Shown() const;
   // Fields that the choices leave without a use are hidden or disabled.
   void ShowFields();
@@ -44,6 +46,9 @@ class ConnectionOptionsBox : public QWidget {
   QLineEdit* txtOptionsCertificate_ = nullptr;
   QComboBox* cmbOptionsProxy_ = nullptr;
   QLineEdit* txtOptionsProxy_ = nullptr;
+  QFormLayout* proxyForm_ = nullptr;
+  QLineEdit* txtOptionsProxyUser_ = nullptr;
+  QLineEdit* txtOptionsProxyPassword_ = nullptr;
   bool showing_ = false;
 };
 

@@ -147,6 +147,12 @@ constexpr Help kHelps[] = {
      "The way to IRC servers and to updates. A proxy looks up the names of the servers itself."},
     {"txtOptionsProxy", kAnyIndex, "Connection / Proxy",
      "The host and the port of the proxy, as host:port."},
+    {"txtOptionsProxyUser", kAnyIndex, "Connection / Proxy user",
+     "Your name at the proxy, where it asks for one."},
+    {"txtOptionsProxyPassword", kAnyIndex, "Connection / Proxy password",
+     "Your password at the proxy. The system keeps it, not a file of Brindle. The proxy, and "
+     "whoever "
+     "listens on the way to it, can read it."},
     {"cmbOptionsTheme", kAnyIndex, "Theme",
      "Light or dark windows. Colours that you picked yourself stay as they are."},
     {"spnOptionsLines", kAnyIndex, "Chat / Keep at most N lines",

@@ -111,7 +111,7 @@ void OptionsPanel::Build() {
   connectionBox_ = new ConnectionOptionsBox;
   connect(connectionBox_, &ConnectionOptionsBox::Changed, this,
           [this](const ConnectionOptions& choices) { page_->ConnectionChanged(choices); });
-  connect(connectionBox_, &ConnectionOptionsBox::PasswordTyped, this, &OptionsPanel::PasswordTyped);
+  connect(connectionBox_, &ConnectionOptionsBox::SecretTyped, this, &OptionsPanel::SecretTyped);
   connect(connectionBox_, &ConnectionOptionsBox::CertificateWanted, this,
           [this] { page_->cmdOptionsCertificate_Click(); });
   AddPage(

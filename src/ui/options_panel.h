@@ -10,6 +10,7 @@
 #include <array>
 #include <initializer_list>
 
+#include "base/secret_store.h"
 #include "settings/options_page.h"
 #include "ui/icons.h"
 #include "ui/option_widgets.h"
@@ -57,8 +58,8 @@ class OptionsPanel : public QWidget, public OptionsPageView {
   void ColoursChanged(const Options& options);
   void ChatLinesChanged(int lines);
   void Hint(const std::string& text);
-  // The password of the account, to be kept by the system.
-  void PasswordTyped(const QString& password);
+  // To be kept by the system.
+  void SecretTyped(Secret which, const QString& text);
 
  protected:
   void showEvent(QShowEvent* event) override;

@@ -13,6 +13,7 @@ enum class HttpState {
   kConnecting = 3,
   kRequesting = 5,
   kError = 11,              // no successful answer; nothing follows
+  kProxyRefused = 13,       // the same, because the proxy does not let the user through
   kResponseCompleted = 12,  // the headers of a successful answer are there, the body can be read
 };
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "settings/connection_options.h"
 
 namespace brindle {
 namespace {
@@ -101,6 +102,10 @@ void Updater::iNet_StateChanged(HttpState state) {
   switch (state) {
     case HttpState::kError:
       Fail(kTransferError);
+      break;
+    case HttpState::kProxyRefused:
+      unsignedList_.reset();
+      Fail(kProxyRefusal);
       break;
     case HttpState::kConnecting:
       view_.SetStatus("Connecting to " + server_.address);

@@ -80,7 +80,7 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   options.proof = AccountProof::kPassword;
   options.account = "Owner";
   const auto setPassword = [&](const QString& password) {
-    emit window.App().Window().OptionsControls().PasswordTyped(password);
+    emit window.App().Window().OptionsControls().SecretTyped(Secret::kAccountPassword, password);
   };
   setPassword("open");
   window.Boxes().questionAnswers = {true};  // to trust the server, which asks for TLS
@@ -134,7 +134,7 @@ TEST(NewerTest, NickServIsToldWhereTheServerHasNoAccounts) {
   options.useNewerProtocol = options.tellNickServ = true;
   options.connection.proof = AccountProof::kPassword;
   options.connection.account = "Owner";
-  emit window.App().Window().OptionsControls().PasswordTyped("sesame1");
+  emit window.App().Window().OptionsControls().SecretTyped(Secret::kAccountPassword, "sesame1");
   ASSERT_TRUE(window.Register("Wanda", server.Port(), NewerLoopback()));
   EXPECT_TRUE(nickServ.WaitForLine(" PRIVMSG NickServ :IDENTIFY Owner sesame1"));
   EXPECT_EQ(Count(window.Status() + window.Room(), "sesame1"), 0);

@@ -7,6 +7,7 @@
 #include <QTcpServer>
 
 #include "meeting.h"
+#include "platform/http_client_qt.h"
 
 namespace brindle::test {
 namespace {
@@ -105,6 +106,20 @@ TEST(NoTls, IsNeverMadeUpForByPlainText) {
   EXPECT_EQ(server.Received().find("NICK"), std::string::npos);
 }
 
+// What a download through the proxy comes to; `web` answers it, if it is asked.
+HttpState Fetched(ScriptedServer& web, const ConnectionOptions& options,
+                  const std::string& secret) {
+  QtHttpClient client;
+  client.SetConnection(options, secret);
+  auto last = HttpState::kConnecting;
+  client.SetListener([&](HttpState state) { last = state; });
+  client.Execute("http://127.0.0.1:" + std::to_string(web.Port()) + "/list");
+  WaitUntil([&] { return last > HttpState::kRequesting || !web.Received().empty(); });
+  if (!web.TakeReceivedUpTo("").empty()) web.Send("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
+  WaitUntil([&] { return last > HttpState::kRequesting; });
+  return last;
+}
+
 // The way to a server leads through the proxy, or nowhere.
 TEST(Proxies, CarryTheSessionAndLookUpNames) {
   QTcpServer probe;
@@ -112,18 +127,32 @@ TEST(Proxies, CarryTheSessionAndLookUpNames) {
   const QString port = QString::number(probe.serverPort());
   probe.close();
   DataFolder folder;
-  folder.Write("tiny.conf", "Port " + port.toStdString() + "\nListen 127.0.0.1\nMaxClients 9\n");
-  const std::tuple<int, const char*, QStringList> proxies[] = {
-      {2, "/usr/bin/microsocks", {"-i", "127.0.0.1", "-p", port}},
-      {3, "/usr/bin/tinyproxy", {"-d", "-c", PathForCompanions(folder.File("tiny.conf"))}},
+  const std::string conf = "Port " + port.toStdString() + "\nListen 127.0.0.1\nMaxClients 9\n";
+  folder.Write("open.conf", conf);
+  folder.Write("closed.conf", conf + "BasicAuth wanda sesame1\n");
+  const auto tiny = [&](const char* name) {
+    return QStringList{"-d", "-c", PathForCompanions(folder.File(name))};
+  };
+  const char* const socks = "/usr/bin/microsocks";
+  const char* const http = "/usr/bin/tinyproxy";
+  const QStringList open = {"-i", "127.0.0.1", "-p", port};
+  const QStringList closed = open + QStringList{"-u", "wanda", "-P", "s\u00E9same"};
+  // With the password that each wants, if it wants one.
+  const std::tuple<ProxyKind, const char*, QStringList, const char*> proxies[] = {
+      {ProxyKind::kSocks5, socks, open, ""},
+      {ProxyKind::kSocks5, socks, closed, "s\u00E9same"},
+      {ProxyKind::kHttp, http, tiny("open.conf"), ""},
+      {ProxyKind::kHttp, http, tiny("closed.conf"), "sesame1"},
   };
   IrcServer server(IrcServer::Kind::kNgircd);
   ASSERT_TRUE(server.Start()) << server.Error().toStdString();
-  for (const auto& [kind, program, arguments] : proxies) {
-    SCOPED_TRACE(program);
+  ScriptedServer web;
+  for (const auto& [kind, program, arguments, secret] : proxies) {
+    SCOPED_TRACE(std::string(program) + " " + secret);
     WindowDriver window;
-    window.App().Settings().connection.proxy = static_cast<ProxyKind>(kind);
-    window.App().Settings().connection.proxyAddress = "127.0.0.1:" + port.toStdString();
+    ConnectionOptions& options = window.App().Settings().connection;
+    options.proxy = kind;
+    options.proxyAddress = "127.0.0.1:" + port.toStdString();
     window.Connect("Wanda", "", server.Port());
     EXPECT_TRUE(window.Tells("lblConnectTrouble", "roxy")) << "without the proxy";
     Companion proxy(Companion::User::kSame);
@@ -133,7 +162,22 @@ TEST(Proxies, CarryTheSessionAndLookUpNames) {
       socket.connectToHost(QHostAddress::LocalHost, port.toUShort());
       return socket.waitForConnected(500);
     }));
-    ASSERT_TRUE(window.Register("Wanda", server.Port()));
+    const auto typePassword = [&](const char* password) {
+      emit window.App().Window().OptionsControls().SecretTyped(Secret::kProxyPassword, password);
+    };
+    for (const char* wrong : {"", "sesame"}) {
+      if (*secret == '\0') break;
+      typePassword(wrong);
+      window.Connect("Wanda", "", server.Port());
+      EXPECT_TRUE(
+          window.Tells("lblConnectTrouble", "The proxy does not take this user and password"))
+          << window.Status();
+      EXPECT_EQ(Fetched(web, options, wrong), HttpState::kProxyRefused);
+      options.proxyUser = "wanda";
+    }
+    typePassword(secret);
+    ASSERT_TRUE(window.Register("Wanda", server.Port())) << window.Status();
+    EXPECT_EQ(Fetched(web, options, secret), HttpState::kResponseCompleted);
     proxy.Kill();
     EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
   }
