@@ -1,9 +1,13 @@
 // Newer servers, with the options that make use of them: a real InspIRCd.
 
 #include <QAbstractItemView>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QSslCertificate>
+#include <QTime>
+#include <set>
 
+#include "base/time_text.h"
 #include "meeting.h"
 
 namespace brindle::test {
@@ -115,6 +119,58 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   options.certificatePath = window.Folder().File("mine.pem").toStdString();
   ASSERT_TRUE(window.Register("Wanda", server.Port()));
   EXPECT_EQ(Count(window.Status(), "You are now logged in as Owner"), 2);
+}
+
+TEST(NewerTest, WhatWasSaidBeforeIsShownWithItsTimeAndCaughtUpWith) {
+  IrcServer server{IrcServer::Kind::kInspircd};
+  server.UseOddClock();
+  ASSERT_TRUE(server.Start()) << server.Error().toStdString();
+  RawClient bot("MailBot");
+  bot.Begin(server.Port());
+  ASSERT_TRUE(bot.WaitForWelcome() && bot.Join(kRoom));
+  bot.Send("MODE #mailroom +H 700:1d");
+  // The server's, as the program shows it.
+  const auto now = [&] {
+    bot.Send("TIME");
+    EXPECT_TRUE(bot.WaitForLine(" 391 "));
+    const QTime time = QTime::fromString(QString::fromStdString(bot.Found()).right(8), "HH:mm:ss");
+    std::tm local{};
+    local.tm_hour = time.hour();
+    local.tm_min = time.minute();
+    return ClockText(local);
+  };
+  // Says three hundred lines, and waits for another minute; the times at which they may be said.
+  int said = 0;
+  const auto sayMany = [&] {
+    const std::string before = now();
+    for (const int end = said + 300; said < end; ++said) {
+      bot.Say(kRoom, "line " + std::to_string(said) + ".");
+    }
+    const std::string after = now();
+    EXPECT_TRUE(WaitUntil([&] { return now() != after; }));
+    return std::set{before, after};
+  };
+  const std::set<std::string> times[] = {sayMany(), sayMany()};
+  for (const bool catchUp : {false, true}) {
+    WindowDriver window({kRoom});
+    Options& options = window.App().Settings();
+    options.useNewerProtocol = options.timestampChatLines = true;
+    options.catchUp = catchUp;
+    ASSERT_TRUE(window.Register("Wanda", server.Port()));
+    QElapsedTimer waited;
+    waited.start();
+    window.AskToJoin(0);
+    EXPECT_TRUE(window.ShowsInRoom("line 599."));
+    // One a tick takes six seconds.
+    EXPECT_EQ(waited.elapsed() < 5900, catchUp) << waited.elapsed();
+    const std::string room = window.Room();
+    for (const int line : {0, 299, 300, 599}) {
+      const size_t end = room.find("] <MailBot> line " + std::to_string(line) + ".");
+      const size_t begin = room.rfind('[', end) + 1;
+      EXPECT_TRUE(times[line / 300].contains(room.substr(begin, end - begin)))
+          << room.substr(begin, 40);
+    }
+  }
 }
 
 // This machine by its IPv6 address; by the other one where there is none.

@@ -107,8 +107,13 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
   if (kind_ == Kind::kNgircd) {
     process_.Start("/usr/sbin/ngircd", {"--nodaemon", "--config", configuration});
   } else {
-    process_.Start("/usr/sbin/inspircd",
-                   {"--nofork", "--nolog", "--nopid", "--config", configuration});
+    QStringList words = {"/usr/sbin/inspircd", "--nofork",   "--nolog", "--nopid",
+                         "--config",           configuration};
+    if (hasOddClock_) {
+      words = QStringList{"LD_PRELOAD=/usr/$LIB/faketime/libfaketime.so.1", "FAKETIME=-90m x20"} +
+              words;
+    }
+    process_.Start("/usr/bin/env", words);
   }
   const char* ready = kind_ == Kind::kNgircd ? " ready.\n" : "is now running as";
   WaitUntil(
@@ -153,7 +158,7 @@ PAM = no
 <server name="irc.brindle.test" description="Test server" network="BrindleTest">
 <admin name="Test server" nick="tester" email="test@brindle.test">
 <bind address="127.0.0.1" port="%1" type="clients">
-<connect name="tests" allow="*" timeout="60" pingfreq="120" maxchans="1000"
+<connect name="tests" allow="*" timeout="3600" pingfreq="7200" maxchans="1000"
          localmax="10000" globalmax="10000" maxconnwarn="no" resolvehostnames="no" useident="no"
          hardsendq="16M" softsendq="4M" recvq="4M" threshold="1000000" commandrate="1000000"
          fakelag="no">
@@ -163,7 +168,8 @@ PAM = no
 <module name="ircv3"><module name="ircv3_accounttag"><module name="ircv3_batch">
 <module name="ircv3_capnotify"><module name="ircv3_chghost"><module name="ircv3_ctctags">
 <module name="ircv3_echomessage"><module name="ircv3_labeledresponse"><module name="ircv3_msgid">
-<module name="ircv3_servertime">
+<module name="ircv3_servertime"><module name="chanhistory">
+<chanhistory maxlines="1000" prefixmsg="no">
 )";
   QString form = kind_ == Kind::kNgircd ? ngircd : inspircd;
   if (tlsPort_ != 0) {
