@@ -237,7 +237,7 @@ TEST(NewerProtocol, ShowsOwnLinesAsTheServerRelaysThem) {
   for (const auto& [granted, typed, received, shown] : table) {
     NewerStage stage(granted);
     bool isAwake = false;
-    stage.lines.OnBusy([&] { isAwake = true; });
+    stage.lines.OnWaiting([&] { isAwake = true; });
     stage.outgoing.cmdSend_Click(typed, 1);
     EXPECT_TRUE(isAwake);
     const std::string sent = stage.Taken();

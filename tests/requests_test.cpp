@@ -114,8 +114,8 @@ TEST(Requests, EndWithTheirReason) {
     stage.Wait(1000);
     EXPECT_EQ(stage.Asked(), told);
     EXPECT_EQ(stage.Checks() + " " + requested(stage.list), left) << told;
-    stage.Wait(RequestStack::kDoubtMilliseconds);
-    EXPECT_TRUE(stage.stack.IsIdle() && !stage.lines.IsBusy()) << told;
+    stage.Wait(SendQueue::kDoubtMilliseconds);
+    EXPECT_TRUE(stage.stack.IsIdle() && !stage.lines.IsWaiting()) << told;
     EXPECT_EQ(stage.Asked(), "");
   }
 }
@@ -164,7 +164,7 @@ TEST(Requests, TheLastOfARunAreCheckedAgainWhereTheSessionIsLostBehindIt) {
     stage.Click();
     stage.Wait(soon ? 1000 : 4000);
     EXPECT_EQ(stage.Checks(), "....");
-    EXPECT_EQ(stage.lines.IsBusy(), soon);
+    EXPECT_EQ(stage.lines.IsWaiting(), soon);
     stage.connection.wsChat_Error("gone");
     stage.Wait(20);
     EXPECT_EQ(stage.Checks(), soon ? "x.x." : "....");

@@ -41,9 +41,9 @@ ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& m
   QObject::connect(&tmrSend_, &QTimer::timeout, &tmrSend_, [this] {
     lines_.tmrSend_Timer();
     if (turn_) turn_();
-    if (!lines_.IsBusy()) tmrSend_.stop();
+    if (!lines_.IsWaiting()) tmrSend_.stop();
   });
-  lines_.OnBusy([this] { tmrSend_.start(); });
+  lines_.OnWaiting([this] { tmrSend_.start(); });
   tmrConnect_.setInterval(kConnectMilliseconds);
   QObject::connect(&tmrConnect_, &QTimer::timeout, &tmrConnect_, [this] {
     connection_.tmrConnect_Timer();

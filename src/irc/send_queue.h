@@ -62,12 +62,14 @@ class SendQueue {
   // An answer to a PING; false when the PING was not ours.
   bool TakePong(std::string_view token);
 
-  // Sends what has waited long enough. To be called every few milliseconds while IsBusy().
+  // Sends what has waited long enough. To be called every few milliseconds while IsWaiting().
   void tmrSend_Timer();
-  bool IsBusy() const { return IsSending() || clock_.Ticks() - lastRequest_ <= kDoubtMilliseconds; }
+  bool IsWaiting() const {
+    return IsSending() || clock_.Ticks() - lastRequest_ <= kDoubtMilliseconds;
+  }
 
   // Called when there is something to wait for.
-  void OnBusy(std::function<void()> wake) { wake_ = std::move(wake); }
+  void OnWaiting(std::function<void()> wake) { wake_ = std::move(wake); }
 
  private:
   struct Typed {
@@ -75,6 +77,7 @@ class SendQueue {
     std::function<void()> sent;
   };
 
+  // Lines are still to go, or to be answered for.
   bool IsSending() const { return !typed_.empty() || runs_ > 0 || own_.IsWaiting(); }
   void SendNextTyped();
   // Tells the pace of a line that others have sent.

@@ -122,7 +122,7 @@ void RequestStack::DropStaleRuns() {
 void RequestStack::ForgetArrived() {
   while (!said_.empty() &&
          (said_.front().number <= lines_.ConfirmedRequest() ||
-          (runs_.empty() && clock_.Ticks() - said_.front().when > kDoubtMilliseconds))) {
+          (runs_.empty() && clock_.Ticks() - said_.front().when > SendQueue::kDoubtMilliseconds))) {
     said_.pop_front();
   }
 }
@@ -144,7 +144,7 @@ void RequestStack::StopRunsOf(const void* owner) {
 void RequestStack::LineRefused(const std::string& reason) {
   ForgetArrived();
   if (runs_.empty() && said_.empty()) return;
-  TakeBackSince(clock_.Ticks() - kDoubtMilliseconds);
+  TakeBackSince(clock_.Ticks() - SendQueue::kDoubtMilliseconds);
   EndAll("The room takes no requests (" + reason + ")");
 }
 

@@ -49,8 +49,6 @@ struct RunProgress {
 class RequestStack {
  public:
   static constexpr int kTickMilliseconds = 10;
-  // A refusal speaks of lines that were said so long ago at most.
-  static constexpr int kDoubtMilliseconds = SendQueue::kDoubtMilliseconds;
 
   RequestStack(const Session& session, RoomVoice& voice, SendQueue& lines, WindowView& window,
                const Clock& clock)
