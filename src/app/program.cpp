@@ -1,5 +1,6 @@
 #include "app/program.h"
 
+#include <QFocusEvent>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -111,7 +112,10 @@ bool Program::Form_Load() {
   chat_.Reset();
   // 4. The border stays, the menu entry goes.
   RemoveSizeCommand(static_cast<std::uintptr_t>(window_->winId()));
-  // 6. The paths are known since the program was made.
+  // 6. The paths are known since the program was made. No other program writes there now.
+  for (const std::string& path : {paths_.settings, paths_.channels, paths_.servers, paths_.finds}) {
+    RemoveLeftovers(path);
+  }
   // 7. The screen name.
   const std::unique_ptr<WindowTree> windows = NativeWindowTree();
   AolClient aol(*windows, events_, ending_.get_token());
@@ -211,6 +215,9 @@ void Program::CheckForUpdate() {
 void Program::Close() {
   if (closed_) return;
   closed_ = true;
+  // What is half typed counts as if the user had left the field.
+  QFocusEvent leave(QEvent::FocusOut);
+  if (QWidget* field = window_->focusWidget()) QCoreApplication::sendEvent(field, &leave);
   ending_.request_stop();
   if (updateDesk_ != nullptr) updateDesk_->Stop();
   mail_.Close();

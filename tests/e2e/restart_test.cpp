@@ -2,6 +2,7 @@
 // start; no server is needed.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QListWidget>
 #include <QSpinBox>
 #include <QSplitter>
 #include <QTest>
@@ -125,6 +126,15 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   window->ShowTab(Tab::kOptions);
   window.reset();
   EXPECT_EQ(folder->All(), files);
+  window = std::make_unique<WindowDriver>(folder);
+  window->ShowTab(Tab::kOptions);
+  window->Find<QListWidget>("lstOptionPages").setCurrentRow(2);
+  auto& lines = window->Find<QSpinBox>("spnOptionsLines");
+  lines.setFocus();
+  lines.selectAll();
+  QTest::keyClicks(&lines, "2500");
+  window.reset();
+  EXPECT_NE(folder->Content("brindle.ini").find("\r\nlines=2500\r\n"), std::string::npos);
 }
 
 #ifdef Q_OS_UNIX
