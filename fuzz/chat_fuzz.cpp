@@ -27,8 +27,7 @@ void CheckLinks(std::string_view line) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-  fuzz::Bytes input(data, size);
+void fuzz::Try(Bytes input) {
   Options options;
   options.keepDigitsApart = input.Byte() % 2 == 1;
   ChatLog log;
@@ -60,15 +59,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     Require(again.Line(again.LineCount() - 1) == log.Line(line), "a copy differs", log.Line(line));
   }
   const std::string wanted = whole.substr(whole.size() / 2, 3);
-  if (!IsValidUtf8(wanted)) return 0;
+  if (!IsValidUtf8(wanted)) return;
   if (const auto hit = FindInLog(log, wanted, {}, FindDirection::kForward)) {
     Require(LowerCase(log.PlainText(*hit)) == LowerCase(wanted), "found something else", wanted);
   }
-  const size_t gone = size % log.LineCount();
+  const size_t gone = whole.size() % log.LineCount();
   const LogRange rest{{gone, 0}, log.End()};
   const std::string kept = log.PlainText(rest, "\r\n");
   log.DropOldest(gone);
   Require(log.PlainText(log.Everything(), "\r\n") == kept, "others were dropped", kept);
   Require(log.TextLength() == CharacterCount(kept), "another length", kept);
-  return 0;
 }

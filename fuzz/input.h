@@ -1,6 +1,7 @@
 #pragma once
 // The fuzzer's bytes, taken piece by piece; and the end of a run that has found something.
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -8,6 +9,9 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
+
+#include "base/text.h"
 
 namespace brindle::fuzz {
 
@@ -35,6 +39,17 @@ class Bytes {
  private:
   std::string_view rest_;
 };
+
+// One run of the fuzzer, on all of its bytes.
+void Try(Bytes input);
+
+// A line ends at CR LF, CR or LF.
+inline std::vector<std::string> LinesOf(std::string_view text) {
+  std::string ends = JoinFrom(Split(text, "\r\n"), 0, "\n");
+  std::replace(ends.begin(), ends.end(), '\r', '\n');
+  const auto lines = Split(ends, "\n");
+  return {lines.begin(), lines.end()};
+}
 
 inline void Require(bool holds, const char* what, std::string_view where = "") {
   if (holds) return;

@@ -11,15 +11,11 @@
 using namespace brindle;
 using fuzz::Require;
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
+void fuzz::Try(Bytes input) {
   static int argc = 3;
-  static char program[] = "layout_fuzz";
-  static char option[] = "-platform";
-  static char platform[] = "offscreen";
-  static char* argv[] = {program, option, platform, nullptr};
-  static const QGuiApplication application(argc, argv);
+  static const char* argv[] = {"layout_fuzz", "-platform", "offscreen", nullptr};
+  static const QGuiApplication application(argc, const_cast<char**>(argv));
 
-  fuzz::Bytes input(data, size);
   ChatLog log;
   const int width = 120 + static_cast<int>(input.Byte()) * 4;
   while (!input.IsEmpty()) {
@@ -46,5 +42,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     Require(!isPlain || layout.CharacterRect(nearest).left() == rect.left(), "another place", text);
   }
   Require(position == log.End(), "the end is not reached");
-  return 0;
 }

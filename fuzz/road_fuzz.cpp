@@ -111,11 +111,8 @@ struct Road : TalkStage {
 };
 
 }  // namespace
-}  // namespace brindle
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-  using namespace brindle;
-  Bytes input(data, size);
+void fuzz::Try(Bytes input) {
   Road road;
   const unsigned bits = input.Byte();
   road.options.useNewerProtocol = (bits & 1U) != 0;
@@ -135,5 +132,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
     Require(!nick.empty() && nick.find(' ') == std::string::npos, "a nick of no one", nick);
   }
   Require(!road.queue.IsBusy(), "the queue stays busy");
-  return 0;
 }
+
+}  // namespace brindle

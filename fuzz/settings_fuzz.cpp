@@ -19,12 +19,8 @@ namespace {
 
 // Lines that no setting of ours is in.
 std::vector<std::string> Foreign(const std::string& text) {
-  std::vector<std::string> lines;
-  std::string ends = text;  // a CR alone is one too
-  std::replace(ends.begin(), ends.end(), '\r', '\n');
-  for (const std::string_view line : Split(ends, "\n")) {
-    if (line.starts_with(';')) lines.emplace_back(line);
-  }
+  std::vector<std::string> lines = fuzz::LinesOf(text);
+  std::erase_if(lines, [](const std::string& line) { return !line.starts_with(';'); });
   return lines;
 }
 
@@ -61,8 +57,7 @@ void CheckLists(const std::string& bytes) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-  fuzz::Bytes input(data, size);
+void fuzz::Try(Bytes input) {
   const unsigned what = input.Byte();
   if (what % 3 == 0) {
     const Setting setting{input.Text(), input.Text(), input.Text()};
@@ -70,17 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   } else if (what % 3 == 1) {
     CheckLists(std::string(input.Rest()));
   } else {
-    const SettingsText text(input.Rest());
-    const Options options = ReadOptions(text);
-    std::vector<Setting> all;
-    AppendOptions(options, all);
-    SettingsText stored("");
-    for (const Setting& setting : all) stored.Write(setting);
-    std::vector<Setting> again;
-    AppendOptions(ReadOptions(SettingsText(stored.Text())), again);
-    for (size_t i = 0; i < all.size(); ++i) {
-      Require(all[i].value == again[i].value, "an option", all[i].key);
-    }
+    const std::string stored = OptionsText(ReadOptions(SettingsText(input.Rest())));
+    Require(OptionsText(ReadOptions(SettingsText(stored))) == stored, "an option", stored);
   }
-  return 0;
 }

@@ -47,8 +47,7 @@ void CheckPieces(const std::string& text, size_t most) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
-  fuzz::Bytes input(data, size);
+void fuzz::Try(Bytes input) {
   const unsigned most = 4 + input.Byte();
   const std::string text(input.Rest());
   CheckAddress(text);
@@ -61,5 +60,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, size_t size) {
   line.Nick();
   line.Text(3);
   line.WordRest(2);
-  return 0;
 }

@@ -11,6 +11,7 @@
 #include "settings/stored_state.h"
 #include "soak/soak.h"
 #include "support/child_process.h"
+#include "support/memory.h"
 
 namespace brindle::soak {
 namespace {
@@ -25,17 +26,15 @@ void KillServer(int times) {
   Require(window.Register("me", server.serverPort()) && window.Join(0), "no session");
   MailList& mails = window.App().Mails();
   const Session& session = window.App().CurrentSession();
-  const auto everyMail = [](const auto& is) {
+  const auto everyMail = [&](bool mayBeChecked) {
     for (size_t row = 0; row < kMails; row += 2) {
-      if (!is(row)) return false;
+      const bool arrived = server.requests.contains(std::to_string(row + 1));
+      const bool isChecked = mails.IsChecked(row);
+      if (mayBeChecked ? !arrived && !isChecked : !arrived || isChecked) return false;
     }
     return true;
   };
-  const auto arrived = [&](size_t row) {
-    return server.requests.contains(std::to_string(row + 1));
-  };
-  const auto checkedOrArrived = [&](size_t row) { return mails.IsChecked(row) || arrived(row); };
-  const auto done = [&](size_t row) { return arrived(row) && !mails.IsChecked(row); };
+  const auto isDone = [&] { return everyMail(false); };
   size_t halved = 0;
   for (int i = 0; i < times; ++i) {
     const std::string moment = "kill " + std::to_string(i);
@@ -48,13 +47,13 @@ void KillServer(int times) {
     halved += !server.requests.empty() && server.requests.size() < kMails / 2 ? 1 : 0;
     Await([&] { return session.currentRoom.empty(); }, "the end is not seen", moment);
     Pass(50);
-    Require(everyMail(checkedOrArrived), "a mail is forgotten", moment);
+    Require(everyMail(true), "a mail is forgotten", moment);
     window.Boxes().questionAnswers = {true};  // to go on with the rest
     Await([&] { return server.joined && !session.currentRoom.empty(); }, "it stays away", moment);
     Pass(100);
     // Nothing is asked where all was said before: then the last are only checked again.
-    if (!window.Boxes().questionAnswers.empty() && !everyMail(done)) window.Click("cmdRequest");
-    Await([&] { return everyMail(done); }, "the run does not end", moment);
+    if (!window.Boxes().questionAnswers.empty() && !isDone()) window.Click("cmdRequest");
+    Await(isDone, "the run does not end", moment);
     Require(window.Text("cmdConnect") == "Disconnect" &&
                 window.Text("barStatusPanel1") == "Status - Connected" &&
                 window.Find<QWidget>("cmdRequest").isEnabled(),
@@ -68,11 +67,7 @@ void KillServer(int times) {
 std::string Stored(const std::string& folder) {
   const StoredState state = LoadState(NativeFiles(), PathsIn(folder));
   if (state.rooms.empty() || state.servers.empty()) return "";
-  std::vector<Setting> settings;
-  AppendOptions(state.options, settings);
-  std::string text = state.nick + state.rooms[0] + state.servers[0].host;
-  for (const Setting& setting : settings) text += setting.key + "=" + setting.value + "\n";
-  return text;
+  return state.nick + state.rooms[0] + state.servers[0].host + OptionsText(state.options);
 }
 
 void KillProgram(int times) {

@@ -40,22 +40,14 @@ struct OptionsStage : Stage, OptionsPageView {
   std::optional<Colour> picked;  // once
 };
 
-std::string Stored(const Options& options) {
-  std::vector<Setting> all;
-  AppendOptions(options, all);
-  SettingsText text("");
-  for (const Setting& setting : all) text.Write(setting);
-  return text.Text();
-}
-
 Options Read(const std::string& text) { return ReadOptions(SettingsText(text)); }
 
 // What they are called and are at first stands in docs/files-and-settings.md, as checked below.
 TEST(Options, AreReadBackAsTheyWereStored) {
-  const std::string text = Stored(Options());
+  const std::string text = OptionsText(Options());
   EXPECT_TRUE(text.find("\r\nsound1= \r\n") <
               text.find("\r\nsound6= c:\\windows\\media\\tada.wav"));
-  EXPECT_EQ(Stored(Read("")), text);
+  EXPECT_EQ(OptionsText(Read("")), text);
   // Each value on its own in another state, each path cleared and another.
   for (size_t end = text.find("\r\n"); end != std::string::npos; end = text.find("\r\n", end + 1)) {
     std::string other = text;
@@ -63,7 +55,7 @@ TEST(Options, AreReadBackAsTheyWereStored) {
     if (text[end - 1] == '1') other[end - 1] = '0';
     if (text[end - 1] == ' ') other.insert(end, "/a b/c.wav");
     if (text[end - 1] == 'v') other.erase(text.rfind(' ', end) + 1, end - text.rfind(' ', end) - 1);
-    EXPECT_EQ(Stored(Read(other)), other);
+    EXPECT_EQ(OptionsText(Read(other)), other);
   }
 }
 
@@ -117,7 +109,7 @@ TEST(OptionsPage, SomeBoxesActAtOnce) {
       Options expected = stage.options;
       expected.*state = on;
       stage.page.BoxClicked(group, index, on);
-      EXPECT_EQ(Stored(stage.options), Stored(expected)) << caption;
+      EXPECT_EQ(OptionsText(stage.options), OptionsText(expected)) << caption;
     }
     EXPECT_EQ(stage.Taken(), effects) << caption;
   }

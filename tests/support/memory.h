@@ -1,5 +1,6 @@
 #pragma once
-// Files in memory, and bytes that are handed out in small pieces; both can be told to fail.
+// Files in memory, and bytes that are handed out in small pieces; both can be told to fail. And
+// options as a settings file holds them.
 
 #include <algorithm>
 #include <limits>
@@ -12,6 +13,7 @@
 
 #include "base/files.h"
 #include "mail/list_reader.h"
+#include "settings/options.h"
 
 namespace brindle {
 
@@ -70,5 +72,13 @@ class MemorySource : public BlockSource {
   size_t at_ = 0;
   size_t failAfter_ = std::numeric_limits<size_t>::max();
 };
+
+inline std::string OptionsText(const Options& options) {
+  std::vector<Setting> all;
+  AppendOptions(options, all);
+  SettingsText text("");
+  for (const Setting& setting : all) text.Write(setting);
+  return text.Text();
+}
 
 }  // namespace brindle
