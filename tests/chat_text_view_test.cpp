@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QtTest/QTest>
@@ -101,6 +102,7 @@ TEST_F(ChatTextViewTest, FollowsTheEndOnlyFromTheEnd) {
       EXPECT_EQ(atEnd, QString(keys).contains("End")) << keys;
       EXPECT_EQ(AtEnd(), atEnd) << keys;
       EXPECT_EQ(Top() == before, !atEnd) << keys;
+      EXPECT_EQ(view_.findChild<QPushButton*>("cmdNewLines")->isVisible(), !atEnd) << keys;
     }
   }
   Do("Ctrl+Home");
@@ -127,6 +129,8 @@ TEST_F(ChatTextViewTest, WrapsALongLineAndFindsItsWayInIt) {
     EXPECT_TRUE(IsInSight(position) || line[position.byte] == ' ') << byte;
     EXPECT_EQ(view_.PositionAt(LeftOf(position)), position) << byte;
   }
+  Bar().setValue(Bar().maximum() * 2 / 3);
+  EXPECT_NEAR(static_cast<double>(Top().byte), 2.0 * static_cast<double>(line.size()) / 3, 400);
 }
 
 TEST_F(ChatTextViewTest, ShowsTextInItsColourOnTheBackColour) {
@@ -289,7 +293,7 @@ TEST_F(ChatTextViewTest, TellsAssistiveTechnologyItsText) {
   QAccessibleTextInterface* text = accessible->textInterface();
   const QString all = view_.PlainText();
   EXPECT_EQ(text->text(0, text->characterCount()), all);
-  for (const int start : {1, 12, 4500})
+  for (const int start : {1, 12, 4500, 20000})
     EXPECT_EQ(text->text(start, start + 20), all.mid(start, 20));
   int start = 0;
   int end = 0;

@@ -180,8 +180,9 @@ TEST_F(ReconnectTest, ComesBackAfterGrowingPausesAsTheUserWished) {
 }
 
 TEST_F(ReconnectTest, StaysAwayWhenThatIsMeant) {
-  for (const char* end : {"quit; close", "error x; cancel", "error x; to nowhere",
-                          ":srv 465 me :No; close", "stay; error x", "error x; stop"}) {
+  for (const char* end :
+       {"quit; close", "error x; cancel", "error x; to nowhere", ":srv 465 me :No; close",
+        "stay; error x", "error x; stop", "stop; error x"}) {
     Do("reconnect; enter");
     Do(end);
     EXPECT_EQ(UntilAttempt(), 0) << end;

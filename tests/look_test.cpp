@@ -170,6 +170,15 @@ TEST(Look, WhatIsThereIsDrawnAndNothingElse) {
   }
 }
 
+TEST(Look, ACheckedBoxHasItsTick) {
+  const QImage picture = Picture("check", "o");
+  bool isDrawn = false;
+  for (int x = 0; x < picture.width(); ++x) {
+    isDrawn |= picture.pixelColor(x, 18).rgb() == CurrentColours().accentText.rgb();
+  }
+  EXPECT_TRUE(isDrawn);
+}
+
 TEST(Look, WhatHasTheKeyboardIsFramed) {
   for (const char* control : {"button", "field"}) {
     for (const bool focused : {false, true}) {

@@ -187,6 +187,7 @@ TEST(MessageTags, AreCutOffBeforeTheLine) {
   EXPECT_GE(LocalTimeOf("2999-12-31T01:00:00Z").value().tm_year, 2998 - 1900);  // 2262 is no end
   EXPECT_EQ(LocalTimeOf("2026-11-21T15:07:07.250Z").value().tm_hour,
             std::localtime(&moment)->tm_hour);
+  EXPECT_TRUE(LocalTimeOf("2026-11-21T23:59:60Z"));
   for (const char* senseless :
        {"", "2026-11-21T15:07:07+", "2026-11-21 15:07:07Z", "2026-02-30T15:07:07Z",
         "2026-11-21T24:07:07Z", "2026-11-21T15:07:07.Z", "2026-11-21T15:07:07.1xZ"}) {

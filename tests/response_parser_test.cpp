@@ -86,6 +86,7 @@ TEST(ResponseParser, HandlesEachCommand) {
       {"PING :a:b c", kPingShown + "> PONG :a:b c"s},
       {":2001:db8::1 PING :a:b", kPingShown + "> PONG :a:b"s},
       {":srv PONG srv :brindle1", NotParsed(":srv PONG srv :brindle1")},
+      {":srv PONG srv :other", NotParsed(":srv PONG srv :other")},
       {":op TOPIC #room :new: one",
        NotParsed(":op TOPIC #room :new: one") + "\n2|^C3* op sets the topic to 'new: one^C3'",
        "2 me #room: @op bob (new: one)"},

@@ -84,16 +84,6 @@ TEST(SettingsText, LeadingNumberIsLenient) {
   for (const auto& [text, number] : cases) EXPECT_EQ(LeadingNumber(text), number) << text;
 }
 
-TEST(SettingsFile, DefaultStandsInForWhatIsMissingOrEmpty) {
-  MemoryFiles files;
-  SettingsFile settings(files, "f");
-  EXPECT_EQ(settings.ReadSetting("s", "k", "d"), "d");
-  files.files["f"] = "[s]\r\nk=\r\nblank= \r\n";
-  EXPECT_EQ(settings.ReadSetting("s", "k", "d") + settings.ReadSetting("s", "k"), "d");
-  EXPECT_EQ(settings.ReadSetting("s", "blank", "d"), "d");
-  EXPECT_EQ(SettingsText(files.files["f"]).Read("s", "blank", "d", ValueForm::kPlain), " ");
-}
-
 TEST(SettingsFile, IsReplacedOnceAndOnlyWhenItCouldBeRead) {
   MemoryFiles files;
   SettingsFile settings(files, "f");

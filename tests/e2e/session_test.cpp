@@ -251,6 +251,7 @@ TEST_F(RoomTest, WhatIsTypedPastedAnnouncedAndAskedByHand) {
     said.push_back(kTo + text);
   }
   EXPECT_EQ(meeting.Said(said.size()), said);
+  EXPECT_EQ(Done(), "1235");
 
   auto& timer = window.Find<QTimer>("tmrAD");
   window.ShowTab(Tab::kInfo);
