@@ -115,6 +115,8 @@ QImage Picture(std::string_view control, std::string_view letters) {
   bar.progress = has('1') ? 50 : has('2') ? 100 : 0;
   bar.textVisible = has('T');
   bar.text = "50%";
+  auto combo = in(QStyleOptionComboBox());
+  combo.frame = !has('F');
 
   const QStyle& style = *QApplication::style();
   using S = QStyle;
@@ -124,6 +126,7 @@ QImage Picture(std::string_view control, std::string_view letters) {
   if (control == "field") style.drawPrimitive(S::PE_PanelLineEdit, &field, &painter);
   if (control == "tab") style.drawControl(S::CE_TabBarTabShape, &tab, &painter);
   if (control == "menu") style.drawControl(S::CE_MenuItem, &item, &painter);
+  if (control == "combo") style.drawComplexControl(S::CC_ComboBox, &combo, &painter);
   if (control == "progress") style.drawControl(S::CE_ProgressBar, &bar, &painter);
   return image;
 }
@@ -135,6 +138,7 @@ TEST(Look, StatesThatMatterDoNotLookAlike) {
       {"check", "- h x=hx o=ho ox n nx"},
       {"radio", "- h x o ox"},
       {"field", "- f=m h x=fx F"},
+      {"combo", "- f=m h x=fx F"},
       {"tab", "-=f=m c=cm cf cL=crL cB"},
       {"menu", "-=o c x=cx K=Ko Kc Kx Kr r S=Sc U Ur Uc C Co Cox I Ic"},
       {"progress", "- 1 2 1r T T1 Tx T1x"},

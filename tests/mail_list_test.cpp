@@ -47,9 +47,13 @@ TEST(MailList, TellsOncePerChangeAndKeepsItsHeaderTrue) {
     const MailList::BulkChange inner(list);
   }
   { const MailList::BulkChange nothing(list); }
+  {
+    const MailList::BulkChange one(list);
+    list.SetChecked(4, true);
+  }
   const auto generation = list.Generation();
   list.SetChecked(1, true);
-  EXPECT_EQ(told(), "*1 [1/5]");
+  EXPECT_EQ(told(), "**1 [2/5]");
   EXPECT_EQ(list.Generation(), generation);
   list.ClearBelowHeader();
   EXPECT_EQ(told(), "() [0/5]");

@@ -6,6 +6,7 @@
 #include <QDropEvent>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMimeData>
@@ -49,7 +50,10 @@ struct ListTab : testing::Test {
 TEST_F(ListTab, FiltersAndCountsEverything) {
   EXPECT_TRUE(IsOnList());
   window->ClickCheckBox(3);
+  const auto clears = [&] { return window->Find<QLineEdit>("txtListFilter").actions()[1]; };
+  EXPECT_FALSE(clears()->isVisible());
   window->Type("txtListFilter", "B");
+  EXPECT_TRUE(clears()->isVisible());
   EXPECT_EQ(Shown(), "2 3B");
   EXPECT_EQ(window->Text("lblRun"), "1 of 4 checked, 2 shown");
   window->Choose("mnuSelectNone");
