@@ -25,7 +25,8 @@ def walk_to(brindle, name):
 
 def check(brindle, row, table="Mail list"):
     """Checks a row of a list by its own action."""
-    cell = brindle.find("table", table).queryTable().getAccessibleAt(row, 0)
+    found = brindle.find("table", table)
+    cell = wait_for("row %d" % row, lambda: found.queryTable().getAccessibleAt(row, 0))
     brindle.act(cell, "Toggle")
     wait_for("the check of row %d" % row, lambda: window.has(cell, pyatspi.STATE_CHECKED))
 

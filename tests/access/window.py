@@ -79,8 +79,10 @@ class Window:
             if thing.getRoleName() == "menu item" and thing.name == name])[0]
 
     def act(self, thing, action):
-        actions = thing.queryAction()
-        names = [actions.getName(i).lower() for i in range(actions.nActions)]
+        # A busy program may answer too late, and is asked again.
+        actions = wait_for("the actions", thing.queryAction)
+        names = wait_for("their names", lambda: [
+            actions.getName(i).lower() for i in range(actions.nActions)])
         # A box that opens holds the answer back until it is closed.
         with contextlib.suppress(GLib.GError):
             actions.doAction(names.index(action.lower()))
@@ -98,7 +100,7 @@ class Window:
     def select(self, name):
         """Makes an entry of a list the selected one."""
         entry = self.find("list item", name)
-        if not has(entry, pyatspi.STATE_SELECTED):
+        if not wait_for("its state", entry.getState).contains(pyatspi.STATE_SELECTED):
             self.act(entry, "Toggle")
 
     def text(self, name):
@@ -110,7 +112,7 @@ class Window:
 
     def fill(self, name, content):
         field = self.find("text", name)
-        field.queryEditableText().setTextContents(content)
+        wait_for("a field", lambda: field.queryEditableText().setTextContents(content) or True)
         wait_for("the text in " + name, lambda: self.text(name) == content)
 
     def shows(self, view, part):

@@ -170,6 +170,10 @@ TEST(NewerTest, WhatWasSaidBeforeIsShownWithItsTimeAndCaughtUpWith) {
       EXPECT_TRUE(times[line / 300].contains(room.substr(begin, end - begin)))
           << room.substr(begin, 40);
     }
+    window.Leave();
+    ASSERT_TRUE(window.ShowsInRoom(kGone));
+    // The farewell, as the server relays it; the second time the one before is history.
+    EXPECT_EQ(Count(window.Room(), "<Wanda> I was using"), catchUp ? 2 : 1);
   }
 }
 
