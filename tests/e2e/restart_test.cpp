@@ -111,8 +111,11 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   const auto files = folder->All();
   EXPECT_EQ(files.size(), 5U);
   EXPECT_NE(files.at("brindle.ini").find(place.toStdString()), std::string::npos);
+  const QString today = "=" + QDate::currentDate().toString(Qt::ISODate);
+  EXPECT_EQ(Count(files.at("finds.txt"), qPrintable(today)), 2);
 
   window = std::make_unique<WindowDriver>(folder);
+  EXPECT_EQ(window->Text(kHint), "");
   EXPECT_EQ(Shown(*window), shown);
   EXPECT_EQ(window->App().Window().geometry(), QRect(20, 30, 780, 600));
   window->LoadList(folder->File("mails.txt"));
