@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "app/kept_secrets.h"
 #include "platform/native.h"
 #include "support/wait.h"
 
@@ -39,6 +40,12 @@ TEST(SecretStore, SaysSoWhereTheSystemHasNone) {
   qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
   EXPECT_NE(Keep("secret"), "");
   EXPECT_EQ(Kept(), std::nullopt);
+  // The end of the program waits for the answer.
+  std::string trouble;
+  KeptSecrets secrets([&trouble](const std::string& told) { trouble = told; });
+  secrets.Keep(Secret::kAccountPassword, "typed");
+  secrets.Finish();
+  EXPECT_NE(trouble, "");
 }
 
 }  // namespace

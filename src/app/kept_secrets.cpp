@@ -1,11 +1,20 @@
 #include "app/kept_secrets.h"
 
+#include <QEventLoop>
+#include <QTimer>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "platform/native.h"
 
 namespace brindle {
+namespace {
+
+// The system may have to ask the user whether the keyring may be opened.
+constexpr std::chrono::seconds kPatience{5};
+
+}  // namespace
 
 KeptSecrets::KeptSecrets(std::function<void(const std::string& trouble)> tell)
     : tell_(std::move(tell)) {
@@ -27,9 +36,21 @@ void KeptSecrets::Keep(Secret which, const std::string& text) {
   Kept& kept = Of(which);
   kept.text = text;
   kept.isTyped = true;
+  ++unkept_;
   kept.store->Write(text, [this](const std::string& trouble) {
+    --unkept_;
     if (!trouble.empty()) tell_(trouble);
+    if (unkept_ == 0 && whenKept_) whenKept_();
   });
+}
+
+void KeptSecrets::Finish() {
+  if (unkept_ == 0) return;
+  QEventLoop loop;
+  whenKept_ = [&loop] { loop.quit(); };
+  QTimer::singleShot(kPatience, &loop, &QEventLoop::quit);
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+  whenKept_ = nullptr;
 }
 
 void KeptSecrets::WhenRead(std::function<void()> then) {

@@ -21,6 +21,9 @@ class KeptSecrets {
   void Keep(Secret which, const std::string& text);
   const std::string& Text(Secret which) const { return Of(which).text; }
 
+  // Waits until the system has kept what was typed, for some seconds at most.
+  void Finish();
+
   // Calls `then` once the system has answered all that it was asked.
   void WhenRead(std::function<void()> then);
 
@@ -37,6 +40,8 @@ class KeptSecrets {
 
   std::function<void(const std::string& trouble)> tell_;
   std::function<void()> waiting_;
+  std::function<void()> whenKept_;
+  int unkept_ = 0;  // writings that the system has not answered
   std::array<Kept, kSecrets> kept_;
 };
 

@@ -218,6 +218,7 @@ void Program::Close() {
   // What is half typed counts as if the user had left the field.
   QFocusEvent leave(QEvent::FocusOut);
   if (QWidget* field = window_->focusWidget()) QCoreApplication::sendEvent(field, &leave);
+  secrets_.Finish();
   ending_.request_stop();
   if (updateDesk_ != nullptr) updateDesk_->Stop();
   mail_.Close();
