@@ -76,16 +76,6 @@ TEST_F(AtomicWrite, AFileIsWholeWhoeverIsKilledAndWhoeverElseWrites) {
   EXPECT_GT(killedWhileWriting, 0);  // otherwise the kills have proved nothing
 }
 
-TEST_F(AtomicWrite, WhatAKilledProgramLeftIsClearedAndNothingOfTheUsers) {
-  for (const char* name : {"file.qWeRtY", "file", "file.backup", "file.BACKUP", "file.Backup",
-                           "file.qWeRtYu", "other.qWeRtY", "file.qW3RtY"}) {
-    files.Replace(In(name), "");
-  }
-  RemoveLeftovers(In("file"));
-  EXPECT_EQ(FilesInFolder(), 7);
-  EXPECT_FALSE(files.FileExists(In("file.qWeRtY")));
-}
-
 TEST_F(AtomicWrite, AFullDiskKeepsTheOldFile) {
   ASSERT_TRUE(files.Replace(In("file"), "old"));
   for (const size_t bytes : {100000U, 4097U}) {

@@ -112,10 +112,7 @@ bool Program::Form_Load() {
   chat_.Reset();
   // 4. The border stays, the menu entry goes.
   RemoveSizeCommand(static_cast<std::uintptr_t>(window_->winId()));
-  // 6. The paths are known since the program was made. No other program writes there now.
-  for (const std::string& path : {paths_.settings, paths_.channels, paths_.servers, paths_.finds}) {
-    RemoveLeftovers(path);
-  }
+  // 6. The paths are known since the program was made.
   // 7. The screen name.
   const std::unique_ptr<WindowTree> windows = NativeWindowTree();
   AolClient aol(*windows, events_, ending_.get_token());

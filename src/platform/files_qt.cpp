@@ -1,7 +1,5 @@
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSaveFile>
 #include <QTemporaryFile>
 
@@ -52,18 +50,6 @@ bool NativeFiles::Remove(const std::string& path) {
 bool NativeFiles::FileExists(const std::string& path) const {
   const QFileInfo file(QString::fromStdString(path));
   return file.exists() && !file.isDir();
-}
-
-void RemoveLeftovers(const std::string& path) {
-  const QFileInfo file(QString::fromStdString(path));
-  // The toolkit puts a dot and six letters behind the name, drawn from both cases. Users do not
-  // write "backup" with a capital letter within.
-  const QRegularExpression ours("^" + QRegularExpression::escape(file.fileName()) +
-                                "\\.(?=[A-Za-z]{6}$)\\w*[a-z]\\w*[A-Z]");
-  QDir folder = file.dir();
-  for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
-    if (ours.match(name).hasMatch()) folder.remove(name);
-  }
 }
 
 bool IsWritableFolder(const std::string& folder) {

@@ -33,10 +33,6 @@ class NativeFiles : public Files {
   std::function<void(const std::string& path)> trouble_;
 };
 
-// Removes what a program that was killed in the middle of Replace has left beside the file at
-// `path`, which nobody may be replacing. What only might be such a file stays.
-void RemoveLeftovers(const std::string& path);
-
 // True when files can be created in `folder`: tried out, for marks and rights do not tell.
 bool IsWritableFolder(const std::string& folder);
 
