@@ -1,7 +1,6 @@
 #pragma once
-// What the sound module gives to the program. The module is a library of its own, because the
-// libraries that it stands on are as many as all others of the program together, and most sessions
-// begin without a sound.
+// What the sound module gives to the program. The module is a library of its own, because it stands
+// on a dozen libraries that nothing else needs, and most sessions begin without a sound.
 
 #include "base/sound_player.h"
 
