@@ -2,8 +2,6 @@
 // what appending, memory, scrolling and resizing cost, beside a QPlainTextEdit with fewer lines as
 // baseline. Run with QT_QPA_PLATFORM=offscreen. Judges nothing.
 
-#include <malloc.h>
-
 #include <QApplication>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -11,7 +9,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
@@ -20,6 +17,9 @@
 #include "measure.h"
 #include "ui/chat_text_view.h"
 #include "ui/qt_text.h"
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace brindle {
 namespace {
@@ -30,15 +30,13 @@ constexpr size_t kMeasured = 400;  // steps of each kind of scrolling
 constexpr QSize kSize{800, 600};
 constexpr Colour kBlue{0, 0, 255};
 
-double CpuMilliseconds() {
-  timespec now{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
 double HeapBytes() {
+#ifdef __GLIBC__
   const struct mallinfo2 info = mallinfo2();
   return static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
+#else
+  return ResidentBytes();
+#endif
 }
 
 double Percentile(std::vector<double> values, double part) {
@@ -80,10 +78,10 @@ class PlainView : public QPlainTextEdit {
 
 // CPU time of an action with everything it leaves to the event loop, painting included.
 double CostOf(const std::function<void()>& action) {
-  const double start = CpuMilliseconds();
+  const double start = ProcessorMilliseconds();
   action();
   QApplication::processEvents();
-  return CpuMilliseconds() - start;
+  return ProcessorMilliseconds() - start;
 }
 
 std::string currentView;  // the heading of the figures that follow
@@ -100,7 +98,7 @@ void Fill(View& view, size_t rows) {
   std::vector<double> microseconds;
   microseconds.reserve(rows);
   const double reserved = HeapBytes() - before;
-  const double cpuBefore = CpuMilliseconds();
+  const double cpuBefore = ProcessorMilliseconds();
   for (size_t i = 0; i < rows; ++i) {
     const std::vector<ColouredRun> line = Line(i);
     const auto start = std::chrono::steady_clock::now();
@@ -110,9 +108,9 @@ void Fill(View& view, size_t rows) {
     if (i % 64 == 0) QApplication::processEvents();
   }
   QApplication::processEvents();
-  const double cpu = (CpuMilliseconds() - cpuBefore) * 1e3 / static_cast<double>(rows);
+  const double cpu = (ProcessorMilliseconds() - cpuBefore) * 1e3 / static_cast<double>(rows);
   Report("append", microseconds, "us");
-  std::printf("  %-34s %13.3f us CPU a line\n", "all of it, shown every 64 lines", cpu);
+  Print({currentView + ": a line, shown every 64 lines", cpu, "us CPU", {}, {}});
   const double bytes = HeapBytes() - before - reserved;
   const double text = static_cast<double>(rows * kLineLength);
   std::printf("  %-34s %13.2f times the text (%.1f MB)\n", "memory", bytes / text, bytes / 1e6);
@@ -159,9 +157,9 @@ std::vector<double> AppendsInSight(ChatTextView& view) {
 }
 
 void MeasureFind(const ChatLog& log) {
-  const double start = CpuMilliseconds();
+  const double start = ProcessorMilliseconds();
   const bool found = FindInLog(log, "no such text", {}, FindDirection::kForward).has_value();
-  std::printf("  %-34s %13.3f ms CPU%s\n", "find in vain", CpuMilliseconds() - start,
+  std::printf("  %-34s %13.3f ms CPU%s\n", "find in vain", ProcessorMilliseconds() - start,
               found ? " (found!)" : "");
 }
 

@@ -24,8 +24,10 @@ bool SendAll(int socket, std::string_view bytes) {
   return true;
 }
 
-void Serve(int listener, size_t lines) {
+// One client. False when nobody can come any more.
+bool Serve(int listener, size_t lines) {
   const int client = accept(listener, nullptr, nullptr);
+  if (client < 0) return false;
   SendAll(client,
           ":server 001 bench :Welcome\r\n:server 376 bench :End of MOTD\r\n"
           ":bench!bench@host JOIN :#room\r\n");
@@ -41,6 +43,8 @@ void Serve(int listener, size_t lines) {
   }
   char farewell[256];
   while (recv(client, farewell, sizeof farewell, 0) > 0) continue;
+  close(client);
+  return true;
 }
 
 }  // namespace
@@ -57,7 +61,7 @@ LineServer::LineServer(size_t lines) {
     std::fflush(stdout);
     process_ = fork();
     if (process_ == 0) {
-      Serve(listener, lines);
+      while (Serve(listener, lines)) continue;
       _exit(0);
     }
     if (process_ > 0) port_ = ntohs(address.sin_port);

@@ -1,6 +1,7 @@
 #pragma once
-// An IRC server in a process of its own that does one thing: it welcomes one client on loopback,
-// puts it into a room and says any number of lines there, as fast as the client takes them.
+// An IRC server in a process of its own that does one thing: it welcomes a client on loopback, puts
+// it into a room and says any number of lines there, as fast as the client takes them; then the
+// next. A program for Windows finds one of Linux by the variable BRINDLE_LINE_SERVER, a port.
 
 #include <sys/types.h>
 

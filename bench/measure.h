@@ -18,7 +18,8 @@ using Action = std::function<void()>;
 double MillisecondsOf(const Action& action);
 
 // The processor time that this process and the ended ones that it started have used so far, their
-// own and the system's for them.
+// own and the system's for them. On Windows, which counts it in steps of 10 ms or more, the time
+// that has passed.
 double ProcessorMilliseconds();
 
 double Median(std::vector<double> values);
@@ -30,8 +31,8 @@ bool RunProgram(const std::vector<std::string>& arguments);
 // Bytes of memory that this process occupies; 0 where the system does not tell.
 double ResidentBytes();
 
-// What `measure` answers in a process of its own, which starts without any traces of this one.
-// Nothing when that process failed.
+// What `measure` answers in a process of its own, which starts without any traces of this one; on
+// Windows, where a process cannot go on in two, in this one. Nothing when that process failed.
 std::optional<double> InOwnProcess(const std::function<double()>& measure);
 
 struct Figure {

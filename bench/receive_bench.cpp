@@ -18,11 +18,13 @@
 #include "platform/clock_qt.h"
 #include "platform/native.h"
 #include "support/fake_dialogs.h"
+#include "support/wait.h"
 
 namespace brindle {
 namespace {
 
 constexpr size_t kJudgedLines = 1'000'000;  // the goals are meant for so many lines
+constexpr int kPatienceMilliseconds = 300'000;
 
 // A window that shows nothing.
 class NoWindow : public WindowView, public ConnectView {
@@ -77,10 +79,11 @@ double ReceiveOurselves(int port, size_t lines) {
   });
   const double before = ProcessorMilliseconds();
   client.connection.cmdConnect_Click({"bench", "bench2", "127.0.0.1", std::to_string(port)});
-  while (client.queue.Pending() < lines &&
-         client.session.connectionState != ConnectionState::kDisconnected) {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
+  const auto isOver = [&] {
+    return client.queue.Pending() >= lines ||
+           client.session.connectionState == ConnectionState::kDisconnected;
+  };
+  test::WaitUntil(isOver, kPatienceMilliseconds);
   return client.queue.Pending() < lines ? 0 : ProcessorMilliseconds() - before;
 }
 
