@@ -15,17 +15,21 @@ std::optional<std::string> Kept(Secret which = Secret::kAccountPassword) {
   return told.value_or(std::nullopt);
 }
 
-std::string Keep(const std::string& secret) {
-  const auto store = NativeSecretStore(Secret::kAccountPassword);
+std::string Keep(const std::string& secret, Secret which = Secret::kAccountPassword) {
+  const auto store = NativeSecretStore(which);
   std::optional<std::string> told;
   store->Write(secret, [&](const std::string& trouble) { told = trouble; });
   EXPECT_TRUE(test::WaitUntil([&] { return told.has_value(); }));
   return told.value_or("nothing");
 }
 
-// Run by itself, beside a keyring of its own.
+// On Linux run by itself, beside a keyring of its own.
 TEST(SecretStore, KeepsOneSecret) {
-  EXPECT_EQ(Kept(), std::nullopt);
+  // Other tests may have left some.
+  for (const Secret which : {Secret::kAccountPassword, Secret::kProxyPassword}) {
+    EXPECT_EQ(Keep("", which), "");
+    EXPECT_EQ(Kept(which), std::nullopt);
+  }
   for (const char* secret : {"first", "\u00FCber 'all' \"$HOME\""}) {
     EXPECT_EQ(Keep(secret), "");
     EXPECT_EQ(Kept(), secret);
@@ -33,9 +37,9 @@ TEST(SecretStore, KeepsOneSecret) {
   }
   EXPECT_EQ(Keep(""), "");
   EXPECT_EQ(Kept(), std::nullopt);
-  EXPECT_EQ(Keep(""), "");
 }
 
+#ifndef _WIN32
 TEST(SecretStore, SaysSoWhereTheSystemHasNone) {
   qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
   EXPECT_NE(Keep("secret"), "");
@@ -47,6 +51,7 @@ TEST(SecretStore, SaysSoWhereTheSystemHasNone) {
   secrets.Finish();
   EXPECT_NE(trouble, "");
 }
+#endif
 
 }  // namespace
 }  // namespace brindle
