@@ -64,8 +64,8 @@ TEST_F(StoredLists, RoomsAndServersAreTheFieldsThatLookLikeThem) {
 TEST_F(StoredLists, FilesAreWrittenByteForByte) {
   EXPECT_TRUE(SaveChannels(files, {"#b", "#a", "#x\r\n#injected"}, "f"));
   EXPECT_EQ(files.files["f"], kHeader + "#b\r\n#a\r\n#x\r\n");
-  EXPECT_TRUE(SaveServers(files, {{"host", 6667}, {"b", 40000}}, "g"));
-  EXPECT_EQ(files.files["g"], kHeader + "host:6667\r\nb:40000\r\n");
+  EXPECT_TRUE(SaveServers(files, {{"host", 6667}, {"b", 40000}, {"/c", 1}}, "g"));
+  EXPECT_EQ(files.files["g"], kHeader + "host:6667\r\nb:40000\r\n[/c]:1\r\n");
 
   const std::vector<Find> finds = {{"two words", DayFromText("2026-11-21")}, {" \"q\" ", 0}};
   EXPECT_TRUE(SaveFinds(files, finds, "h"));

@@ -14,8 +14,9 @@ std::vector<std::string_view> EndpointParts(std::string_view text) {
 }
 
 std::string EndpointText(std::string_view host, int port) {
-  const bool isAddress = host.find(':') != std::string_view::npos;
-  return (isAddress ? "[" + std::string(host) + "]" : std::string(host)) + ":" +
+  // A line of a list that begins with a slash is passed over.
+  const bool inBrackets = host.find(':') != std::string_view::npos || host.starts_with('/');
+  return (inBrackets ? "[" + std::string(host) + "]" : std::string(host)) + ":" +
          std::to_string(port);
 }
 
