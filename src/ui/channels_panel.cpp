@@ -4,6 +4,7 @@
 #include <QShortcut>
 
 #include "base/text.h"
+#include "ui/look_paint.h"
 #include "ui/pop_up.h"
 #include "ui_channels_panel.h"
 
@@ -65,11 +66,7 @@ void ChannelsPanel::FocusList() {
 QVariant ChannelsPanel::LookOf(std::string_view room, int role) const {
   const bool here = !currentRoom_.empty() && EqualsIgnoringCase(room, currentRoom_);
   if (role == Qt::DecorationRole) return here ? hereIcon_ : noIcon_;
-  if (role == Qt::FontRole && here) {
-    QFont bold = ui_->lstChannels->font();
-    bold.setBold(true);
-    return bold;
-  }
+  if (role == Qt::FontRole && here) return Medium(ui_->lstChannels->font());
   if (role == Qt::AccessibleDescriptionRole && here) return "The room that you are in";
   return {};
 }

@@ -5,6 +5,7 @@
 
 #include "ui/icons.h"
 #include "ui/look.h"
+#include "ui/look_paint.h"
 
 namespace brindle {
 namespace {
@@ -45,9 +46,7 @@ class GuideCard::Mark : public QWidget {
     painter.setBrush(next ? colours.accentFill : colours.divider);
     painter.drawEllipse(rect());
     painter.setPen(next ? colours.accentText : colours.text);
-    QFont bold = font();
-    bold.setBold(true);
-    painter.setFont(bold);
+    painter.setFont(Medium(font()));
     painter.drawText(rect(), Qt::AlignCenter, QString::number(number_));
   }
 

@@ -64,6 +64,8 @@ HoverGuide::HoverGuide(QWidget& window, Sink showHint, Sink showOptionHelp)
       window_(window),
       showHint_(std::move(showHint)),
       showOptionHelp_(std::move(showOptionHelp)) {
+  // A widget tells its parent when it is polished. Later, each would be watched again for that.
+  window.ensurePolished();
   Watch(window);
 }
 

@@ -1,16 +1,32 @@
 #include "ui/list_combo_box.h"
 
+#include <QCompleter>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QWheelEvent>
 
 #include "ui/plain_line.h"
 
 namespace brindle {
+namespace {
+
+// A line that has one gets no other from its box. One serves for all, because it costs as much as
+// the box and goes at once.
+QCompleter* AnyCompleter() {
+  static QPointer<QCompleter> completer;
+  if (completer == nullptr) completer = new QCompleter(QCoreApplication::instance());
+  return completer;
+}
+
+}  // namespace
 
 ListComboBox::ListComboBox(QWidget* parent) : QComboBox(parent) {
   // setEditable would make the list that drops down, too, long before it is asked for.
-  setLineEdit(new QLineEdit(this));
+  auto* line = new QLineEdit(this);
+  line->setCompleter(AnyCompleter());
+  setLineEdit(line);
   setInsertPolicy(QComboBox::NoInsert);
   // It would put known items in place of what is being typed.
   setCompleter(nullptr);

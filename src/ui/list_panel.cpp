@@ -131,6 +131,7 @@ void ListPanel::Attach(MailList& list, ListLoader& loader, ListSelection& select
   list_ = &list;
   loader_ = &loader;
   selection_ = &selection;
+  ui_->lstServerList->horizontalHeader()->hide();  // until there is a list
   ui_->lstServerList->Attach(list);
   const auto* model = ui_->lstServerList->model();
   // It is told of checks on hidden rows too.

@@ -4,6 +4,7 @@
 
 #include "irc/chat_colours.h"
 #include "ui/icons.h"
+#include "ui/look_paint.h"
 #include "ui/qt_text.h"
 
 namespace brindle {
@@ -25,9 +26,7 @@ RoomHeader::RoomHeader(QWidget* parent)
     : QWidget(parent), room_(new QLabel(this)), topic_(new ElidedLabel(this)) {
   room_->setObjectName("lblRoom");
   room_->setTextFormat(Qt::PlainText);
-  QFont bold = font();
-  bold.setBold(true);
-  room_->setFont(bold);
+  room_->setFont(Medium(font()));
   topic_->setObjectName("lblTopic");
   topic_->setForegroundRole(kDimText);
   auto* find = new QPushButton(this);
