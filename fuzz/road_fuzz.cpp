@@ -124,7 +124,7 @@ void fuzz::Try(Bytes input) {
   road.onLine = [&road](const OutputQueue::Line& line) { road.shown.push_back(line); };
   road.EnterRoom();
   while (!input.IsEmpty()) {
-    road.rooms.insert(road.session.currentRoom);
+    road.rooms.emplace(FirstLine(road.session.currentRoom));
     road.Act(input);
     road.Taken();
   }
