@@ -243,7 +243,7 @@ void Connection::wsChat_Connect() {
 }
 
 void Connection::wsChat_DataArrival(std::string_view received) {
-  link_.Heard(clock_.Ticks());
+  link_.Heard();
   // The watch may be wanted only since the session began.
   if (ways_.options.reconnect && wake_) wake_();
   receive_(received, session_.currentNick);
@@ -292,7 +292,7 @@ void Connection::Welcomed() {
   deadline_ = quitSent_ ? deadline_ : kNoDeadline;
   wasWelcome_ = true;
   reconnect_.Made();
-  link_.Heard(clock_.Ticks());
+  link_.Heard();
   if (wake_) wake_();
   session_.connectedSince = clock_.Ticks();
   SetButton(ConnectCaption::kDisconnect, true);

@@ -1,6 +1,7 @@
 #include "irc/reconnect.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/random.h"
 
@@ -26,6 +27,7 @@ int Reconnect::SecondsLeft(TickCount now) const {
 }
 
 LinkWatch::Verdict LinkWatch::Look(TickCount now) {
+  if (std::exchange(hasHeard_, false)) heard_ = now;
   if (asked_) return now - *asked_ >= kPatience ? Verdict::kDead : Verdict::kWell;
   if (now - heard_ < kSilence) return Verdict::kWell;
   asked_ = now;

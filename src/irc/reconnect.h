@@ -39,15 +39,16 @@ class LinkWatch {
 
   enum class Verdict { kWell, kAsk, kDead };
 
-  void Begin(TickCount now) { Heard(now); }
-  void Heard(TickCount now) {
-    heard_ = now;
+  // Something came. When that was, the next look finds out: a busy room has no time for more.
+  void Heard() {
+    hasHeard_ = true;
     asked_.reset();
   }
   // Ask is said once a silence.
   Verdict Look(TickCount now);
 
  private:
+  bool hasHeard_ = false;  // since the last look
   TickCount heard_ = 0;
   std::optional<TickCount> asked_;
 };
