@@ -10,6 +10,8 @@ namespace brindle {
 namespace {
 
 const std::string kNoName = "i You must enter an AOL Screen Name for this to work.";
+const std::string kTooLong =
+    "hint Not sent: with the handle and the screen name the line is longer than a server takes.";
 
 TEST(Requests, AskForRunsOfCheckedRows) {
   const std::string lastAlone =
@@ -66,9 +68,7 @@ TEST(Requests, RefuseWhatCannotBeSent) {
       {&ChatStage::EnterRoom, " ", "", kNoName},
       {&ChatStage::Register, "sn", "  ", "i You must enter a servers handle for this to work."},
       {&ChatStage::Register, "sn", "bot", kEnterFirst},
-      {&ChatStage::EnterRoom, std::string(500, 'n'), "bot",  // never cut
-       "hint Not sent: with the handle and the screen name the line is longer than a server "
-       "takes."},
+      {&ChatStage::EnterRoom, std::string(500, 'n'), "bot", kTooLong},  // never cut
   };
   for (const auto& [before, name, handle, journal] : table) {
     TalkStage stage;
@@ -269,6 +269,7 @@ TEST(ServerCommands, SayWhatTheBotUnderstands) {
       {kVerify, all, Said("!Mail Bot verify My Name c0de")},
       {kList, all, Said("!Mail Bot send My Name list")},
       {kStatus, {"a\nQUIT", "", "b\r"}, Said("!b send aQUIT status")},
+      {kList, {std::string(480, 'n'), "", "b"}, kTooLong},
       {kCode, {" ", "c", ""}, kNoName},
       {kList, {"", "c", "b"}, kNoName},
       {kStatus, {"", "c", "b"}, kNoName},
@@ -280,7 +281,7 @@ TEST(ServerCommands, SayWhatTheBotUnderstands) {
   for (const auto& row : table) {
     TalkStage stage;
     if (row.before != nullptr) (stage.*row.before)();
-    (stage.commands.*row.command)(row.fields);
+    EXPECT_EQ((stage.commands.*row.command)(row.fields), row.journal.starts_with('>'));
     EXPECT_EQ(stage.Taken(), row.journal);
   }
 }

@@ -53,11 +53,10 @@ std::optional<std::uint64_t> RoomVoice::SayRequest(std::string_view text) {
   return number;
 }
 
-bool RoomVoice::Tell(const std::string& target, std::string_view text, const ShowPiece& echo) {
+void RoomVoice::Tell(const std::string& target, std::string_view text, const ShowPiece& echo) {
   const size_t longest = LongestText(target);
   if (longest < kLeastText) {
-    screen_.window.ShowHint("That name is too long for a line to the server.");
-    return false;
+    return screen_.window.ShowHint("That name is too long for a line to the server.");
   }
   const std::string clean = Sayable(text);
   for (const std::string_view piece : PiecesOf(clean, longest)) {
@@ -68,7 +67,6 @@ bool RoomVoice::Tell(const std::string& target, std::string_view text, const Sho
       lines_.Own().Sent(line, tag, style_.clock.Ticks());
     });
   }
-  return true;
 }
 
 size_t RoomVoice::LongestText(std::string_view target) const {

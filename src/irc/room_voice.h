@@ -44,9 +44,9 @@ class RoomVoice {
 
   // Shows a piece of what was said, behind the start of a chat line.
   using ShowPiece = std::function<void(const std::string& start, const std::string& piece)>;
-  // Sends `text` to a nick or a room, cut like Say; `echo` is called once with each piece. False,
-  // with a hint, when the target's name leaves no space for text.
-  bool Tell(const std::string& target, std::string_view text, const ShowPiece& echo);
+  // Sends `text` to a nick or a room, cut like Say; `echo` is called once with each piece. Only a
+  // hint when the target's name leaves no space for text.
+  void Tell(const std::string& target, std::string_view text, const ShowPiece& echo);
 
  private:
   // The bytes of text that reach everybody in a line to `target`.

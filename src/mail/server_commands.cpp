@@ -53,8 +53,7 @@ bool ServerCommands::Run(const std::string& required, const char* refusal,
   } else if (IsBlank(fields.handle)) {
     dialogs_.Notice(Icon::kInformation, kNoHandle);
   } else {
-    voice_.SayWhole(Line(command, fields));
-    return true;
+    return voice_.SayWhole(Line(command, fields));
   }
   return false;
 }

@@ -25,7 +25,7 @@ class ServerCommands {
 
   ServerCommands(RoomVoice& voice, Dialogs& dialogs) : voice_(voice), dialogs_(dialogs) {}
 
-  // False when the command was refused, and the user was told why.
+  // False when nothing was said, and the user was told why.
   bool mnuCommandsRequest_Click(const CommandFields& fields);
   bool mnuCommandsVerify_Click(const CommandFields& fields);
   bool mnuCommandsList_Click(const CommandFields& fields);
