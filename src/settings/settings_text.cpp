@@ -30,7 +30,6 @@ std::optional<std::string> HeadingOf(std::string_view line) {
 }
 
 std::optional<std::string> KeyOf(std::string_view line) {
-  line = WithoutUtf8Mark(line);
   const size_t equals = line.find('=');
   if (equals == std::string_view::npos || Trim(line).starts_with(';')) return std::nullopt;
   return Name(line.substr(0, equals));
