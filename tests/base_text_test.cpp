@@ -32,6 +32,8 @@ TEST(Text, CutsJoinsAndLowers) {
   EXPECT_EQ(MatchKey(" \u00C4\u0416 x\U00010400\tY "), "\u00E4\u0436x\U00010428\ty");
   EXPECT_TRUE(EqualsIgnoringCase("\u00C4b", "\u00E4B"));
   EXPECT_FALSE(EqualsIgnoringCase("ab", "abc"));
+  EXPECT_TRUE(StartsIgnoringCase("AB\u00C4c", "ab\u00E4"));
+  EXPECT_FALSE(StartsIgnoringCase("AC", "ab") || StartsIgnoringCase("A", "ab"));
 }
 
 TEST(Encoding, ReadsUtf8AndWhateverElseComes) {

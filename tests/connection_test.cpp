@@ -180,6 +180,11 @@ TEST_F(ReconnectTest, ComesBackAfterGrowingPausesAsTheUserWished) {
 }
 
 TEST_F(ReconnectTest, StaysAwayWhenThatIsMeant) {
+  Do("error x");
+  EXPECT_GT(UntilAttempt(), 0);
+  Answer();
+  for (int i = 0; i < 30; ++i) Receive(":srv 432 * me :No such nicks");
+  EXPECT_EQ(UntilAttempt(), 0);
   for (const char* end :
        {"quit; close", "error x; cancel", "error x; to nowhere", ":srv 465 me :No; close",
         "stay; error x", "error x; stop", "stop; error x"}) {

@@ -202,6 +202,7 @@ TEST_F(ListLoaderTest, RemembersWhatItLoaded) {
   for (const char8_t* name : {u8"a", u8"b", u8"c", u8"d", u8"e", u8"f", u8"g", u8"h", u8"i"}) {
     expected.insert(expected.begin(), Write(name, "1 a\n"));
     for (int twice = 0; twice < 2; ++twice) loader_.OpenFile(expected[0]);
+    EXPECT_EQ(files.files["ini"].find("=\r\n"), std::string::npos);
   }
   expected.pop_back();
   EXPECT_EQ(loader_.Recent(), expected);
