@@ -6,6 +6,14 @@
 
 namespace brindle {
 
+RowSet::RowSet(size_t rows, const std::vector<std::uint32_t>& members) : RowSet(rows) {
+  for (const std::uint32_t row : members) {
+    assert(row < rows_);
+    words_[row / kBits] |= std::uint64_t{1} << (row % kBits);
+  }
+  count_ = members.size();
+}
+
 bool RowSet::Set(size_t row, bool contained) {
   assert(row < rows_);
   if (Contains(row) == contained) return false;

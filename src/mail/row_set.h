@@ -14,6 +14,8 @@ class RowSet {
   RowSet() = default;
   // Room for `rows` rows, none of them in the set.
   explicit RowSet(size_t rows) : words_((rows + kBits - 1) / kBits), rows_(rows) {}
+  // The same, with `members` in it, each of them once. REQUIRES: they are below `rows`.
+  RowSet(size_t rows, const std::vector<std::uint32_t>& members);
 
   // The number of rows there are, in the set or not.
   size_t Rows() const { return rows_; }

@@ -54,9 +54,7 @@ std::vector<std::uint32_t> RowNumbersWithTitle(const MailList& list, std::string
 }
 
 RowSet RowsWithTitle(const MailList& list, std::string_view lowerText) {
-  RowSet found(list.Size());
-  for (std::uint32_t row : RowNumbersWithTitle(list, lowerText)) found.Set(row, true);
-  return found;
+  return {list.Size(), RowNumbersWithTitle(list, lowerText)};
 }
 
 RowFilter::RowFilter(const MailList& list, std::string_view text)
