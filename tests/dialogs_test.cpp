@@ -89,7 +89,11 @@ TEST(SoundPlayer, ReturnsAtOnceWhateverItIsGiven) {
     for (const std::string& path : paths) player->Play(path);
     QCoreApplication::processEvents();
   }
-  EXPECT_LE(troubles, 2U);  // not every system tells of the broken ones
+#ifdef _WIN32
+  EXPECT_LE(troubles, 2U);  // Wine does not tell of the broken ones
+#else
+  EXPECT_EQ(troubles, 2U);
+#endif
 }
 
 }  // namespace
