@@ -1,53 +1,54 @@
 #include "platform/hand_over.h"
 
-#include <QCryptographicHash>
-#include <QLocalSocket>
-#include <QTimer>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QThread>
+
+#include "platform/native.h"
 
 namespace brindle {
 namespace {
 
 constexpr int kPatienceMilliseconds = 5000;  // a busy program answers late
-constexpr qint64 kLongestText = 8192;        // bytes; more than any path or address
+constexpr int kLookMilliseconds = 10;
+constexpr qint64 kLongestText = 8192;  // bytes; more than any path or address
 
-// Short, for the system allows no long names, and another one for each folder.
-QString NameFor(const std::string& folder) {
-  const auto hash =
-      QCryptographicHash::hash(QByteArray::fromStdString(folder), QCryptographicHash::Sha256);
-  return "brindle-" + QString::fromLatin1(hash.toHex().left(24));
+// One file for each process that hands something over.
+QString NameFor(const QString& process) { return "brindle-" + process + ".start"; }
+
+// What is older was left behind by a process that was killed, and nobody waits for it.
+bool IsAwaited(const QFileInfo& file) {
+  return file.lastModified().msecsTo(QDateTime::currentDateTime()) <= kPatienceMilliseconds;
 }
 
 }  // namespace
 
-HandOver::HandOver(const std::string& folder, Taken taken) : taken_(std::move(taken)) {
-  // One that was killed leaves its name behind, and the folder is ours.
-  QLocalServer::removeServer(NameFor(folder));
-  server_.setSocketOptions(QLocalServer::UserAccessOption);
-  connect(&server_, &QLocalServer::newConnection, this, &HandOver::Accept);
-  server_.listen(NameFor(folder));
+HandOver::HandOver(const std::string& folder, Taken taken)
+    : folder_(QString::fromStdString(folder)), taken_(std::move(taken)) {
+  QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &watcher_,
+                   [this] { TakeAll(); });
+  watcher_.addPath(folder_);
+  TakeAll();
 }
 
-void HandOver::Accept() {
-  while (QLocalSocket* socket = server_.nextPendingConnection()) {
-    connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-    QTimer::singleShot(kPatienceMilliseconds, socket, &QLocalSocket::abort);
-    connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
-      if (socket->bytesAvailable() > kLongestText) return socket->abort();
-      if (!socket->canReadLine()) return;
-      const std::string text = socket->readLine().trimmed().toStdString();
-      socket->write("taken\n");
-      socket->disconnectFromServer();
-      taken_(text);
-    });
+void HandOver::TakeAll() {
+  for (const QFileInfo& file : QDir(folder_).entryInfoList({NameFor("*")}, QDir::Files)) {
+    const bool isGood = IsAwaited(file) && file.size() <= kLongestText;
+    const auto text = NativeFiles().Read(file.filePath().toStdString());
+    // Whoever can remove it has it: this program, or the other one that waits no longer.
+    if (QFile::remove(file.filePath()) && isGood && text) taken_(*text);
   }
 }
 
 bool HandOver::Give(const std::string& folder, const std::string& text) {
-  QLocalSocket socket;
-  socket.connectToServer(NameFor(folder));
-  if (!socket.waitForConnected(kPatienceMilliseconds)) return false;
-  socket.write(QByteArray::fromStdString(text).append('\n'));
-  return socket.waitForReadyRead(kPatienceMilliseconds);
+  const QString name = NameFor(QString::number(QCoreApplication::applicationPid()));
+  const QString path = QDir(QString::fromStdString(folder)).filePath(name);
+  if (!NativeFiles().Replace(path.toStdString(), text)) return false;
+  const QDeadlineTimer patience(kPatienceMilliseconds);
+  while (QFile::exists(path) && !patience.hasExpired()) QThread::msleep(kLookMilliseconds);
+  return !QFile::remove(path);
 }
 
 }  // namespace brindle

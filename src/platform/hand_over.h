@@ -1,17 +1,15 @@
 #pragma once
 // What a second start of the program hands to the one that runs already, with the same data folder:
-// one text, the list or the address that it was started with.
+// one text, the list or the address that it was started with. It lies in the folder as a file until
+// it is taken.
 
-#include <QLocalServer>
-#include <QObject>
+#include <QFileSystemWatcher>
 #include <functional>
 #include <string>
 
 namespace brindle {
 
-class HandOver : public QObject {
-  Q_OBJECT
-
+class HandOver {
  public:
   using Taken = std::function<void(const std::string& text)>;
 
@@ -22,9 +20,10 @@ class HandOver : public QObject {
   static bool Give(const std::string& folder, const std::string& text);
 
  private:
-  void Accept();
+  void TakeAll();
 
-  QLocalServer server_;
+  const QString folder_;
+  QFileSystemWatcher watcher_;
   Taken taken_;
 };
 

@@ -94,6 +94,11 @@ TEST_F(ProcessTest, FollowsAnAddressInTheProgramThatRuns) {
   ScriptedServer server;
   const QString address = QString("irc://127.0.0.1:%1/%2").arg(server.Port()).arg("mail");
   folder_.Write("brindle.ini", "[nicks]\r\npreferred=Wanda\r\n");
+  // Left behind long ago by a process that was killed: nothing to be followed.
+  folder_.Write("brindle-1.start", address.toStdString() + "-not");
+  QFile left(folder_.File("brindle-1.start"));
+  ASSERT_TRUE(left.open(QIODevice::ReadWrite));
+  left.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFile::FileModificationTime);
   Start({"--data-dir", folder_.Path()}, "minimal");
   ASSERT_TRUE(IsOpen());
   QProcess second;
@@ -103,6 +108,7 @@ TEST_F(ProcessTest, FollowsAnAddressInTheProgramThatRuns) {
   EXPECT_EQ(second.exitCode(), 0);
   EXPECT_EQ(server.TakeReceivedUpTo("_0.5.85\r\n"),
             "NICK Wanda\r\nUSER plenty of excellent qel_0.5.85\r\n");
+  EXPECT_EQ(Files(".").count(".start"), 0);
   server.Send(":s 001 Wanda :hi\r\n");
   EXPECT_EQ(server.TakeReceivedUpTo("JOIN #mail\r\n"), "JOIN #mail\r\n");
   process_.terminate();
