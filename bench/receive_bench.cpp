@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,9 +15,9 @@
 #include "libircclient_count.h"
 #include "line_server.h"
 #include "measure.h"
-#include "platform/chat_socket_qt.h"
 #include "platform/clock_qt.h"
 #include "platform/native.h"
+#include "platform/network.h"
 #include "support/fake_dialogs.h"
 #include "support/wait.h"
 
@@ -54,7 +55,7 @@ struct Client {
   Session session;
   Options options;
   QtClock clock;
-  QtChatSocket socket;
+  std::unique_ptr<NetworkChatSocket> socket = NativeChatSocket();
   OutputQueue queue;
   NoWindow window;
   FakeDialogs dialogs;
@@ -62,7 +63,7 @@ struct Client {
   SettingsFile settings{files, ""};
   SecureServers secure{settings};
   Connection connection{
-      session, socket, queue, {window, window, dialogs}, clock, {options, secure, ""}};
+      session, *socket, queue, {window, window, dialogs}, clock, {options, secure, ""}};
   SendQueue lines{session, connection, clock};
   WhoList who;
   ResponseParser parser{session, connection, lines, who, {queue, window}, {options, clock}};
@@ -73,7 +74,7 @@ double ReceiveOurselves(int port, size_t lines) {
   int argc = 0;
   QCoreApplication application(argc, nullptr);
   Client client;
-  client.socket.SetListener(client.connection);
+  client.socket->SetListener(client.connection);
   client.connection.SetReceiver([&](std::string_view received, std::string& currentNick) {
     client.parser.Parse_Response(received, currentNick);
   });

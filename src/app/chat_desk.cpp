@@ -17,7 +17,7 @@ ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& m
       secure_(stored.settings),
       pump_({queue_, window}, session_, {stored.options, machine.clock},
             {window.StatusView(), window.RoomView()}, machine.sounds),
-      connection_(session_, wsChat_, queue_, {window.Connection(), window, machine.dialogs},
+      connection_(session_, *wsChat_, queue_, {window.Connection(), window, machine.dialogs},
                   machine.clock, {stored.options, secure_, webAddress}),
       lines_(session_, connection_, machine.clock),
       voice_(session_, lines_, {queue_, window}, {stored.options, machine.clock}),
@@ -27,7 +27,7 @@ ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& m
       servers_(window.Connection(), machine.dialogs),
       outgoing_(connection_, voice_, {queue_, window}, {stored.options, machine.clock},
                 machine.dialogs) {
-  wsChat_.SetListener(connection_);
+  wsChat_->SetListener(connection_);
   connection_.SetReceiver([this](std::string_view received, std::string& currentNick) {
     parser_.Parse_Response(received, currentNick);
   });
@@ -56,7 +56,7 @@ ChatDesk::ChatDesk(FrmMain& window, const StoredThings& stored, const Machine& m
 
 void ChatDesk::Reset() {
   while (queue_.Pending() > 0) queue_.Take();
-  wsChat_.Close();
+  wsChat_->Close();
 }
 
 void ChatDesk::GoTo(const IrcAddress& address) {
@@ -84,9 +84,9 @@ void ChatDesk::Close() {
   // Nothing is left for a session that never began.
   if (connection_.ButtonCaption() == ConnectCaption::kDisconnect) {
     connection_.cmdConnect_Click(window_.Connection().Fields());
-    wsChat_.Flush(kFarewellMilliseconds);
+    wsChat_->Flush(kFarewellMilliseconds);
   }
-  wsChat_.Close();
+  wsChat_->Close();
 }
 
 }  // namespace brindle

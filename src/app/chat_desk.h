@@ -4,6 +4,7 @@
 
 #include <QTimer>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "app/machine.h"
@@ -19,7 +20,7 @@
 #include "irc/send_queue.h"
 #include "irc/session.h"
 #include "irc/who_list.h"
-#include "platform/chat_socket_qt.h"
+#include "platform/network.h"
 #include "ui/frm_main.h"
 
 namespace brindle {
@@ -45,7 +46,7 @@ class ChatDesk {
   }
   // The same for the password of the proxy's user.
   void SetProxyPassword(std::function<std::string()> password) {
-    wsChat_.SetProxyPassword(std::move(password));
+    wsChat_->SetProxyPassword(std::move(password));
   }
   // Looks at every line before it is shown.
   void SetScanner(LineScan scan) { pump_.SetScanner(std::move(scan)); }
@@ -68,7 +69,7 @@ class ChatDesk {
   SecureServers secure_;
   Session session_;
   OutputQueue queue_;
-  QtChatSocket wsChat_;
+  const std::unique_ptr<NetworkChatSocket> wsChat_ = NativeChatSocket();
   WhoList who_;
   LinePump pump_;
   Connection connection_;

@@ -13,15 +13,15 @@ struct UpdateDesk::Works {
   Works(UpdateView& view, const SettingsFile& settings, Dialogs& dialogs,
         const UpdateDeskOptions& options, std::function<void()> endProgram)
       : folder(options.dataFolder),
-        iNet(options.patienceMilliseconds),
+        iNet(NativeHttpClient(options.patienceMilliseconds)),
         updater(
-            {iNet, folder, dialogs, events, std::bind_front(StartProgramIn, options.programFolder),
+            {*iNet, folder, dialogs, events, std::bind_front(StartProgramIn, options.programFolder),
              options.key.empty() ? CheckSignature() : std::bind_front(IsSignedBy, options.key)},
             view, settings, ReadUpdateServer(options.server), options.own, std::move(endProgram)) {}
 
   QtEventPump events;
   QtUpdateFolder folder;
-  QtHttpClient iNet;
+  std::unique_ptr<NetworkHttpClient> iNet;
   Updater updater;
 };
 
@@ -30,7 +30,7 @@ UpdateDesk::UpdateDesk(QWidget* parent, const SettingsFile& settings, Dialogs& d
     : window_(new FrmUpdater(parent)),
       works_(std::make_shared<Works>(*window_, settings, dialogs, options, std::move(endProgram))) {
   const std::weak_ptr<Works> works = works_;
-  works_->iNet.SetListener([works](HttpState state) {
+  works_->iNet->SetListener([works](HttpState state) {
     if (const auto held = works.lock()) held->updater.iNet_StateChanged(state);
   });
   // A stopped updater shows nothing, so it may outlive its window.
@@ -46,7 +46,7 @@ UpdateDesk::~UpdateDesk() {
 }
 
 void UpdateDesk::SetConnection(const ConnectionOptions& options, const std::string& password) {
-  works_->iNet.SetConnection(options, password);
+  works_->iNet->SetConnection(options, password);
 }
 
 void UpdateDesk::cmdCheckForUpdate_Click() {

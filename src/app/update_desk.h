@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/http_client_qt.h"
+#include "platform/network.h"
 #include "ui/frm_updater.h"
 #include "update/updater.h"
 
@@ -19,7 +19,7 @@ struct UpdateDeskOptions {
   Version own;             // the version that runs
   // Where the updater program lies.
   std::string programFolder = QCoreApplication::applicationDirPath().toStdString();
-  int patienceMilliseconds = QtHttpClient::kPatienceMilliseconds;
+  int patienceMilliseconds = NetworkHttpClient::kPatienceMilliseconds;
 };
 
 class UpdateDesk {

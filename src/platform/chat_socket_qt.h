@@ -3,38 +3,26 @@
 
 #include <QSslSocket>
 #include <QTimer>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "irc/arrival_cutter.h"
-#include "irc/chat_socket.h"
+#include "platform/network.h"
 
 namespace brindle {
 
-class QtChatSocket : public ChatSocket {
+class QtChatSocket : public NetworkChatSocket {
  public:
   QtChatSocket();
   ~QtChatSocket() override { Close(); }
-
-  // Must be set before Connect.
-  void SetListener(ChatSocketEvents& listener) { listener_ = &listener; }
-
-  // Asked for the password of the proxy's user.
-  void SetProxyPassword(std::function<std::string()> password) {
-    proxyPassword_ = std::move(password);
-  }
 
   void Connect(const ChatRoute& route) override;
   void Close() override;
   void Send(std::string_view bytes) override;
   bool IsConnected() const override;
   bool IsSecure() const override;
-
-  // Gives what was sent up to `milliseconds` to leave the machine: for the end of the program.
-  void Flush(int milliseconds);
+  void Flush(int milliseconds) override;
 
  private:
   void MakeSocket(const ChatRoute& route);
@@ -48,8 +36,6 @@ class QtChatSocket : public ChatSocket {
   // Raises the error with the next turn of the event loop.
   void FailLater(const std::string& description);
 
-  ChatSocketEvents* listener_ = nullptr;
-  std::function<std::string()> proxyPassword_ = [] { return ""; };
   std::unique_ptr<QTcpSocket> socket_;  // one for each connection
   QSslSocket* tls_ = nullptr;           // the same, where it speaks TLS
   std::optional<ServerCertificate> untrusted_;

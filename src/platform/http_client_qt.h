@@ -7,27 +7,18 @@
 #include <QPointer>
 #include <QTimer>
 #include <deque>
-#include <functional>
-#include <utility>
 
+#include "platform/network.h"
 #include "platform/proxy_qt.h"
-#include "update/http_client.h"
 
 namespace brindle {
 
-class QtHttpClient : public HttpClient {
+class QtHttpClient : public NetworkHttpClient {
  public:
-  // A server is given up after this long without a byte of its answer.
-  static constexpr int kPatienceMilliseconds = 30000;
-
-  explicit QtHttpClient(int patienceMilliseconds = kPatienceMilliseconds);
+  explicit QtHttpClient(int patienceMilliseconds);
   ~QtHttpClient() override;
 
-  // Who is told the states; must be set before Execute.
-  void SetListener(std::function<void(HttpState)> listener) { listener_ = std::move(listener); }
-
-  // Which proxy to go through from now on, with the password of its user.
-  void SetConnection(const ConnectionOptions& options, const std::string& password) {
+  void SetConnection(const ConnectionOptions& options, const std::string& password) override {
     UseProxy(manager_, options, password);
   }
 
@@ -52,7 +43,6 @@ class QtHttpClient : public HttpClient {
   int patience_;
   QNetworkAccessManager manager_;
   QPointer<QNetworkReply> reply_;
-  std::function<void(HttpState)> listener_;
   std::deque<HttpState> waiting_;
   // A timer and not a posted event: the listener waits for the body inside its handler, and the
   // toolkit may hold back posted events for as long as one of them is being handled.

@@ -1,6 +1,5 @@
 #pragma once
-// What the sound module gives to the program. The module is a library of its own, because it stands
-// on a dozen libraries that nothing else needs, and most sessions begin without a sound.
+// What the sound module gives to the program.
 
 #include "base/sound_player.h"
 

@@ -1,7 +1,6 @@
-#include <dlfcn.h>
-
 #include <filesystem>
 
+#include "platform/modules.h"
 #include "platform/native.h"
 #include "platform/sound_module.h"
 
@@ -24,12 +23,8 @@ class ModuleSoundPlayer : public SoundPlayer {
  private:
   void Load() {
     asked_ = true;
-    // Found where the program's own search path says. It stays for good, as the toolkit's parts in
-    // it expect.
-    void* module = dlopen(SOUND_MODULE, RTLD_NOW | RTLD_NODELETE);
-    if (module == nullptr) return;
-    using Maker = decltype(&BrindleSoundPlayer);
-    const auto make = reinterpret_cast<Maker>(dlsym(module, "BrindleSoundPlayer"));
+    const auto make =
+        FromModule<decltype(BrindleSoundPlayer)>("brindle_sound", "BrindleSoundPlayer");
     if (make == nullptr) return;
     player_.reset(make());
     player_->OnTrouble([this](const std::string& path) { Trouble(path); });

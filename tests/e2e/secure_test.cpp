@@ -7,7 +7,7 @@
 #include <QTcpServer>
 
 #include "meeting.h"
-#include "platform/http_client_qt.h"
+#include "platform/network.h"
 
 namespace brindle::test {
 namespace {
@@ -109,11 +109,11 @@ TEST(NoTls, IsNeverMadeUpForByPlainText) {
 // What a download through the proxy comes to; `web` answers it, if it is asked.
 HttpState Fetched(ScriptedServer& web, const ConnectionOptions& options,
                   const std::string& secret) {
-  QtHttpClient client;
-  client.SetConnection(options, secret);
+  const auto client = NativeHttpClient(NetworkHttpClient::kPatienceMilliseconds);
+  client->SetConnection(options, secret);
   auto last = HttpState::kConnecting;
-  client.SetListener([&](HttpState state) { last = state; });
-  client.Execute("http://127.0.0.1:" + std::to_string(web.Port()) + "/list");
+  client->SetListener([&](HttpState state) { last = state; });
+  client->Execute("http://127.0.0.1:" + std::to_string(web.Port()) + "/list");
   WaitUntil([&] { return last > HttpState::kRequesting || !web.Received().empty(); });
   if (!web.TakeReceivedUpTo("").empty()) web.Send("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n");
   WaitUntil([&] { return last > HttpState::kRequesting; });
