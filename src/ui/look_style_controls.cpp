@@ -1,5 +1,6 @@
 // The controls of LookStyle: how they are drawn and where their parts lie.
 
+#include <QApplication>
 #include <QDialog>
 #include <QPushButton>
 
@@ -105,7 +106,10 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
             current ? colours.text : WhenHovered(*tab, colours.text, colours.dim));
         if (!IsEnabled(*tab)) label.palette.setColor(QPalette::WindowText, colours.disabled);
         const SavedPainter saved(*painter);
-        if (current) painter->setFont(Medium(painter->font()));
+        // The bar has the font of its current tab.
+        QFont font = painter->font();
+        if (!current) font.setWeight(QApplication::font(widget).weight());
+        painter->setFont(font);
         return QProxyStyle::drawControl(element, &label, painter, widget);
       }
       break;

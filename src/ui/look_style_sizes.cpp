@@ -64,15 +64,8 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     case CT_SpinBox:
       return {contents.width() + kSpinRoom, ControlHeight(*option)};
     case CT_TabBarTab:
-      if (const auto* tab = As<QStyleOptionTab>(option)) {
-        // Room for the text of the current tab, which is bolder.
-        const QFont font = FontOf(widget);
-        const int extra = QFontMetrics(Medium(font)).size(Qt::TextShowMnemonic, tab->text).width() -
-                          QFontMetrics(font).size(Qt::TextShowMnemonic, tab->text).width();
-        return {contents.width() + std::max(0, extra),
-                std::max({contents.height(), kTabHeight, option->fontMetrics.height() + kWideGap})};
-      }
-      break;
+      return {contents.width(),
+              std::max({contents.height(), kTabHeight, option->fontMetrics.height() + kWideGap})};
     case CT_MenuItem:
       if (const auto* item = As<QStyleOptionMenuItem>(option)) return MenuItemSize(*item, contents);
       break;

@@ -7,11 +7,15 @@
 #include <QTabWidget>
 #include <algorithm>
 
+#include "ui/look_paint.h"
+
 namespace brindle {
 
 class MainTabs : public QTabWidget {
  public:
   explicit MainTabs(QWidget* parent) : QTabWidget(parent) {
+    // The current tab stands out; the others are drawn lighter, in the same room.
+    tabBar()->setFont(Medium(tabBar()->font()));
     connect(this, &QTabWidget::currentChanged, this, &QWidget::updateGeometry);
     // It gets its size from here: it need not find one that fits all pages when it is shown.
     findChild<QStackedWidget*>()->setAttribute(Qt::WA_Resized);
