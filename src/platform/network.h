@@ -14,9 +14,8 @@ namespace brindle {
 
 class NetworkChatSocket : public ChatSocket {
  public:
-  // Must be set before Connect.
+  // Both must be set before Connect.
   void SetListener(ChatSocketEvents& listener) { listener_ = &listener; }
-
   // Asked for the password of the proxy's user.
   void SetProxyPassword(std::function<std::string()> password) {
     proxyPassword_ = std::move(password);
