@@ -37,7 +37,8 @@ std::optional<std::string> NativeFiles::Read(const std::string& path) const {
 }
 
 bool NativeFiles::Replace(const std::string& path, std::string_view content) {
-  const bool replaced = ReplaceFile(QString::fromStdString(path), content);
+  // Most of what is saved at the end has not changed.
+  const bool replaced = Read(path) == content || ReplaceFile(QString::fromStdString(path), content);
   if (!replaced && trouble_) trouble_(path);
   return replaced;
 }

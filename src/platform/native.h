@@ -16,7 +16,8 @@ namespace brindle {
 
 // Paths are UTF-8. Replace writes a file of its own beside the old one first, so that two programs
 // that replace the same file at the same moment never mix: the last one stands. A link stays a
-// link; a file that is marked read-only is not replaced.
+// link; a file that is marked read-only is not replaced, and one that holds the content already is
+// left alone.
 class NativeFiles : public Files {
  public:
   std::optional<std::string> Read(const std::string& path) const override;
