@@ -131,6 +131,8 @@ TEST_F(ChatTextViewTest, WrapsALongLineAndFindsItsWayInIt) {
   }
   Bar().setValue(Bar().maximum() * 2 / 3);
   EXPECT_NEAR(static_cast<double>(Top().byte), 2.0 * static_cast<double>(line.size()) / 3, 400);
+  Add("a\nb\rc\u2028d\u2029e");  // which only a CR LF would break
+  EXPECT_EQ(view_.RectOf({2, 12}).top(), view_.RectOf({2, 0}).top());
 }
 
 TEST_F(ChatTextViewTest, ShowsTextInItsColourOnTheBackColour) {
@@ -171,6 +173,8 @@ TEST_F(ChatTextViewTest, SelectsAndCopies) {
       {"press 1 21", ""},
       {"move 3 10", "again\n\ncaf\u00E9 \U0001F600"},
       {"extend 3 5", "again\n\ncaf\u00E9"},
+      {"Ctrl+A", "<nick> hello, w\u00F6rld again\n\ncaf\u00E9 \U0001F600 third"},
+      {"Shift+Left", "<nick> hello, w\u00F6rld again\n\ncaf\u00E9 \U0001F600 thir"},
   };
   for (const auto& [act, selected] : table) {
     Do(act);
@@ -259,6 +263,11 @@ TEST_F(ChatTextViewTest, FindsWithTheBar) {
     EXPECT_EQ(view_.Selection(), (LogRange{hit, {hit.line, hit.byte + 6}})) << keys;
     EXPECT_TRUE(IsInSight(hit)) << keys;
   }
+  // What is in sight stays where it is.
+  Add("the last needle");
+  Do("Ctrl+End");
+  QTest::keySequence(edit, QKeySequence("Shift+F3"));
+  EXPECT_TRUE(view_.SelectedText() == "needle" && AtEnd());
   QTest::keyClick(edit, Qt::Key_Escape);
   EXPECT_TRUE(!edit->isVisible() && view_.hasFocus());
 }
@@ -298,8 +307,24 @@ TEST_F(ChatTextViewTest, TellsAssistiveTechnologyItsText) {
   int start = 0;
   int end = 0;
   const int words = static_cast<int>(all.indexOf("words"));
-  EXPECT_EQ(text->textAtOffset(words, QAccessible::LineBoundary, &start, &end), "blue words\n");
-  EXPECT_EQ(all.mid(start, end - start), "blue words\n");
+  using Query = decltype(&QAccessibleTextInterface::textAtOffset);
+  constexpr Query kBefore = &QAccessibleTextInterface::textBeforeOffset;
+  constexpr Query kAt = &QAccessibleTextInterface::textAtOffset;
+  constexpr Query kAfter = &QAccessibleTextInterface::textAfterOffset;
+  const std::tuple<Query, int, QAccessible::TextBoundaryType, const char*> table[] = {
+      {kBefore, words, QAccessible::LineBoundary, "<a> h\u00F6 \U0001F600!\n"},
+      {kAt, words, QAccessible::LineBoundary, "blue words\n"},
+      {kAfter, words, QAccessible::LineBoundary, "line 1 long enough for two\n"},
+      {kBefore, words + 4, QAccessible::WordBoundary, " "},
+      {kAt, words + 4, QAccessible::WordBoundary, "words"},
+      {kAt, words, QAccessible::CharBoundary, "w"},
+      {kBefore, 0, QAccessible::LineBoundary, ""},
+      {kAfter, text->characterCount(), QAccessible::LineBoundary, ""},
+  };
+  for (const auto& [query, at, boundary, piece] : table) {
+    EXPECT_EQ((text->*query)(at, boundary, &start, &end), piece) << at << boundary;
+    EXPECT_EQ(all.mid(start, end - start), piece) << at << boundary;
+  }
   EXPECT_EQ(text->attributes(words, &start, &end), "color:rgb(0,0,255);");
   EXPECT_EQ(end - start, 10);
   text->setSelection(0, words, words + 5);
