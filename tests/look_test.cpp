@@ -174,6 +174,26 @@ TEST(Look, WhatIsThereIsDrawnAndNothingElse) {
   }
 }
 
+TEST(Look, AScrollBarShowsWhatPartIsInSight) {
+  // Of 200 pixels: how many of 100 steps are in sight besides, and where.
+  const std::tuple<int, int, int, int> table[] = {
+      {100, 0, 0, 100}, {100, 100, 100, 200}, {300, 50, 25, 175}, {300, 100, 50, 200}};
+  for (const auto& [page, position, from, to] : table) {
+    QStyleOptionSlider bar;
+    bar.rect = {0, 0, 10, 200};
+    bar.orientation = Qt::Vertical;
+    bar.maximum = 100;
+    bar.pageStep = page;
+    bar.sliderPosition = position;
+    const auto part = [&](QStyle::SubControl which) {
+      return QApplication::style()->subControlRect(QStyle::CC_ScrollBar, &bar, which);
+    };
+    EXPECT_EQ(part(QStyle::SC_ScrollBarSlider), QRect(0, from, 10, to - from));
+    EXPECT_EQ(part(QStyle::SC_ScrollBarSubPage).height(), from);
+    EXPECT_EQ(part(QStyle::SC_ScrollBarAddPage).height(), 200 - to);
+  }
+}
+
 TEST(Look, ACheckedBoxHasItsTick) {
   const QImage picture = Picture("check", "o");
   bool isDrawn = false;
