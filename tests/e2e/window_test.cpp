@@ -1,5 +1,6 @@
 // The real window: its list and its search, what it shows of a session wherever the user is, what
 // its keys and menus do, and how it ends.
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -11,6 +12,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPointer>
+#include <QSplitter>
 #include <QTabBar>
 #include <QTest>
 #include <QToolButton>
@@ -58,9 +60,13 @@ TEST_F(ListTab, FiltersAndCountsEverything) {
   EXPECT_EQ(window->Text("lblRun"), "1 of 4 checked, 2 shown");
   window->Choose("mnuSelectNone");
   EXPECT_EQ(window->Text("lblRun"), "0 of 4 checked, 2 shown");
-  window->Press("txtListFilter", Qt::Key_Escape);
-  EXPECT_EQ(Shown(), "1 2 3 4");
-  EXPECT_TRUE(IsOnList());
+  for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
+    window->Find<QWidget>("txtListFilter").setFocus();
+    // As on a real desktop: from the shortcuts to what has the keyboard after them.
+    QTest::keyClick(Main().windowHandle(), key);
+    EXPECT_TRUE(IsOnList());
+    EXPECT_EQ(Shown() + window->Checked(), key == Qt::Key_Return ? "2 3B" : "1 2 3 4");
+  }
   window->Type("txtListFilter", "b");
   window->LoadList(File("mails.txt"));
   EXPECT_EQ(Shown(), "1 2 3 4");
@@ -218,6 +224,19 @@ void ExpectScreen(const QWidget& window, const std::string& screen) {
     if (label->isVisible() && label->buddy() != nullptr && hasLetter) captions << label->text();
   }
   ExpectLetters(screen, captions);
+  // What can have the keyboard is told from all others by its name and its caption.
+  QStringList told;
+  for (auto* control : window.findChildren<QWidget*>(QRegularExpression("^(?!qt_)."))) {
+    const bool hasKeys =
+        (control->focusPolicy() & Qt::TabFocus) && control->focusProxy() == nullptr;
+    if (!hasKeys || !control->isVisible()) continue;
+    const auto* accessible = QAccessible::queryAccessibleInterface(control);
+    const QString name = accessible->text(QAccessible::Name);
+    const auto* button = qobject_cast<const QAbstractButton*>(control);
+    told << name + (button == nullptr ? "" : " " + button->text());
+    EXPECT_FALSE(name.isEmpty() || told.indexOf(told.back()) < told.size() - 1)
+        << control->objectName().toStdString() << ": " << told.back().toStdString();
+  }
 }
 
 TEST_F(ListTab, AndAllScreensHaveALetterForEachButtonAndCutNoneAtTheirLeastSize) {
@@ -290,9 +309,17 @@ TEST_F(FrameTest, ShowsRoomTopicAndWhatIsUnseen) {
   EXPECT_TRUE(window.ShowsInRoom("hi") && HasDot(Tab::kRoom));
   window.ShowTab(Tab::kRoom);
   EXPECT_FALSE(HasDot(Tab::kRoom));
+  window.ShowTab(Tab::kConnection);
+  window.Find<QWidget>("txtAlternateNick").setFocus();
   session.server.Send(":me!u@h PART #mailroom\r\n");
   EXPECT_TRUE(window.Tells("lblRoom", "No room"));
   EXPECT_EQ(window.Text("barStatusRoom"), "");
+  // News take the keyboard from nobody.
+  EXPECT_EQ(Focus(), "txtAlternateNick");
+  window.Click("cmdConnect");
+  ASSERT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
+  window.Click("cmdConnect");
+  EXPECT_EQ(Focus(), "cmdConnectCancel");
 }
 
 TEST_F(FrameTest, TypingGoesToTheLineAndTabCompletes) {
@@ -328,6 +355,11 @@ TEST_F(FrameTest, KeysWalkThroughPanesAndTabs) {
   EXPECT_TRUE(window.Find<QWidget>("txtChannel").isAncestorOf(window.App().Window().focusWidget()));
   Press(Qt::Key_Escape);
   Press(Qt::Key_Escape);
+  // However the user pulls at them, the panes beside the tabs are wide enough to be read.
+  auto& panes = window.Find<QSplitter>("splitMain");
+  const QList<int> sizes = panes.sizes();
+  panes.setSizes({sizes[0] + sizes[1] - 100, 100});
+  EXPECT_EQ(panes.sizes(), sizes);
   Press(QKeySequence("Alt+5"));
   EXPECT_EQ(window.Find<QTabWidget>("tabMain").currentIndex(), static_cast<int>(Tab::kConnection));
 }
@@ -349,6 +381,8 @@ TEST_F(FrameTest, ListsAnswerKeysAndMenus) {
   EXPECT_EQ(window.Text(kHint), "Requests go to bob.");
   window.Choose("mnuWhoCopy");
   EXPECT_EQ(QApplication::clipboard()->text(), "bob");
+  window.App().Window().close();
+  EXPECT_TRUE(session.server.TakeReceivedUpTo("\nQUIT\r\n").ends_with("\nQUIT\r\n"));
 }
 
 }  // namespace
