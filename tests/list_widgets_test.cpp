@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
-#include <QListView>
 #include <QWheelEvent>
 #include <QtTest/QTest>
 
@@ -70,9 +69,8 @@ TEST(ListComboBoxTest, OnlyTypingAndPickingChangeTheText) {
   int picked = 0;
   QObject::connect(&box, &ListComboBox::Picked, &box, [&picked] { ++picked; });
   QTest::keyClicks(box.lineEdit(), "mail");
-  for (const auto key : {Qt::Key_Return, Qt::Key_PageUp, Qt::Key_PageDown}) {
+  for (const auto key : {Qt::Key_Return, Qt::Key_PageUp, Qt::Key_PageDown})
     QTest::keyClick(box.lineEdit(), key);
-  }
   QWheelEvent wheel({}, {}, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
   QApplication::sendEvent(&box, &wheel);
   EXPECT_FALSE(wheel.isAccepted());
@@ -80,26 +78,10 @@ TEST(ListComboBoxTest, OnlyTypingAndPickingChangeTheText) {
   box.Select(0);
   EXPECT_EQ(picked, 1);
   // Nothing gets in that one line of text cannot have.
-  const QString broken = QString("a\r\nb") + QChar::Null + "\tc\u0085";
-  box.setEditText(broken);
-  EXPECT_EQ(box.currentText(), "abc");
+  box.setEditText("xy");
   box.lineEdit()->setCursorPosition(1);
-  box.lineEdit()->insert(broken);
-  EXPECT_EQ(box.currentText(), "aabcbc");
-  EXPECT_EQ(box.lineEdit()->cursorPosition(), 4);
-}
-
-TEST(ListViewTest, NothingIsSelectedOnceTheSelectedRowIsGone) {
-  Texts list;
-  ObservedListModel model(list);
-  QListView view;
-  ShowIn(view, model);
-  for (const char* item : {"a", "b", "c"}) list.Add(item);
-  view.setCurrentIndex(model.index(1));
-  list.RemoveAt(0);
-  EXPECT_EQ(view.currentIndex().data(), "b");
-  list.RemoveAt(0);
-  EXPECT_FALSE(view.currentIndex().isValid() || view.selectionModel()->hasSelection());
+  box.lineEdit()->insert(QString("a\r\nb") + QChar::Null + "\tc\u0085");
+  EXPECT_EQ(box.currentText() + QString::number(box.lineEdit()->cursorPosition()), "xabcy4");
 }
 
 struct MailTableTest : testing::Test {
@@ -148,30 +130,24 @@ struct MailTableTest : testing::Test {
 };
 
 TEST_F(MailTableTest, SpaceTogglesTheHighlightedRowsOrTheCurrentOne) {
-  std::string header;
-  QObject::connect(table_.model(), &QAbstractItemModel::headerDataChanged, &table_, [&] {
-    header = table_.model()->headerData(1, Qt::Horizontal).toString().toStdString();
-  });
   std::string changed;
-  QObject::connect(table_.model(), &QAbstractItemModel::dataChanged, &table_,
-                   [&](const QModelIndex& first, const QModelIndex& last) {
-                     changed = std::to_string(first.row()) + "-" + std::to_string(last.row());
-                   });
+  const auto note = [&](const QModelIndex& first, const QModelIndex& last) {
+    changed = std::to_string(first.row()) + "-" + std::to_string(last.row());
+  };
+  QObject::connect(table_.model(), &QAbstractItemModel::dataChanged, &table_, note);
   // Row 1 is current from the beginning.
   EXPECT_EQ(Press(Qt::Key_Space), "x.....");
-  EXPECT_EQ(changed, "0-0");
-  EXPECT_EQ(Highlighted(), "");
+  EXPECT_EQ(changed + Highlighted(), "0-0");
   Click(4);
   EXPECT_EQ(ChecksOf(list_), "x.....");  // on the title; only the box checks
   EXPECT_EQ(Press(Qt::Key_Space), "x...x.");
-  EXPECT_EQ(header, "Mail Title [2/6]");
   // All become the opposite of the row that was clicked last.
   Click(3);
   Click(5, Qt::ShiftModifier);
   Click(1, Qt::ControlModifier);
   EXPECT_EQ(Highlighted(), "1 3-5");
   EXPECT_EQ(Press(Qt::Key_Space), "xx.xxx");
-  EXPECT_EQ(changed + header, "0-5Mail Title [5/6]");
+  EXPECT_EQ(changed, "0-5");
   EXPECT_EQ(Press(Qt::Key_Return), "x.....");
   QTest::mouseDClick(table_.viewport(), Qt::LeftButton, {}, Place(2, 1).center());
   EXPECT_EQ(ChecksOf(list_), "x.x...");
@@ -185,24 +161,19 @@ TEST_F(MailTableTest, ABoxStandsForAllHighlightedRows) {
   EXPECT_EQ(ClickBox(3), "..xxx.2-4");
   EXPECT_EQ(ClickBox(5), "..xxxx5");
   EXPECT_EQ(ClickBox(3, Qt::ControlModifier), "..x.xx3 5");
-  Qt::KeyboardModifiers modifiers;
-  std::string highlighted;
+  std::string told;  // after the highlight is extended
   QObject::connect(&table_, &MailTable::MouseUp, &table_, [&](Qt::KeyboardModifiers held) {
-    highlighted = Highlighted();
-    modifiers = held;
+    told = Highlighted() + (held == Qt::ShiftModifier ? " with Shift" : "");
   });
   Click(0);
-  EXPECT_EQ(ClickBox(2, Qt::ShiftModifier), "..x.xx0-2");
-  EXPECT_EQ(highlighted, "0-2");  // extended before it is told
-  EXPECT_EQ(modifiers, Qt::ShiftModifier);
+  EXPECT_EQ(ClickBox(2, Qt::ShiftModifier) + ", " + told, "..x.xx0-2, 0-2 with Shift");
 }
 
 TEST_F(MailTableTest, KeysFindRowsAndCopyThem) {
   Press(Qt::Key_End);
   EXPECT_EQ(Current(), "4 berries");
   Press(Qt::Key_Home);
-  EXPECT_EQ(Current(), "Apple");
-  EXPECT_EQ(Highlighted(), "0");
+  EXPECT_EQ(Current() + Highlighted(), "Apple0");
   const std::pair<const char*, const char*> table[] = {
       {"b", "Berry"},  {"br", "Bread"}, {"APPLE P", "Apple pie"},
       {"zz", "Apple"}, {"5", "Bread"},  {"4 b", "4 berries"}};
@@ -219,31 +190,25 @@ TEST_F(MailTableTest, KeysFindRowsAndCopyThem) {
 TEST_F(MailTableTest, AFilterHidesRowsAndKeepsTheirChecks) {
   ClickBox(2);
   table_.Filter("ber");
-  EXPECT_EQ(table_.model()->rowCount(), 2);
-  EXPECT_EQ(Current(), "Berry");
+  EXPECT_EQ(std::to_string(table_.model()->rowCount()) + Current(), "2Berry");
   Press(Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(Highlighted(), "1 5");
   EXPECT_EQ(Press(Qt::Key_Space), ".xx..x");
   // Digits mean numbers too, and the current row stays where it is shown.
   table_.Filter("4");
-  EXPECT_EQ(table_.model()->rowCount(), 2);
-  EXPECT_EQ(Current(), "Apple pie");
+  EXPECT_EQ(std::to_string(table_.model()->rowCount()) + Current(), "2Apple pie");
   Press(Qt::Key_End);
   table_.Filter("");
   EXPECT_EQ(std::to_string(table_.model()->rowCount()) + Current(), "64 berries");
   table_.Filter("none");
   list_.CheckAll();
-  EXPECT_EQ(table_.model()->rowCount(), 0);
   EXPECT_EQ(Press(Qt::Key_Space), "xxxxxx");
-  Fill(list_, "1=a");
-  EXPECT_EQ(table_.model()->rowCount(), 1);
 }
 
 TEST_F(MailTableTest, AFilterGoesThroughALongListWhileTheWindowGoesOn) {
   MailList filled;
-  for (int row = 0; row < 20000; ++row) {
+  for (int row = 0; row < 20000; ++row)
     filled.Append("1", std::string(1500, 'x') + (row % 2 == 0 ? "even" : "odd"));
-  }
   list_.Replace(filled);
   table_.Filter("even");
   EXPECT_TRUE(test::WaitUntil([this] { return !table_.Model().IsFiltering(); }));
