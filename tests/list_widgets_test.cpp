@@ -21,15 +21,11 @@ namespace {
 using Texts = ObservedList<std::string>;
 
 TEST(ListComboBoxTest, ChangesOfTheListLeaveTheTextAlone) {
-  constexpr std::optional<size_t> kNone;
-  const struct {
-    const char* items;  // a letter each
-    std::optional<size_t> selected;
-    const char* typed;  // null: what the selected item says
-    char change;        // "+" adds "b", a digit removes that item, "c" clears
-    const char* text;
-    std::optional<size_t> selectedAfter;
-  } table[] = {
+  using Row = std::optional<size_t>;
+  constexpr Row kNone;
+  // Items, a letter each, and the selected one; what is typed over it, or null; a change, where "+"
+  // adds "b", a digit removes that item and "c" clears; then text and selected item.
+  const std::tuple<const char*, Row, const char*, char, const char*, Row> table[] = {
       {"", kNone, "ty", '+', "ty", kNone},   {"", kNone, "", '+', "", kNone},
       {"a", 0, nullptr, '+', "a", 0},        {"a", 0, "ab", '+', "ab", kNone},
       {"ab", 1, nullptr, '0', "b", 0},       {"ab", 0, nullptr, '1', "a", 0},
@@ -37,27 +33,27 @@ TEST(ListComboBoxTest, ChangesOfTheListLeaveTheTextAlone) {
       {"ab", kNone, "ty", 'c', "ty", kNone}, {"a", 0, nullptr, 'c', "", kNone},
       {"aa", 1, nullptr, '0', "a", 0},
   };
-  for (const auto& row : table) {
-    const auto which = &row - table;
+  for (const auto& [items, selected, typed, change, text, selectedAfter] : table) {
+    SCOPED_TRACE(std::string(items) + " " + change + " " + text);
     Texts list;
     ListComboBox box;
     box.Attach(list);
-    for (const char item : std::string_view(row.items)) list.Add({item});
-    box.Select(row.selected);
-    if (row.typed != nullptr) {
+    for (const char item : std::string_view(items)) list.Add({item});
+    box.Select(selected);
+    if (typed != nullptr) {
       box.lineEdit()->clear();
-      QTest::keyClicks(box.lineEdit(), row.typed);
+      QTest::keyClicks(box.lineEdit(), typed);
       QTest::keyClick(box.lineEdit(), Qt::Key_Left);
     }
     const int cursor = box.lineEdit()->cursorPosition();
-    EXPECT_EQ(box.Selected(), row.typed != nullptr ? kNone : row.selected) << which;
-    if (row.change == '+') list.Add("b");
-    if (row.change == 'c') list.Clear();
-    if (row.change == '0' || row.change == '1') list.RemoveAt(row.change == '1' ? 1 : 0);
-    EXPECT_EQ(box.currentText().toStdString(), row.text) << which;
-    EXPECT_EQ(box.Selected(), row.selectedAfter) << which;
-    EXPECT_TRUE(row.typed == nullptr || box.lineEdit()->cursorPosition() == cursor) << which;
-    EXPECT_EQ(box.count(), static_cast<int>(list.Size())) << which;
+    EXPECT_EQ(box.Selected(), typed != nullptr ? kNone : selected);
+    if (change == '+') list.Add("b");
+    if (change == 'c') list.Clear();
+    if (change == '0' || change == '1') list.RemoveAt(change == '1' ? 1 : 0);
+    EXPECT_EQ(box.currentText(), text);
+    EXPECT_EQ(box.Selected(), selectedAfter);
+    EXPECT_TRUE(typed == nullptr || box.lineEdit()->cursorPosition() == cursor);
+    EXPECT_EQ(box.count(), static_cast<int>(list.Size()));
   }
 }
 
@@ -230,7 +226,8 @@ TEST_F(MailTableTest, AssistiveTechnologyReadsAndTogglesRows) {
   const auto cell = [&](int row) { return table->tableInterface()->cellAt(row, 0); };
   cell(3)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(ChecksOf(list_), "...x..");
-  EXPECT_TRUE(cell(3)->state().checkable && cell(3)->state().checked && !cell(2)->state().checked);
+  const QAccessible::State state = cell(3)->state();
+  EXPECT_TRUE(state.checkable && state.focusable && state.checked && !cell(2)->state().checked);
   EXPECT_EQ(cell(3), table->child(table->indexOfChild(cell(3))));
   EXPECT_EQ(cell(3), table->childAt(cell(3)->rect().center().x(), cell(3)->rect().center().y()));
   EXPECT_EQ(table->tableInterface()->cellAt(0, 2), nullptr);

@@ -21,14 +21,9 @@ namespace {
 using L = LookColours;
 using Roles = std::vector<QColor L::*>;
 
-struct Use {
-  Roles roles;
-  Roles grounds;
-  double least;
-};
-
 const Roles kGrounds = {&L::surface, &L::base, &L::alternate, &L::raised};
-const Use kUses[] = {
+// What is drawn on which grounds, and the least contrast.
+const std::tuple<Roles, Roles, double> kUses[] = {
     {{&L::text, &L::dim, &L::link, &L::good, &L::warning, &L::bad}, kGrounds, 4.5},
     {{&L::text, &L::bad}, {&L::hover, &L::pressed}, 4.5},
     {{&L::selectionText, &L::dim}, {&L::selection}, 4.5},
@@ -43,10 +38,10 @@ TEST(Look, EveryRoleStandsOutWhereItIsUsed) {
     SetTheme(theme);
     const L& look = CurrentColours();
     EXPECT_EQ(&look == &DarkColours(), theme == ThemeChoice::kDark);
-    for (const Use& use : kUses) {
-      for (auto role : use.roles) {
-        for (auto ground : use.grounds) {
-          EXPECT_GE(Contrast(FromQColor(look.*role), FromQColor(look.*ground)), use.least)
+    for (const auto& [roles, grounds, least] : kUses) {
+      for (auto role : roles) {
+        for (auto ground : grounds) {
+          EXPECT_GE(Contrast(FromQColor(look.*role), FromQColor(look.*ground)), least)
               << Name(FromQColor(look.*role)) << " on " << Name(FromQColor(look.*ground));
         }
       }
