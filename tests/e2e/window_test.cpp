@@ -209,7 +209,9 @@ void ExpectScreen(const QWidget& window, const std::string& screen) {
     if (needsLetter && control->parentWidget()->isVisible()) captions << caption;
     if (!control->isVisible()) continue;
     if ((control->focusPolicy() & Qt::TabFocus) && control->focusProxy() == nullptr) {
-      told << QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name) + caption;
+      const auto* accessible = QAccessible::queryAccessibleInterface(control);
+      told << accessible->text(QAccessible::Name) + caption;
+      for (int i = 0; i < accessible->childCount(); ++i) EXPECT_NE(accessible->child(i), nullptr);
       EXPECT_TRUE(told.back() != caption && told.count(told.back()) == 1) << name.toStdString();
     }
     if (caption.isEmpty()) continue;
@@ -291,6 +293,12 @@ TEST_F(FrameTest, ShowsRoomTopicAndWhatIsUnseen) {
   window.ShowTab(Tab::kRoom);
   EXPECT_FALSE(HasDot(Tab::kRoom));
   window.ShowTab(Tab::kConnection);
+  std::string next;
+  for (const auto* step : window.App().Window().findChildren<QLabel*>()) {
+    const bool isNext = step->foregroundRole() == QPalette::WindowText;
+    if (isNext && step->accessibleName().startsWith("Step")) next += step->text().toStdString();
+  }
+  EXPECT_EQ(next, "Ask the server for its list");
   window.Find<QWidget>("txtAlternateNick").setFocus();
   session.server.Send(":me!u@h PART #mailroom\r\n");
   EXPECT_TRUE(window.Tells("lblRoom", "No room"));
@@ -345,6 +353,8 @@ TEST_F(FrameTest, KeysWalkThroughPanesAndTabs) {
 
 TEST_F(FrameTest, ListsAnswerKeysAndMenus) {
   auto& rooms = window.Find<QListView>("lstChannels");
+  const QModelIndex here = rooms.model()->index(0, 0);
+  EXPECT_EQ(here.data(Qt::AccessibleDescriptionRole), "The room that you are in");
   rooms.setFocus();
   window.Boxes().inputAnswers.push_back("other");
   Press(Qt::Key_Insert);
