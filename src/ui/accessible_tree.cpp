@@ -35,10 +35,11 @@ class ButtonAccessible : public QAccessibleWidget {
   }
 
   QString text(QAccessible::Text kind) const override {
+    // The toolkit would call a button without a name of its own after the group around it.
+    const bool isCaption = kind == QAccessible::Name && Button().accessibleName().isEmpty();
+    if (isCaption && !Button().text().isEmpty()) return Button().text().remove('&');
     const QString own = QAccessibleWidget::text(kind);
-    if (!own.isEmpty()) return own;
-    if (kind == QAccessible::Name) return Button().text().remove('&');
-    if (kind != QAccessible::Accelerator) return own;
+    if (!own.isEmpty() || kind != QAccessible::Accelerator) return own;
     return QKeySequence::mnemonic(Button().text()).toString(QKeySequence::NativeText);
   }
 
