@@ -4,10 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <random>
 
-#include "base/encoding.h"
 #include "base/text.h"
 #include "mail/byte_kernels.h"
 #include "mail/title_search.h"
@@ -151,14 +149,6 @@ TEST_F(KernelsTest, MarkTheBytesAskedForAndNothingBehindThem) {
   });
 }
 
-std::string Utf8(char32_t c) {
-  std::string units;
-  for (const char32_t unit : {c < 0x10000 ? c : 0xD7C0 + (c >> 10U), 0xDC00 + (c & 0x3FFU)}) {
-    units += {static_cast<char>(unit >> 8U), static_cast<char>(unit)};
-  }
-  return Utf8FromUtf16(units.substr(0, c < 0x10000 ? 2 : 4), ByteOrder::kBigEndian);
-}
-
 // By looking at every row.
 void Compare(const MailList& list, const std::string& wanted) {
   std::vector<std::uint32_t> expected;
@@ -212,22 +202,6 @@ TEST_F(KernelsTest, SearchFindsTextsOfTheRowsAndAcrossThem) {
       }
     }
   });
-}
-
-TEST_F(KernelsTest, SearchFindsEveryCaseOfEveryCharacter) {
-  std::map<std::string, std::vector<std::uint32_t>> rows;  // whose title becomes this in lower case
-  MailList list;
-  for (char32_t c = ' '; c < 0x20000; c = c == 0xD7FF ? 0xE000 : c + 1) {
-    const std::string title = Utf8(c);
-    const std::string lower = LowerCase(title);
-    if (lower == title && UpperCase(title) == title) continue;
-    rows[lower].push_back(static_cast<std::uint32_t>(list.Size()));
-    list.Append("1", title);
-  }
-  ASSERT_GT(list.Size(), 2500U);
-  for (const auto& [lower, expected] : rows) {
-    ASSERT_EQ(RowNumbersWithTitle(list, lower), expected) << lower;
-  }
 }
 
 TEST_F(KernelsTest, SearchFindsTextsAtEveryPlace) {

@@ -38,27 +38,6 @@ std::string Told(ChatStage& stage) {
   return told;
 }
 
-TEST(NewerProtocol, IsSilentWhileItsOptionsAreOff) {
-  ChatStage stage;
-  stage.Dial();
-  ReceiveEach(stage,
-              "LS server-time sasl echo-message\n001 me :Hi\n:me!u@h JOIN #room\n"
-              "AUTHENTICATE +\n:bob!u@h PRIVMSG me :\001VERSION\001\nPING :x\n366 me #room :End");
-  for (const char* typed : {"hi", "/msg bob psst"}) stage.outgoing.cmdSend_Click(typed, 1);
-  stage.voice.SayRequest("!Bot send me 1");
-  stage.connection.cmdConnect_Click(stage.fields);
-  std::string sent;
-  const std::string taken = stage.Taken();
-  for (const std::string_view row : Split(taken, "\n")) {
-    if (row.starts_with("> ")) sent.append(row).append("\n");
-  }
-  EXPECT_EQ(sent, kRegistration +
-                      "\n> PONG :x\n> PRIVMSG #room :hi\n> PRIVMSG bob :psst\n"
-                      "> PRIVMSG #room :!Bot send me 1\n> PRIVMSG #room :^C1I was using ^C4Brindle "
-                      "v0.5.85^C1 (a server helper). To learn more visit "
-                      "http://www.brindle.example\n> QUIT\n");
-}
-
 // How the user has set things, by letters.
 void Set(ChatStage& stage, std::string_view letters) {
   const auto has = [&](char letter) { return letters.find(letter) != std::string::npos; };

@@ -87,6 +87,9 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":2001:db8::1 PING :a:b", kPingShown + "> PONG :a:b"s},
       {":srv PONG srv :brindle1", NotParsed(":srv PONG srv :brindle1")},
       {":srv PONG srv :other", NotParsed(":srv PONG srv :other")},
+      // What newer servers offer is not answered while that is not wanted.
+      {":srv CAP * LS :sasl", NotParsed(":srv CAP * LS :sasl")},
+      {"AUTHENTICATE +", NotParsed("AUTHENTICATE +:")},
       {":op TOPIC #room :new: one",
        NotParsed(":op TOPIC #room :new: one") + "\n2|^C3* op sets the topic to 'new: one^C3'",
        "2 me #room: @op bob (new: one)"},

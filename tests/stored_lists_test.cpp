@@ -78,18 +78,6 @@ TEST_F(StoredLists, FilesAreWrittenByteForByte) {
   EXPECT_EQ(FindsFrom(files.files["h"]), std::vector<Find>{});
 }
 
-TEST_F(StoredLists, AMissingFileIsNotAnUnreadableOne) {
-  const auto results = [this] {
-    return std::vector{LoadChannels(files, "f").result, LoadServers(files, "f").result,
-                       LoadFinds(files, "f", 0, std::nullopt).result};
-  };
-  EXPECT_EQ(results(), std::vector(3, LoadResult::kMissing));
-  files.files["f"] = "";
-  EXPECT_EQ(results(), std::vector(3, LoadResult::kLoaded));
-  files.unreadable = {"f"};
-  EXPECT_EQ(results(), std::vector(3, LoadResult::kUnreadable));
-}
-
 TEST_F(StoredLists, FindsFollowTheirCountAndTheirAge) {
   EXPECT_EQ(FindsFrom("[finds]\n"), (std::vector<Find>{{"", 0}}));
   EXPECT_EQ(FindsFrom("[finds]\ncount=2\nitem0=a\nitem2=c\ndate2=1970-01-03\n"),
