@@ -14,9 +14,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 #include <limits>
-#ifdef Q_OS_UNIX
-#include "support/full_disk.h"
-#endif
 
 #include "app/update_desk.h"
 #include "platform/native.h"
@@ -155,18 +152,6 @@ TEST_F(UpdaterHttpTest, Transfers) {
   }
   EXPECT_EQ(ended, 0);  // there is no updater program in the folder
 }
-
-#ifdef Q_OS_UNIX
-TEST_F(UpdaterHttpTest, AFullDiskKeepsNoPartOfAFile) {
-  Open();
-  Offer();
-  server.answers[kProgram] = {"more than there is room for"};
-  auto disk = std::make_unique<FullDisk>(9);
-  EXPECT_TRUE(Becomes("An error has occured. Try again later."));
-  disk.reset();
-  EXPECT_EQ(UpdateFiles(), QStringList());
-}
-#endif
 
 // Signed as docs/UPDATES.md tells, with a key of which nothing else is kept.
 TEST_F(UpdaterHttpTest, ASignatureHoldsForOneListAndOneKey) {
