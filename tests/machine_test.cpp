@@ -1,7 +1,6 @@
 // Lists that the machine cannot give, or that change while they are read.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -55,15 +54,6 @@ struct Machine : testing::Test {
   MailList list;
   ListLoader loader{stage, stage, stage, list};
 };
-
-TEST_F(Machine, WhatIsNoFileIsNotOpened) {
-  mkfifo(path.c_str(), 0600);
-  EXPECT_EQ(Load(), "'list.txt could not be found.'");
-  fs::remove(path);
-  fs::create_directory(path);
-  EXPECT_EQ(Load(), "'list.txt could not be found.'");
-  EXPECT_EQ(RowsOf(list), "1=old|2=old");
-}
 
 TEST_F(Machine, AFileThatChangesIsReadAsItWasOrToldToBeCut) {
   const auto write = [this] { WriteList(path); };
