@@ -17,6 +17,7 @@
 #include "mail/list_reader.h"
 #include "platform/native.h"
 #include "platform/program_starter_qt.h"
+#include "platform/single_instance.h"
 #include "support/wait.h"
 
 namespace brindle::test {
@@ -79,6 +80,8 @@ TEST_F(WindowsFiles, NamesWithAnyLettersAndLongPaths) {
     EXPECT_TRUE(IsListFile(In(name))) << name.size();
     EXPECT_EQ(ReadListFile(In(name), list, {}).status, ReadStatus::kComplete);
     EXPECT_TRUE(files_.Remove(In(name)) && !files_.FileExists(In(name)));
+    const SingleInstance first(In(below));
+    EXPECT_TRUE(!first.IsAnotherRunning() && SingleInstance(In(below)).IsAnotherRunning());
   }
 }
 

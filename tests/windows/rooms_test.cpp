@@ -1,18 +1,16 @@
-// The rooms for Windows against the system's own windows, menus and locks.
+// The screen name of the other program, found in windows of the system.
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <future>
 #include <thread>
 #include <utility>
 
 #include "aol/screen_name.h"
 #include "platform/native.h"
-#include "platform/single_instance.h"
 
 namespace brindle {
 namespace {
@@ -92,52 +90,6 @@ TEST(WindowsRooms, TheScreenNameIsFoundInRealWindows) {
   const ULONGLONG begun = GetTickCount64();
   EXPECT_EQ(aol.GetWindowCaption(buddies), "");
   EXPECT_LT(GetTickCount64() - begun, 5000U);
-}
-
-TEST(WindowsRooms, TheSizeCommandLeavesTheSystemMenu) {
-  const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 9, 9, nullptr,
-                                      nullptr, nullptr, nullptr);
-  const auto has = [&](UINT command) {
-    return GetMenuState(GetSystemMenu(window, FALSE), command, MF_BYCOMMAND) != UINT(-1);
-  };
-  EXPECT_TRUE(has(SC_SIZE));
-  RemoveSizeCommand(reinterpret_cast<std::uintptr_t>(window));
-  EXPECT_FALSE(has(SC_SIZE));
-  EXPECT_TRUE(has(SC_MOVE) && has(SC_CLOSE) && has(SC_MAXIMIZE));
-  RemoveSizeCommand(0);
-  DestroyWindow(window);
-}
-
-TEST(WindowsRooms, OneProgramHoldsAFolderWhateverItIsCalled) {
-  namespace fs = std::filesystem;
-  const fs::path base =
-      fs::temp_directory_path() / (L"brindle-" + std::to_wstring(GetCurrentProcessId()));
-  const std::u8string name = u8"gr\u00FC\u00DFe \u65E5\u672C";
-  std::string folder = base.string();
-  std::wstring made = LR"(\\?\)" + base.wstring();
-  CreateDirectoryW(made.c_str(), nullptr);
-  // The second time far beyond 260 characters.
-  for (const int levels : {1, 6}) {
-    for (int i = 0; i < levels; ++i) {
-      const std::u8string part = name + std::u8string(50, u8'x');
-      folder += "/" + std::string(part.begin(), part.end());
-      made += L"\\" + fs::path(part).wstring();
-      CreateDirectoryW(made.c_str(), nullptr);
-    }
-    const std::wstring file = made + L"\\brindle.lock";
-    {
-      const SingleInstance first(folder);
-      EXPECT_FALSE(first.IsAnotherRunning());
-      EXPECT_NE(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES) << levels;
-      EXPECT_TRUE(SingleInstance(folder).IsAnotherRunning());
-    }
-    EXPECT_EQ(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES);
-    EXPECT_FALSE(SingleInstance(folder).IsAnotherRunning());
-  }
-  EXPECT_FALSE(SingleInstance(folder + "/missing").IsAnotherRunning());
-  for (; made.size() > base.wstring().size(); made.resize(made.rfind(L'\\'))) {
-    RemoveDirectoryW(made.c_str());
-  }
 }
 
 }  // namespace
