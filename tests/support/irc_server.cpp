@@ -111,7 +111,7 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
     const QStringList words = {"--nofork", "--nolog", "--nopid", "--config", configuration};
     if (hasOddClock_) {
       process_.Start("/usr/bin/env", QStringList{"LD_PRELOAD=/usr/$LIB/faketime/libfaketime.so.1",
-                                                 "FAKETIME=-90m x20", program} +
+                                                 "FAKETIME=-90m", program} +
                                          words);
     } else {
       process_.Start(program, words);

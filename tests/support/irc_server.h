@@ -32,7 +32,7 @@ class IrcServer {
   // Before Start, InspIRCd: accounts too, at a NickServ of its own and by SASL.
   void UseServices();
 
-  // Before Start, InspIRCd: its clock is 90 minutes late, and a minute on it takes three seconds.
+  // Before Start, InspIRCd: its clock is 90 minutes late.
   void UseOddClock() { hasOddClock_ = true; }
 
   // Asks the server to end, so that it says goodbye to its users, and waits until it has. False
