@@ -127,22 +127,19 @@ TEST(Proxies, CarryTheSessionAndLookUpNames) {
   const QString port = QString::number(probe.serverPort());
   probe.close();
   DataFolder folder;
-  const std::string conf = "Port " + port.toStdString() + "\nListen 127.0.0.1\nMaxClients 9\n";
-  folder.Write("open.conf", conf);
-  folder.Write("closed.conf", conf + "BasicAuth wanda sesame1\n");
-  const auto tiny = [&](const char* name) {
-    return QStringList{"-d", "-c", PathForCompanions(folder.File(name))};
-  };
+  folder.Write("http.conf", "Port " + port.toStdString() +
+                                "\nListen 127.0.0.1\nMaxClients 9\nBasicAuth wanda sesame1\n");
   const char* const socks = "/usr/bin/microsocks";
-  const char* const http = "/usr/bin/tinyproxy";
   const QStringList open = {"-i", "127.0.0.1", "-p", port};
   const QStringList closed = open + QStringList{"-u", "wanda", "-P", "s\u00E9same"};
   // With the password that each wants, if it wants one.
   const std::tuple<ProxyKind, const char*, QStringList, const char*> proxies[] = {
       {ProxyKind::kSocks5, socks, open, ""},
       {ProxyKind::kSocks5, socks, closed, "s\u00E9same"},
-      {ProxyKind::kHttp, http, tiny("open.conf"), ""},
-      {ProxyKind::kHttp, http, tiny("closed.conf"), "sesame1"},
+      {ProxyKind::kHttp,
+       "/usr/bin/tinyproxy",
+       {"-d", "-c", PathForCompanions(folder.File("http.conf"))},
+       "sesame1"},
   };
   IrcServer server(IrcServer::Kind::kNgircd);
   ASSERT_TRUE(server.Start()) << server.Error().toStdString();
@@ -152,7 +149,9 @@ TEST(Proxies, CarryTheSessionAndLookUpNames) {
     WindowDriver window;
     ConnectionOptions& options = window.App().Settings().connection;
     options.proxy = kind;
-    options.proxyAddress = "127.0.0.1:" + port.toStdString();
+    options.proxyAddress = "127.0.0.1";
+    EXPECT_EQ(Fetched(web, options, ""), HttpState::kError) << "without a port";
+    options.proxyAddress += ":" + port.toStdString();
     window.Connect("Wanda", "", server.Port());
     EXPECT_TRUE(window.Tells("lblConnectTrouble", "roxy")) << "without the proxy";
     Companion proxy(Companion::User::kSame);
