@@ -68,21 +68,8 @@ TEST_P(SecureTest, ACertificateOfAKnownMakerNeedsNoQuestionForItsHost) {
   EXPECT_TRUE(window.Boxes().questions.empty());
   window.Leave();
   EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
-  if (GetParam() == IrcServer::Kind::kNgircd) {
-    window.Connect("Wanda", "", server.TlsPort(), "localhost");
-    EXPECT_TRUE(window.Tells("lblConnectTrouble", "host name did not match"));
-  } else {
-    // It wants to be reached like this only, and is, though the user forgets it.
-    window.App().Settings().useNewerProtocol = true;
-    window.Click("chkConnectTls");
-    for (const char* told :
-         {"wants to be reached by TLS only", "is reached by TLS only, at port"}) {
-      EXPECT_TRUE(window.Register("Wanda", server.Port(), "localhost"));
-      EXPECT_TRUE(window.ShowsInStatus(QString("* localhost ") + told)) << window.Status();
-      window.Leave();
-      EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
-    }
-  }
+  window.Connect("Wanda", "", server.TlsPort(), "localhost");
+  EXPECT_TRUE(window.Tells("lblConnectTrouble", "host name did not match"));
   QSslConfiguration::setDefaultConfiguration(before);
 }
 

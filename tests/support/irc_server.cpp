@@ -41,12 +41,11 @@ IrcServer::IrcServer(Kind kind) : kind_(kind) {
 void IrcServer::UseTls() {
   Companion openssl(Companion::User::kSame);
   const QString folder = PathForCompanions(folder_.path());
-  const QString names = kind_ == Kind::kNgircd ? "subjectAltName=IP:127.0.0.1"
-                                               : "subjectAltName=IP:127.0.0.1,DNS:localhost";
-  openssl.Start("/usr/bin/openssl",
-                {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
-                 "-nodes", "-days", "2", "-subj", "/CN=irc.brindle.test", "-addext", names,
-                 "-keyout", folder + "/key.pem", "-out", folder + "/cert.pem"});
+  openssl.Start(
+      "/usr/bin/openssl",
+      {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
+       "-days", "2", "-subj", "/CN=irc.brindle.test", "-addext", "subjectAltName=IP:127.0.0.1",
+       "-keyout", folder + "/key.pem", "-out", folder + "/cert.pem"});
   WaitUntil([&] { return !openssl.IsRunning(); }, kTimeoutMs);
   for (const char* name : {"key.pem", "cert.pem"}) {
     QFile::setPermissions(folder_.filePath(name),

@@ -22,8 +22,7 @@ class IrcServer {
   // 0 before the first successful Start.
   quint16 Port() const { return port_; }
 
-  // Before Start: speaks TLS at another port too, with a new certificate of its own making, for
-  // 127.0.0.1. That of InspIRCd is for localhost, too.
+  // Before Start: speaks TLS at another port too, with a new certificate of its own for 127.0.0.1.
   void UseTls();
   quint16 TlsPort() const { return tlsPort_; }
   QString CertificatePath() const { return folder_.filePath("cert.pem"); }
