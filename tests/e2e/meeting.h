@@ -44,9 +44,9 @@ inline bool HasEnded(WindowDriver& window, const std::string& trouble, int times
 
 // Wanda at the window and a bot, in one room of a real server.
 struct Meeting {
-  void Begin(quint16 port) {
+  void Begin(quint16 port, const QString& server = "127.0.0.1") {
     bot.Begin(port);
-    ASSERT_TRUE(window.Register("Wanda", port));
+    ASSERT_TRUE(window.Register("Wanda", port, server));
     ASSERT_TRUE(bot.WaitForWelcome() && bot.Join(kRoom) && window.Join(0));
   }
   // What Wanda said, as the bot has received it, once it is so many lines.

@@ -3,9 +3,7 @@
 #include <QAbstractItemView>
 #include <QFile>
 #include <QSslCertificate>
-#include <QTime>
 
-#include "base/time_text.h"
 #include "meeting.h"
 
 namespace brindle::test {
@@ -24,6 +22,11 @@ TEST(NewerTest, OwnLinesComeBackAndARefusedRequestIsCheckedAgain) {
   window.Press("cmbSend", Qt::Key_Return);
   EXPECT_TRUE(window.ShowsInRoom("] <Wanda> hello"));
   EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Connected"));
+  // What was said before is shown, as the server keeps it.
+  bot.Send("MODE #mailroom +H 700:1d");
+  ASSERT_TRUE(window.Join(1));
+  bot.Say(kRoom, "meanwhile");
+  ASSERT_TRUE(window.Join(0) && window.ShowsInRoom("] <MailBot> meanwhile"));
 
   const auto& who = *window.Find<QAbstractItemView>("lstWho").model();
   const auto botIs = [&](const QString& words) {
@@ -107,65 +110,6 @@ TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
   options.certificatePath = window.Folder().File("mine.pem").toStdString();
   ASSERT_TRUE(window.Register("Wanda", server.Port()));
   EXPECT_EQ(Count(window.Status(), "You are now logged in as Owner"), 2);
-}
-
-TEST(NewerTest, WhatWasSaidBeforeIsShownWithItsTime) {
-  IrcServer server{IrcServer::Kind::kInspircd};
-  server.UseOddClock();
-  ASSERT_TRUE(server.Start()) << server.Error().toStdString();
-  RawClient bot("MailBot");
-  bot.Begin(server.Port());
-  ASSERT_TRUE(bot.WaitForWelcome() && bot.Join(kRoom));
-  bot.Send("MODE #mailroom +H 700:1d");
-  // The server's, as the program shows it.
-  const auto now = [&] {
-    bot.Send("TIME");
-    EXPECT_TRUE(bot.WaitForLine(" 391 "));
-    const QTime time = QTime::fromString(QString::fromStdString(bot.Found()).right(8), "HH:mm:ss");
-    std::tm local{};
-    local.tm_hour = time.hour();
-    local.tm_min = time.minute();
-    return ClockText(local);
-  };
-  const std::string soon = now();
-  bot.Say(kRoom, "line");
-  const std::string later = now();
-  WindowDriver window({kRoom});
-  Options& options = window.App().Settings();
-  options.useNewerProtocol = options.timestampChatLines = true;
-  ASSERT_TRUE(window.Register("Wanda", server.Port()) && window.Join(0));
-  const std::string line = "] <MailBot> line";
-  EXPECT_TRUE(window.ShowsInRoom(line.c_str()));
-  const std::string room = window.Room();
-  EXPECT_TRUE(room.find("[" + soon + line) != room.npos ||
-              room.find("[" + later + line) != room.npos)
-      << room;
-  window.Leave();
-  ASSERT_TRUE(window.ShowsInRoom(kGone));
-  EXPECT_EQ(Count(window.Room(), "<Wanda> I was using"), 1);  // as the server relays it
-}
-
-// This machine by its IPv6 address; by the other one where there is none.
-QString NewerLoopback() {
-  QTcpServer probe;
-  return probe.listen(QHostAddress::LocalHostIPv6) ? "[::1]" : "127.0.0.1";
-}
-
-TEST(NewerTest, NickServIsToldWhereTheServerHasNoAccounts) {
-  IrcServer server{IrcServer::Kind::kNgircd};
-  ASSERT_TRUE(server.Start()) << server.Error().toStdString();
-  RawClient nickServ("NickServ");
-  nickServ.Begin(server.Port());
-  ASSERT_TRUE(nickServ.WaitForWelcome());
-  WindowDriver window;
-  Options& options = window.App().Settings();
-  options.useNewerProtocol = options.tellNickServ = true;
-  options.connection.proof = AccountProof::kPassword;
-  options.connection.account = "Owner";
-  emit window.App().Window().OptionsControls().SecretTyped(Secret::kAccountPassword, "sesame1");
-  ASSERT_TRUE(window.Register("Wanda", server.Port(), NewerLoopback()));
-  EXPECT_TRUE(nickServ.WaitForLine(" PRIVMSG NickServ :IDENTIFY Owner sesame1"));
-  EXPECT_EQ(Count(window.Status() + window.Room(), "sesame1"), 0);
 }
 
 }  // namespace

@@ -106,15 +106,8 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
   if (kind_ == Kind::kNgircd) {
     process_.Start("/usr/sbin/ngircd", {"--nodaemon", "--config", configuration});
   } else {
-    const QString program = "/usr/sbin/inspircd";
-    const QStringList words = {"--nofork", "--nolog", "--nopid", "--config", configuration};
-    if (hasOddClock_) {
-      process_.Start("/usr/bin/env", QStringList{"LD_PRELOAD=/usr/$LIB/faketime/libfaketime.so.1",
-                                                 "FAKETIME=-90m", program} +
-                                         words);
-    } else {
-      process_.Start(program, words);
-    }
+    process_.Start("/usr/sbin/inspircd",
+                   {"--nofork", "--nolog", "--nopid", "--config", configuration});
   }
   const char* ready = kind_ == Kind::kNgircd ? " ready.\n" : "is now running as";
   WaitUntil(

@@ -31,9 +31,6 @@ class IrcServer {
   // Before Start, InspIRCd: accounts too, at a NickServ of its own and by SASL.
   void UseServices();
 
-  // Before Start, InspIRCd: its clock is 90 minutes late.
-  void UseOddClock() { hasOddClock_ = true; }
-
   // Asks the server to end, so that it says goodbye to its users, and waits until it has. False
   // when it did not.
   bool Stop();
@@ -53,7 +50,6 @@ class IrcServer {
   quint16 port_ = 0;
   quint16 tlsPort_ = 0;
   quint16 servicesPort_ = 0;
-  bool hasOddClock_ = false;
   QTemporaryDir servicesFolder_;
   Companion services_{Companion::User::kNobodyForRoot};
   QString log_;  // what the server has printed until it was ready

@@ -61,8 +61,6 @@ class RawClient {
       return false;
     });
   }
-  // The line that was waited for last.
-  const std::string& Found() const { return lines_[next_ - 1]; }
 
  private:
   void Receive() {
