@@ -124,12 +124,5 @@ TEST_F(ProfileStrings, WhatWeWriteTheyRead) {
   }
 }
 
-// Difference 4: to them a line without an equals sign is a key without a value.
-TEST_F(ProfileStrings, ALineWithoutAnEqualsSignIsNoKeyToUs) {
-  SetContent("[s]\r\nk\r\nk=v\r\n");
-  EXPECT_EQ(Theirs("s", "k"), "");
-  EXPECT_EQ(ReadSettingText(Content(), "s", "k"), "v");
-}
-
 }  // namespace
 }  // namespace brindle
