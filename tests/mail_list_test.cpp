@@ -182,7 +182,7 @@ TEST_F(KernelsTest, SearchFindsTextsOfTheRowsAndAcrossThem) {
       MailList list;
       std::string all;
       const size_t choice = length % 2 == 0 ? 5 : letters.size();
-      for (size_t left = 1 + Number(120); left > 0; --left) {
+      for (size_t left = 1 + Number(300); left > 0; --left) {
         std::string title;
         while (title.size() < Number(2 * length + 8)) title += letters[Number(choice)];
         list.Append(std::to_string(Number(130)), title);
@@ -199,23 +199,6 @@ TEST_F(KernelsTest, SearchFindsTextsOfTheRowsAndAcrossThem) {
         const std::string wanted = all.substr(Number(all.size() - length + 1), length);
         Compare(list, wanted);
         Compare(part, wanted);
-      }
-    }
-  });
-}
-
-TEST_F(KernelsTest, SearchFindsTextsAtEveryPlace) {
-  WithEach([] {
-    // Around the 64 bytes of a mask and the 16 KiB of a stretch.
-    for (const size_t place : {0U, 1U, 62U, 63U, 64U, 65U, 16383U, 16384U, 16385U, 40000U}) {
-      for (const size_t length : {1U, 2U, 7U, 8U, 9U, 33U, 80U}) {
-        const std::string wanted = "q" + std::string(length - 1, 'z');
-        MailList list;
-        list.Append("1", std::string(place, '.') + wanted.substr(0, length / 2));
-        list.Append("2", wanted.substr(length / 2));
-        list.Append("3", std::string(place, '.') + UpperCase(wanted));
-        list.Append("4", "");
-        Compare(list, wanted);
       }
     }
   });
