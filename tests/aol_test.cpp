@@ -59,8 +59,6 @@ TEST(AolTest, CaptionsGiveTheName) {
       {"aol AND dell Welcome, JaneD!", " JaneD"},
       {"Welcome, Ren\xE9!", "Ren\xC3\xA9"},  // captions come in the Windows code page
       {"Welcome", ""},                       // too short for what is cut off
-      {"AOL and Dell Welcome,", ""},
-      {"welcome, JohnDoe!", ""},
   };
   for (const auto& [caption, name] : cases) {
     Desktop desktop;

