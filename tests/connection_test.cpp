@@ -34,7 +34,6 @@ TEST(Connection, RefusesFieldsThatAreEmptyOrNoPort) {
   const std::pair<ConnectFields, std::string> table[] = {
       {{"  ", "x", "host", "6667"}, nick},
       {{"me", "", "  ", "6667"}, server},
-      {{"me", "", "host", " "}, server},
       {{"me", "", "irc.example", "65536"}, noPort},
       {{"me", "", "irc.example", "99999999999999999999999999999999999999999"}, noPort},
       {{" my nick ", "", " host ", " 65535 "}, Begun(" host ") + "\nconnect host 65535"},

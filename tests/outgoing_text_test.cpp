@@ -259,8 +259,7 @@ void AskFor(size_t mails, TalkStage& stage) {
   std::string checks;
   while (checks.size() < 2 * mails) checks += "x.";
   stage.EnterRoom();
-  stage.Fill(checks);
-  stage.Click();
+  stage.Request(checks);
 }
 
 TEST(ServerPace, FollowsTheServerAndLeavesRoomForTheUser) {

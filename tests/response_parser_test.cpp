@@ -87,7 +87,6 @@ TEST(ResponseParser, HandlesEachCommand) {
       {":op TOPIC #room :new: one",
        NotParsed(":op TOPIC #room :new: one") + "\n2|^C3* op sets the topic to 'new: one^C3'",
        "2 me #room: @op bob (new: one)"},
-      {":op TOPIC #else :x", NotParsed(":op TOPIC #else :x")},
       {":op INVITE me :#else",
        NotParsed(":op INVITE me :#else") + "\nhint op invites you to #else."},
       {":op KILL bob :spam",

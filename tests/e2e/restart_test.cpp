@@ -2,6 +2,7 @@
 // start; no server is needed.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QSpinBox>
 #include <QSplitter>
@@ -20,21 +21,15 @@ void SetUpEverything(WindowDriver& window) {
     QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
   }
   window.Find<QCheckBox>("chkOptionsMisc_2").click();
-  for (int i = 0; i < 7; ++i) {
-    window.Type(qPrintable(QString("txtOptionsSound_%1").arg(i)),
-                QString("/t\u00FCr %1=;.wav").arg(i));
+  for (auto* box :
+       window.App().Window().findChildren<QComboBox*>(QRegularExpression("^cmbOptions(?!Theme)"))) {
+    for (int i = 0; i < 2; ++i) QTest::keyClick(box, Qt::Key_Down);
   }
-  for (int i = 0; i < 5; ++i) {
-    QTest::keyClick(&window.Find<QComboBox>("cmbOptionsFinds"), Qt::Key_Down);
-  }
-  for (const auto& [box, steps] : {std::pair{"cmbOptionsAccount", 2}, {"cmbOptionsProxy", 3}}) {
-    for (int i = 0; i < steps; ++i) QTest::keyClick(&window.Find<QComboBox>(box), Qt::Key_Down);
+  for (const auto* field : window.App().Window().findChildren<QLineEdit*>(
+           QRegularExpression("^txt(Con|Alt|Opt)(?!.*Password)"))) {
+    window.Type(qPrintable(field->objectName()), "/t\u00FCr =;" + field->objectName());
   }
   window.Find<QSpinBox>("spnOptionsLines").setValue(kFewestChatLines);
-  window.Type("txtOptionsAccount", "Wanda");
-  window.Type("txtOptionsCertificate", "/me.pem");
-  window.Type("txtOptionsProxy", "localhost:1");
-  window.Type("txtOptionsProxyUser", "Wanda");
   std::uint8_t red = 0;
   for (const char* swatch :
        {"picListForecolor", "picListBackcolor", "picRoomForecolor", "picRoomBackcolor"}) {
@@ -42,8 +37,6 @@ void SetUpEverything(WindowDriver& window) {
     window.Click(swatch);
   }
   window.ShowTab(Tab::kConnection);
-  window.Type("txtConnectNick", "Wanda");
-  window.Type("txtAlternateNick", "Wanda`");
   window.Boxes().inputAnswers = {"Irc.One.Example:6667", "two.example:7000", "#First", "second "};
   for (const char* add : {"cmdConnectAdd", "cmdConnectAdd", "lblChannelsAdd", "lblChannelsAdd"}) {
     window.Click(add);

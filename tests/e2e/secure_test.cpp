@@ -51,7 +51,7 @@ TEST_P(SecureTest, ACertificateIsTrustedOnceAskedAndAnotherIsNot) {
     ASSERT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
   }
   EXPECT_EQ(window.Boxes().questions.size(), 2U);
-  ASSERT_TRUE(server.Stop());
+  server.Kill();
   server.UseTls();
   ASSERT_TRUE(server.Start());
   window.Connect("Wanda", "", server.TlsPort());

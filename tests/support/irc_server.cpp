@@ -124,11 +124,6 @@ IrcServer::Outcome IrcServer::StartOn(quint16 port) {
 
 QString IrcServer::Error() const { return process_.Error() + "\n" + log_; }
 
-bool IrcServer::Stop() {
-  process_.Terminate();
-  return WaitUntil([this] { return !process_.IsRunning(); }, kTimeoutMs);
-}
-
 QString IrcServer::Configuration(quint16 port) const {
   const char* ngircd = R"([Global]
 Name = irc.brindle.test

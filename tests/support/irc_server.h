@@ -31,9 +31,6 @@ class IrcServer {
   // Before Start, InspIRCd: accounts too, at a NickServ of its own and by SASL.
   void UseServices();
 
-  // Asks the server to end, so that it says goodbye to its users, and waits until it has. False
-  // when it did not.
-  bool Stop();
   // Ends the server at once; its connections just break.
   void Kill() { process_.Kill(); }
 

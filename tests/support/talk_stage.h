@@ -144,6 +144,10 @@ struct TalkStage : ChatStage {
   }
   std::string Checks() const { return ChecksOf(list); }
   void Click() { requests.cmdRequest_Click("My Name", "Bot"); }
+  void Request(const std::string& checks) {
+    Fill(checks);
+    Click();
+  }
   // What was asked for in the journal, and the hints: "1-3 5 [Requests sent: 2]".
   std::string Asked() {
     std::string asked;

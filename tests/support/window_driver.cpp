@@ -77,22 +77,18 @@ bool WindowDriver::Register(const QString& nick, quint16 port, const QString& se
   const auto greetings = [this] { return Plain("txtStatus").count("You are now connected."); };
   const auto before = greetings();
   Connect(nick, "", port, server);
-  return WaitUntil([&] { return greetings() > before; }, kTimeoutMs);
-}
-
-void WindowDriver::AskToJoin(int row) {
-  auto& list = Find<QListView>("lstChannels");
-  const QRect where = list.visualRect(list.model()->index(row, 0));
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, where.center());
-  Click("lblJoin");
+  return WaitUntil([&] { return greetings() > before; });
 }
 
 bool WindowDriver::Join(int row) {
   // The names end with a rule across the room view.
   const auto rules = [this] { return Plain("txtChannel").count("\n-----"); };
   const auto before = rules();
-  AskToJoin(row);
-  return WaitUntil([&] { return rules() > before; }, kTimeoutMs);
+  auto& list = Find<QListView>("lstChannels");
+  const QRect where = list.visualRect(list.model()->index(row, 0));
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, where.center());
+  Click("lblJoin");
+  return WaitUntil([&] { return rules() > before; });
 }
 
 void WindowDriver::Leave() {
@@ -144,7 +140,7 @@ std::string WindowDriver::Text(const char* name) {
 }
 
 bool WindowDriver::Tells(const char* name, const std::string& part) {
-  return WaitUntil([&] { return Text(name).find(part) != std::string::npos; }, kTimeoutMs);
+  return WaitUntil([&] { return Text(name).find(part) != std::string::npos; });
 }
 
 std::string WindowDriver::Items(const char* name) {
@@ -158,7 +154,7 @@ std::string WindowDriver::Items(const char* name) {
 }
 
 bool WindowDriver::Shows(const char* view, const QString& part) {
-  return WaitUntil([&] { return Plain(view).contains(part); }, kTimeoutMs);
+  return WaitUntil([&] { return Plain(view).contains(part); });
 }
 
 void LetTicksPass(int count) {

@@ -18,8 +18,6 @@ namespace brindle::test {
 
 class WindowDriver {
  public:
-  static constexpr int kTimeoutMs = 10000;
-
   // Shows the window with the rooms on its channels list. Chat lines carry no time and are
   // not scanned for servers.
   explicit WindowDriver(const std::vector<std::string>& rooms = {});
@@ -55,9 +53,7 @@ class WindowDriver {
                const QString& server = "127.0.0.1");
   // The same, and waits for the end of the message of the day.
   bool Register(const QString& nick, quint16 port, const QString& server = "127.0.0.1");
-  // Clicks a row of the channels list and the Join button; waits for nothing.
-  void AskToJoin(int row);
-  // The same, and waits until the names have come.
+  // Clicks a row of the channels list and the Join button, and waits until the names have come.
   bool Join(int row);
   // Clicks Disconnect; waits for nothing.
   void Leave();

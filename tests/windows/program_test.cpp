@@ -119,8 +119,6 @@ TEST_F(WindowsProcess, LocksItsFolderAndSavesHoweverItIsAskedToEnd) {
 TEST_F(WindowsProcess, AnswersTheCommandLine) {
   const std::tuple<QStringList, int, const char*> table[] = {
       {{"--version"}, 0, "Brindle v0.5.85"},
-      {{"-h"}, 0, "Usage: brindle [--data-dir DIR]"},
-      {{"one", "two"}, 2, "Usage: brindle"},
       {{"--data-dirs", "y"}, 2, "Unknown option '--data-dirs'."},
   };
   for (const auto& [arguments, code, said] : table) {
