@@ -6,6 +6,10 @@
 #include <fstream>
 #include <numeric>
 #include <random>
+#ifndef _WIN32
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
 
 #include "base/encoding.h"
 #include "base/letter_case.h"
@@ -123,6 +127,16 @@ struct ListLoaderTest : testing::Test {
     std::ofstream(folder_ / name, std::ios::binary) << bytes;
     return {path.begin(), path.end()};
   }
+  // A list of two parts.
+  std::string WriteLarge() const {
+    std::string large = "!old send x\n";
+    while (large.size() < (size_t{17} << 20U)) large += "1 a title of the large list\n";
+    return Write(u8"large.txt", large);
+  }
+  // What happens when the first part has been read.
+  void Meanwhile(const std::function<void()>& action) {
+    stage_.onEvents = [this, action] { stage_.onEvents = action; };
+  }
   // What was shown meanwhile, and then the rows and the header.
   std::string Load(std::optional<std::string> path) {
     stage_.answer = std::move(path);
@@ -216,16 +230,10 @@ TEST_F(ListLoaderTest, DoesNothingWithoutAFile) {
 }
 
 TEST_F(ListLoaderTest, TheListThatCameLaterWins) {
-  std::string large = "!old send x\n";
-  while (large.size() < (size_t{17} << 20U)) large += "1 a title of the large list\n";
-  const std::string path = Write(u8"large.txt", large);
-  // What happens when the first part has been read.
-  const auto meanwhile = [this](std::function<void()> action) {
-    stage_.onEvents = [this, action] { stage_.onEvents = action; };
-  };
-  meanwhile([this] { Fill(list_, "7=other"); });
+  const std::string path = WriteLarge();
+  Meanwhile([this] { Fill(list_, "7=other"); });
   EXPECT_EQ(Load(path), kBusy + "events; list; buttons: 7=other Mail Title [0/1]");
-  meanwhile([this] { loader_.Stop(); });
+  Meanwhile([this] { loader_.Stop(); });
   EXPECT_TRUE(Load(path).starts_with(kBusy + "events; to old; list; buttons"));
   Load(path);
   ASSERT_GT(list_.Size(), 600000U);
@@ -233,6 +241,45 @@ TEST_F(ListLoaderTest, TheListThatCameLaterWins) {
     EXPECT_EQ(list_.Title(row), "a title of the large list");
   }
 }
+
+#ifndef _WIN32  // where a file that is open stays as it is
+TEST_F(ListLoaderTest, AFileThatChangesIsReadAsItWasOrToldToBeCut) {
+  std::string path = WriteLarge();
+  Meanwhile([&] { std::filesystem::resize_file(path, size_t{16} << 20U); });
+  EXPECT_NE(Load(path).find("; 'large.txt could not be read to its end.' undo; "),
+            std::string::npos);
+  loader_.Undo();
+  EXPECT_EQ(RowsOf(list_), "1=old|2=old");
+  path = WriteLarge();
+  Meanwhile([&] { std::ofstream(path, std::ios::app) << "2 more\n"; });
+  Load(path);
+  const size_t lines = list_.Size();
+  EXPECT_EQ(list_.Title(lines - 1), "more");
+  Meanwhile([&] { std::filesystem::rename(Write(u8"new", "7 new\n"), path); });
+  Load(path);
+  EXPECT_EQ(list_.Size(), lines);
+}
+
+#ifndef __SANITIZE_ADDRESS__  // which ends the program where memory runs out
+TEST_F(ListLoaderTest, AListThatIsTooLargeForTheMemoryIsTold) {
+  const std::string path = WriteLarge();
+  const auto loadWithLittleMemory = [&] {
+    long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    const rlim_t bytes = static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
+    const rlimit little = {bytes + (size_t{8} << 20U), RLIM_INFINITY};
+    const bool limited = setrlimit(RLIMIT_AS, &little) == 0;
+    loader_.OpenFile(path);
+    const std::string told = stage_.Taken();
+    loader_.Undo();
+    const bool isTold =
+        told.find("'large.txt is too large for the memory of this computer.'") != std::string::npos;
+    _exit(limited && isTold && RowsOf(list_) == "1=old|2=old" ? 0 : 1);
+  };
+  EXPECT_EXIT(loadWithLittleMemory(), testing::ExitedWithCode(0), "");
+}
+#endif
+#endif
 
 }  // namespace
 }  // namespace brindle
