@@ -15,8 +15,8 @@ std::optional<std::string> Kept(Secret which = Secret::kAccountPassword) {
   return told.value_or(std::nullopt);
 }
 
-std::string Keep(const std::string& secret, Secret which = Secret::kAccountPassword) {
-  const auto store = NativeSecretStore(which);
+std::string Keep(const std::string& secret) {
+  const auto store = NativeSecretStore(Secret::kAccountPassword);
   std::optional<std::string> told;
   store->Write(secret, [&](const std::string& trouble) { told = trouble; });
   EXPECT_TRUE(test::WaitUntil([&] { return told.has_value(); }));
@@ -25,11 +25,8 @@ std::string Keep(const std::string& secret, Secret which = Secret::kAccountPassw
 
 // On Linux run by itself, beside a keyring of its own.
 TEST(SecretStore, KeepsOneSecret) {
-  // Other tests may have left some.
-  for (const Secret which : {Secret::kAccountPassword, Secret::kProxyPassword}) {
-    EXPECT_EQ(Keep("", which), "");
-    EXPECT_EQ(Kept(which), std::nullopt);
-  }
+  EXPECT_EQ(Keep(""), "");
+  EXPECT_EQ(Kept(), std::nullopt);
   for (const char* secret : {"first", "\u00FCber 'all' \"$HOME\""}) {
     EXPECT_EQ(Keep(secret), "");
     EXPECT_EQ(Kept(), secret);

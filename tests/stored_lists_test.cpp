@@ -144,8 +144,6 @@ TEST_F(StoredStateTest, WhatWasSavedIsLoaded) {
   EXPECT_TRUE(SaveState(files, paths, state));
   EXPECT_EQ(files.changes.back(), "remove " + paths.finds);
   EXPECT_FALSE(Load().servers[0].tls);
-  files.full = true;
-  EXPECT_FALSE(SaveState(files, paths, state));
 }
 
 TEST_F(StoredStateTest, OnlyARowThatExistsIsSelected) {

@@ -192,8 +192,7 @@ TEST_F(UpdaterHttpTest, EnterTakesTheOfferAndTheUpdaterProgramIsToldWhereItIs) {
   QFile::setPermissions(folder.filePath("updater"), QFile::ReadOwner | QFile::ExeOwner);
   Open();
   EXPECT_TRUE(desk->Window()->isModal());
-  Offer("[size]\nkb=2\n[news]\nnews=Better <b>maps</b>\n");
-  EXPECT_EQ(Text("lblProgress"), "Update to v0.6.0; 2kb; 0s on a 56k modem");
+  Offer("[news]\nnews=Better <b>maps</b>\n");
   EXPECT_EQ(Text("lblNews"), "Better <b>maps</b>");
   EXPECT_EQ(Find<QLabel>("lblNews").textFormat(), Qt::PlainText);
   EXPECT_EQ(UpdateFiles(), QStringList("mine.txt"));

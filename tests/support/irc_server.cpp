@@ -127,12 +127,9 @@ QString IrcServer::Error() const { return process_.Error() + "\n" + log_; }
 QString IrcServer::Configuration(quint16 port) const {
   const char* ngircd = R"([Global]
 Name = irc.brindle.test
-Info = Test server
 Listen = 127.0.0.1,::1
 Ports = %1
 MotdFile = %2/motd.txt
-AdminInfo1 = Test server
-AdminEMail = test@brindle.test
 [Limits]
 MaxConnectionsIP = 0
 MaxJoins = 0

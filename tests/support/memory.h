@@ -26,7 +26,6 @@ class MemoryFiles : public Files {
   }
 
   bool Replace(const std::string& path, std::string_view content) override {
-    if (full) return false;
     changes.push_back("replace " + path);
     files[path] = content;
     return true;
@@ -42,7 +41,6 @@ class MemoryFiles : public Files {
 
   std::map<std::string, std::string> files;
   std::set<std::string> unreadable;
-  bool full = false;                 // nothing can be written
   std::vector<std::string> changes;  // what was done, in order
 };
 
