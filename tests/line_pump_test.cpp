@@ -151,7 +151,6 @@ std::string Written(const ChatLog& log) {
 
 TEST(ChatLog, CutsLinesAtCrLfAloneAndJoinsRunsOfOneColour) {
   const std::tuple<Runs, const char*, size_t> table[] = {
-      {{}, "", 0},
       {{{kBlack, "\r\na\r\n"}, {kBlue, "b"}, {kBlack, "c\r\n\r\n"}}, "|[k1]a|[b1]b[k1]c||", 11},
       {{{kBlack, "a\rb\nc"}, {kBlack, "d"}, {kBlue, ""}, {kBlack, "e"}}, "[k7]a\rb\ncde", 7},
       {{{kBlack, "\u00E4\u20AC\U0001F600"}}, "[k9]\u00E4\u20AC\U0001F600", 3},

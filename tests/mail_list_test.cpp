@@ -25,7 +25,6 @@ struct Changes : MailListObserver {
 TEST(MailList, TellsOncePerChangeAndKeepsItsHeaderTrue) {
   MailList list;
   Fill(list, "007=First|2=|-3=\u00E9t\u00E9|4=d|5=e");
-  EXPECT_EQ(RowsOf(list), "007=First|2=|-3=\u00E9t\u00E9|4=d|5=e");
   Changes first;
   Changes second;
   list.Observe(first);
