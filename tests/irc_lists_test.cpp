@@ -82,6 +82,8 @@ TEST(WhoList, RemovesTheFirstThatIsEqualWithOrWithoutItsMark) {
   for (const char* gone : {"N599", "n256", "n0", "n"}) who.RemoveNick(gone);
   EXPECT_EQ(told + who.Nicks()[255] + " " + std::to_string(who.Nicks().Size()),
             "599 256 0 n257 597");
+  for (int i = 0; i < 590; ++i) who.RemoveNick("n" + std::to_string(i));
+  EXPECT_EQ(who.Nicks()[0] + who.Nicks()[8] + std::to_string(who.Nicks().Size()), "n590n5989");
   who.Clear();
   told.clear();
   for (const char* nick : {"@Bob", "bob", "+\u00C9va", "xbob", "\u00E9va", "z"}) who.AddNick(nick);
