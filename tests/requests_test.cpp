@@ -300,7 +300,6 @@ TEST(ServerHandles, KeepsThemAsTypedOrClean) {
 TEST(ServerAnnouncement, IsRecognisedAndNamesAHandle) {
   const std::pair<std::string, const char*> table[] = {
       {"Type !MailBot send 12 to get mail", "mailbot"},
-      {"/notice MailBot send list", "mailbot"},
       {"x/NOTICE Bot sEnD", "bot"},
       {"! send", ""},  // announces nobody
       {"\r\n\0031<bob> !One send or !Two send", "two"},
