@@ -29,7 +29,6 @@ TEST(OutgoingText, SendsAndEchoesWhatIsTyped) {
   const std::pair<std::string, std::string> table[] = {
       {"hi  there ", Said("hi  there ")},
       {"/me waves", Said("/me waves")},
-      {"/msgbob x y", Said("/msgbob x y")},
       {"/msg bob hi", told("bob", "hi")},
       {"/TELL Bob a  b", told("Bob", "a  b")},
       {"/msg bob", tooShort},

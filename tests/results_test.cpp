@@ -87,7 +87,6 @@ TEST(Search, FindsSendsAndReturns) {
 
       {two + "unload; list 1=a", "", " ."},
       {two + "check xx; list 1=x|2=a two", "1 of 2 in 5; " + replaced, "2=a two .."},
-      {two + "list 1=x|2=a two; all", sent("1 item"), "2=a two .x"},
 
       {two + "check .x; return", lost, "1=ab|2=ab .."},
       {two + "check .x; yes; return", lost + "; closed", "1=ab|2=ab .."},
