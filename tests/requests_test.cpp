@@ -50,10 +50,11 @@ TEST(Requests, EchoSendAndPause) {
             Joined({sent("!Bot send My Name 1"), "1/3", sent("!Bot send My Name 3"), "2/3",
                     sent("!Bot send My Name 5"), "3/3", "end", "hint Requests sent: 3"}));
   EXPECT_EQ(stage.sentAt[1] - stage.sentAt[0], 200);
-  // Nothing in a field adds a line.
+  // Nothing in a field adds a line. Nobody asks about a server that is here.
+  stage.options.askAbsentServer = true;
   stage.Fill("x.");
-  stage.requests.cmdRequest_Click("a\rQUIT", "h");
-  EXPECT_TRUE(stage.Taken().starts_with(sent("!h send aQUIT 1")));
+  stage.requests.cmdRequest_Click("a\rQUIT", "Bob");
+  EXPECT_TRUE(stage.Taken().starts_with(sent("!Bob send aQUIT 1")));
 }
 
 TEST(Requests, RefuseWhatCannotBeSent) {
