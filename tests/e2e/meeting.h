@@ -27,11 +27,11 @@ inline int Count(const std::string& text, const char* part) {
   return static_cast<int>(QString::fromStdString(text).count(part));
 }
 
-// Waits until a session or an attempt has ended, as the `times`th one, and all of the window shows
-// it, once; `trouble` is a part of what stands beside the button.
-inline bool HasEnded(WindowDriver& window, const std::string& trouble, int times) {
+// Waits until the first session or attempt has ended and all of the window shows it, once;
+// `trouble` is a part of what stands beside the button.
+inline bool HasEnded(WindowDriver& window, const std::string& trouble) {
   const auto told = [&] {
-    return Count(window.Room(), kGone) == times && Count(window.Status(), kGone) == times;
+    return Count(window.Room(), kGone) == 1 && Count(window.Status(), kGone) == 1;
   };
   if (!WaitUntil(told, 5000) || !window.Tells("lblConnectTrouble", trouble)) return false;
   LetTicksPass(3);  // what comes too much would have time to show

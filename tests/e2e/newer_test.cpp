@@ -1,8 +1,6 @@
 // Newer servers, with the options that make use of them: a real InspIRCd.
 
 #include <QAbstractItemView>
-#include <QFile>
-#include <QSslCertificate>
 
 #include "meeting.h"
 
@@ -56,59 +54,6 @@ TEST(NewerTest, OwnLinesComeBackAndARefusedRequestIsCheckedAgain) {
   EXPECT_EQ(window.Checked(), "3");
   // But for the refusal, nothing was told that Brindle does not know.
   EXPECT_EQ(Count(window.Status(), "NOT PARSED") + Count(window.Status(), "IS NUMERIC"), 1);
-}
-
-TEST(NewerTest, AnAccountIsProvenOrTheAttemptEnds) {
-  IrcServer server{IrcServer::Kind::kInspircd};
-  server.UseTls();
-  server.UseServices();
-  ASSERT_TRUE(server.Start()) << server.Error().toStdString();
-  RawClient owner("Owner");
-  owner.Begin(server.Port());
-  ASSERT_TRUE(owner.WaitForWelcome());
-  owner.Say("NickServ", "REGISTER sesame1 owner@brindle.test");
-  ASSERT_TRUE(owner.WaitForLine(" 900 "));
-
-  WindowDriver window;
-  ConnectionOptions& options = window.App().Settings().connection;
-  options.proof = AccountProof::kPassword;
-  options.account = "Owner";
-  const auto setPassword = [&](const QString& password) {
-    emit window.App().Window().OptionsControls().SecretTyped(Secret::kAccountPassword, password);
-  };
-  setPassword("open");
-  window.Boxes().questionAnswers = {true};  // to trust the server, which asks for TLS
-  window.Connect("Wanda", "", server.Port());
-  // Two programs take part in the answer, which may take its time on a busy machine.
-  ASSERT_TRUE(window.Tells("lblConnectTrouble", "Account refused: SASL authentication failed"))
-      << window.Status();
-  EXPECT_TRUE(HasEnded(window, "Account refused", 2));
-  setPassword("sesame1");
-  ASSERT_TRUE(window.Register("Wanda", server.Port()));
-  EXPECT_TRUE(window.ShowsInStatus("You are now logged in as Owner"));
-  EXPECT_EQ(Count(window.Status(), "sesame1") + Count(window.Status(), "AUTHENTICATE"), 0);
-  window.Leave();
-  ASSERT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
-
-#ifdef Q_OS_WIN
-  GTEST_SKIP() << "With a certificate of ours Wine's handshake does not come to its end.";
-#endif
-  // A certificate that the account knows; any will do, so that of the server does.
-  QFile certificate(server.CertificatePath());
-  QFile key(server.KeyPath());
-  ASSERT_TRUE(certificate.open(QIODevice::ReadOnly) && key.open(QIODevice::ReadOnly));
-  const QByteArray pem = certificate.readAll();
-  owner.Say(
-      "NickServ",
-      "CERT ADD " + QSslCertificate(pem).digest(QCryptographicHash::Sha256).toHex().toStdString());
-  ASSERT_TRUE(owner.WaitForLine(" to your "));
-  owner.Send("QUIT");  // these services want the account free
-  ASSERT_TRUE(owner.WaitForLine("ERROR "));
-  window.Folder().Write("mine.pem", (pem + key.readAll()).toStdString());
-  options.proof = AccountProof::kCertificate;
-  options.certificatePath = window.Folder().File("mine.pem").toStdString();
-  ASSERT_TRUE(window.Register("Wanda", server.Port()));
-  EXPECT_EQ(Count(window.Status(), "You are now logged in as Owner"), 2);
 }
 
 }  // namespace

@@ -34,7 +34,7 @@ struct SecureTest : testing::TestWithParam<IrcServer::Kind> {
 TEST_P(SecureTest, ACertificateIsTrustedOnceAskedAndAnotherIsNot) {
   const std::string untrusted = "The certificate of 127.0.0.1 is not to be trusted";
   window.Connect("Wanda", "", server.TlsPort());
-  EXPECT_TRUE(HasEnded(window, untrusted, 1));
+  EXPECT_TRUE(HasEnded(window, untrusted));
   const std::string fingerprint =
       Certificate().digest(QCryptographicHash::Sha256).toHex(':').toUpper().toStdString();
   EXPECT_NE(LastQuestion().find("SHA-256: " + fingerprint), std::string::npos) << LastQuestion();
@@ -66,6 +66,20 @@ TEST_P(SecureTest, ACertificateOfAKnownMakerNeedsNoQuestionForItsHost) {
   EXPECT_TRUE(window.Tells("barStatusPanel1", "Status - Disconnected"));
   window.Connect("Wanda", "", server.TlsPort(), "localhost");
   EXPECT_TRUE(window.Tells("lblConnectTrouble", "host name did not match"));
+#ifndef Q_OS_WIN  // where Wine's handshake with a certificate of ours does not come to its end
+  // InspIRCd tells of a certificate of ours; any will do, so that of the server does.
+  if (GetParam() == IrcServer::Kind::kInspircd) {
+    ConnectionOptions& options = window.App().Settings().connection;
+    QFile key(server.KeyPath());
+    ASSERT_TRUE(key.open(QIODevice::ReadOnly));
+    window.Folder().Write("mine.pem", (Certificate().toPem() + key.readAll()).toStdString());
+    options.proof = AccountProof::kCertificate;
+    options.certificatePath = window.Folder().File("mine.pem").toStdString();
+    EXPECT_TRUE(window.Register("Wanda", server.TlsPort()));
+    EXPECT_TRUE(window.ShowsInRoom("client certificate fingerprint is " +
+                                   Certificate().digest(QCryptographicHash::Sha256).toHex()));
+  }
+#endif
   QSslConfiguration::setDefaultConfiguration(before);
 }
 
@@ -85,7 +99,7 @@ TEST(NoTls, IsNeverMadeUpForByPlainText) {
   // Some see at once that this is no TLS, others wait for more until the server gives up.
   server.Send(":s NOTICE * :hello\r\n");
   server.Close();
-  EXPECT_TRUE(HasEnded(window, "", 1));
+  EXPECT_TRUE(HasEnded(window, ""));
   EXPECT_EQ(server.Received().find("NICK"), std::string::npos);
 }
 

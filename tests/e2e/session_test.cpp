@@ -55,7 +55,7 @@ TEST_P(SessionTest, TellsAllThatHappens) {
   window_.Leave();
   EXPECT_TRUE(anna_.WaitForLine("PRIVMSG #second :\0031I was using \0034Brindle v0.5.85"));
   EXPECT_TRUE(anna_.WaitForLine(" QUIT "));
-  EXPECT_TRUE(HasEnded(window_, "", 1));
+  EXPECT_TRUE(HasEnded(window_, ""));
   EXPECT_EQ(window_.App().Window().windowTitle(), "Brindle v0.5.85");
   const std::string statistics = "\n-irc.brindle.test- Connection statistics";  // ngIRCd's alone
   const std::string room = window_.Room() + statistics;

@@ -64,37 +64,7 @@ bool IrcServer::Start() {
     outcome = StartOn(port);
     if (outcome == Outcome::kReady) port_ = port;
   }
-  return outcome == Outcome::kReady && (servicesPort_ == 0 || StartServices());
-}
-
-void IrcServer::UseServices() {
-  servicesPort_ = FreePort();
-  // They write what they know into their folder.
-  QFile::setPermissions(servicesFolder_.path(), static_cast<QFile::Permissions>(0x7777));
-}
-
-bool IrcServer::StartServices() {
-  const char* form = R"(loadmodule "modules/protocol/inspircd";
-loadmodule "modules/backend/opensex"; loadmodule "modules/crypto/posix";
-loadmodule "modules/nickserv/main"; loadmodule "modules/nickserv/register";
-loadmodule "modules/nickserv/cert"; loadmodule "modules/saslserv/external";
-loadmodule "modules/saslserv/main"; loadmodule "modules/saslserv/plain";
-serverinfo { name = "services.brindle.test"; desc = "Services"; numeric = "00B"; recontime = 1;
-  netname = "BrindleTest"; hidehostsuffix = "users"; adminname = "tester"; auth = none;
-  adminemail = "a@brindle.test"; registeremail = "a@brindle.test"; casemapping = rfc1459; };
-uplink "irc.brindle.test" { password = "linked"; host = "127.0.0.1"; port = %1; };
-nickserv { nick = "NickServ"; user = "n"; host = "services.brindle.test"; real = "N"; };
-saslserv { nick = "SaslServ"; user = "s"; host = "services.brindle.test"; real = "S"; };
-)";
-  Write(servicesFolder_.filePath("services.conf"), QString(form).arg(servicesPort_));
-  const QString folder = PathForCompanions(servicesFolder_.path());
-  services_.Start("/usr/bin/atheme-services", {"-n", "-D", folder, "-c", folder + "/services.conf",
-                                               "-p", folder + "/pid", "-l", folder + "/log"});
-  QString told;
-  const auto isLinked = [&] {
-    return (told += services_.TakeOutput()).contains("finished synching");
-  };
-  return WaitUntil(isLinked, kTimeoutMs);
+  return outcome == Outcome::kReady;
 }
 
 // The server's own words decide: a connection alone could have reached another process that took
@@ -165,19 +135,9 @@ PAM = no
 <sslprofile name="tls" provider="gnutls" certfile="%2/cert.pem" keyfile="%2/key.pem"
             hash="sha256">
 <bind address="127.0.0.1" port="%3" type="clients" sslprofile="tls">
-<module name="sslinfo"><module name="ircv3_sts"><sts host="*" duration="1h" port="%3">
+<module name="sslinfo"><sslinfo welcomemsg="yes">
 )";
     form = QString(form + tls).replace("%3", QString::number(tlsPort_));
-  }
-  if (servicesPort_ != 0) {
-    form += QString(R"(<bind address="127.0.0.1" port="%4" type="servers">
-<module name="spanningtree"><module name="services_account"><module name="sasl">
-<sasl target="services.brindle.test" requiressl="no">
-<link name="services.brindle.test" ipaddr="127.0.0.1" port="7000" allowmask="127.0.0.1"
-      sendpass="linked" recvpass="linked">
-<uline server="services.brindle.test" silent="yes">
-)")
-                .replace("%4", QString::number(servicesPort_));
   }
   return form.arg(QString::number(port), PathForCompanions(folder_.path()));
 }

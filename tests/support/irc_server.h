@@ -28,16 +28,12 @@ class IrcServer {
   QString CertificatePath() const { return folder_.filePath("cert.pem"); }
   QString KeyPath() const { return folder_.filePath("key.pem"); }
 
-  // Before Start, InspIRCd: accounts too, at a NickServ of its own and by SASL.
-  void UseServices();
-
   // Ends the server at once; its connections just break.
   void Kill() { process_.Kill(); }
 
  private:
   enum class Outcome { kReady, kPortTaken, kFailed };
   Outcome StartOn(quint16 port);
-  bool StartServices();
   QString Configuration(quint16 port) const;
 
   const Kind kind_;
@@ -46,9 +42,6 @@ class IrcServer {
   Companion process_{Companion::User::kNobodyForRoot};
   quint16 port_ = 0;
   quint16 tlsPort_ = 0;
-  quint16 servicesPort_ = 0;
-  QTemporaryDir servicesFolder_;
-  Companion services_{Companion::User::kNobodyForRoot};
   QString log_;  // what the server has printed until it was ready
 };
 
