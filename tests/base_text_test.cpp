@@ -8,6 +8,12 @@
 namespace brindle {
 namespace {
 
+TEST(Text, ReadsWholeNumbersStrictly) {
+  for (const char* text : {"", "0", "65536", "99999999999999999999999999999999999", "6667x"}) {
+    EXPECT_FALSE(WholeNumber(text, 1, 65535)) << text;
+  }
+}
+
 TEST(Text, ComparesStartsInEitherCase) {
   EXPECT_TRUE(StartsIgnoringCase("AB\u00C4c", "ab\u00E4"));
   EXPECT_FALSE(StartsIgnoringCase("AC", "ab") || StartsIgnoringCase("A", "ab"));

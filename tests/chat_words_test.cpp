@@ -84,6 +84,7 @@ TEST(ChatWords, ReadsIrcAddressesStrictly) {
            {"irc://user@h", ""},
            {"irc://h:65536", ""},
            {"irc://[::1", ""},
+           {"irc://h\r\nQUIT", ""},
            {"irc://h/a%0D%0AQUIT", ""},
            {"irc://h/a%20b", ""},
            {"irc://h/a,b", ""},

@@ -121,7 +121,9 @@ TEST(Connection, SendsOneLineOfTheServersLengthWhateverIsInIt) {
   ChatStage stage;
   stage.Register();
   const std::string longest(510, 'x');
-  for (const auto& [line, sent] : {std::pair{"PRIVMSG #r :x\nQUIT"s, "PRIVMSG #r :x"s},
+  for (const auto& [line, sent] : {std::pair{"PRIVMSG #r :x\rQUIT"s, "PRIVMSG #r :x"s},
+                                   {"PRIVMSG #r :x\nQUIT", "PRIVMSG #r :x"},
+                                   {"PRIVMSG #r :x\0QUIT"s, "PRIVMSG #r :x"},
                                    {longest + "x", longest},
                                    {"@a=b " + longest + "x", "@a=b " + longest},
                                    {longest.substr(1) + "\u00E9", longest.substr(1)},

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "base/encoding.h"
 #include "support/memory.h"
 
 namespace brindle {
@@ -79,6 +82,40 @@ TEST(SettingsFile, IsReplacedOnceAndOnlyWhenItCouldBeRead) {
   EXPECT_EQ(settings.ReadSetting("s", "a", "d"), "d");
   EXPECT_FALSE(settings.WriteSetting("s", "k", "v"));
   EXPECT_EQ(files.files["f"], written);
+}
+
+// Random files and values made of what matters to the format.
+TEST(SettingsText, AnyValueReadsBackAndDisturbsNoOther) {
+  const char* const pieces[] = {"[",  "]",  "=",    ";",      " ",     "\t",     "\r\n",
+                                "\n", "\r", "\"",   "'",      "k",     "K=",     "\n[s]\n",
+                                "l",  "s",  "\xE9", "\u20AC", "[t]\n", "\nk=\"", "\n[S"};
+  const std::vector<std::string> sections = {"s", "t", "new"};
+  const std::vector<std::string> keys = {"k", "l", "other"};
+  std::mt19937 random(1);
+  const auto text = [&](size_t most) {
+    std::string made;
+    for (size_t n = random() % (most + 1); n > 0; --n) made += pieces[random() % std::size(pieces)];
+    return made;
+  };
+  for (int round = 0; round < 8000; ++round) {
+    const Setting setting{sections[random() % 3], keys[random() % 3], text(6)};
+    const std::string line = setting.value.substr(0, setting.value.find_first_of("\r\n"));
+    if (!IsValidUtf8(line)) continue;  // only a value in UTF-8 can read back as it was
+    const std::string original = text(30);
+    const SettingsText before(original);
+    SettingsText changed(original);
+    changed.Write(setting);
+    SettingsText after(changed.Text());
+    for (const std::string& s : sections) {
+      for (const std::string& k : keys) {
+        const bool written = s == setting.section && k == setting.key;
+        ASSERT_EQ(after.Read(s, k), written ? line : before.Read(s, k)) << before.Text();
+      }
+    }
+    // A second writing of the same changes nothing.
+    after.Write(setting);
+    ASSERT_EQ(after.Text(), changed.Text()) << before.Text() << "\n" << line;
+  }
 }
 
 TEST(ProductAddresses, NameTheWebSiteInBothForms) {
