@@ -26,10 +26,11 @@ std::string Keep(const std::string& secret) {
 // On Linux run by itself, beside a keyring of its own.
 TEST(SecretStore, KeepsOneSecret) {
   EXPECT_EQ(Keep(""), "");
+  const auto other = Kept(Secret::kProxyPassword);
   for (const char* secret : {"first", "\u00FCber 'all' \"$HOME\""}) {
     EXPECT_EQ(Keep(secret), "");
     EXPECT_EQ(Kept(), secret);
-    EXPECT_EQ(Kept(Secret::kProxyPassword), std::nullopt);
+    EXPECT_EQ(Kept(Secret::kProxyPassword), other);
   }
   EXPECT_EQ(Keep(""), "");
   EXPECT_EQ(Kept(), std::nullopt);

@@ -130,7 +130,7 @@ void OptionsPanel::AddPage(const char* title, IconName icon,
   for (QWidget* group : groups) rows->addWidget(group);
   rows->addStretch();
   auto* scroll = new QScrollArea;
-  scroll->setAccessibleName(title);  // it can have the keyboard
+  scroll->setAccessibleName(QString(title) + " options");  // it can have the keyboard
   scroll->setWidget(content);
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);

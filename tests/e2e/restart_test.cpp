@@ -132,6 +132,7 @@ TEST(RestartTest, EverythingThatWasSetUpIsThereAgain) {
   EXPECT_NE(folder->Content("brindle.ini").find("\r\nlines=2500\r\n"), std::string::npos);
 }
 
+#ifdef Q_OS_UNIX  // elsewhere a folder in use stays
 // What happens to the folder while the program runs is told, and costs at most what came after it.
 TEST(RestartTest, NothingIsLostWhenNothingCanBeWritten) {
   const auto folder = std::make_shared<DataFolder>();
@@ -148,6 +149,7 @@ TEST(RestartTest, NothingIsLostWhenNothingCanBeWritten) {
   QDir(folder->Path()).rename(folder->Path() + "-gone", folder->Path());
   EXPECT_EQ(folder->All(), files);
 }
+#endif
 
 TEST(RestartTest, AFileThatIsMissingIsTold) {
   const auto folder = std::make_shared<DataFolder>();
