@@ -13,14 +13,12 @@ namespace {
 
 constexpr int kPatienceMilliseconds = 5000;  // a busy program answers late
 constexpr int kLookMilliseconds = 10;
-constexpr qint64 kLongestText = 8192;  // bytes; more than any path or address
 
 // One file for each process that hands something over.
 QString NameFor(const QString& process) { return "brindle-" + process + ".start"; }
 
-// What is older was left behind by a process that was killed, and nobody waits for it.
-bool IsAwaited(const QFileInfo& file) {
-  return file.lastModified().msecsTo(QDateTime::currentDateTime()) <= kPatienceMilliseconds;
+QFileInfoList Given(const QString& folder) {
+  return QDir(folder).entryInfoList({NameFor("*")}, QDir::Files);
 }
 
 }  // namespace
@@ -30,15 +28,19 @@ HandOver::HandOver(const std::string& folder, Taken taken)
   QObject::connect(&watcher_, &QFileSystemWatcher::directoryChanged, &watcher_,
                    [this] { TakeAll(); });
   watcher_.addPath(folder_);
+  // What is old was left behind by a process that was killed, and nobody waits for it.
+  const QDateTime old = QDateTime::currentDateTime().addMSecs(-kPatienceMilliseconds);
+  for (const QFileInfo& file : Given(folder_)) {
+    if (file.lastModified() < old) QFile::remove(file.filePath());
+  }
   TakeAll();
 }
 
 void HandOver::TakeAll() {
-  for (const QFileInfo& file : QDir(folder_).entryInfoList({NameFor("*")}, QDir::Files)) {
-    const bool isGood = IsAwaited(file) && file.size() <= kLongestText;
+  for (const QFileInfo& file : Given(folder_)) {
     const auto text = NativeFiles().Read(file.filePath().toStdString());
     // Whoever can remove it has it: this program, or the other one that waits no longer.
-    if (QFile::remove(file.filePath()) && isGood && text) taken_(*text);
+    if (text && QFile::remove(file.filePath())) taken_(*text);
   }
 }
 
