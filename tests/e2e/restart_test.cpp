@@ -141,7 +141,8 @@ TEST(RestartTest, WhatCannotBeWrittenIsToldAndStays) {
   window.ShowTab(Tab::kOptions);
   window.Boxes().colourAnswers.push_back(Colour{9, 9, 9});
   window.Click("picListForecolor");
-  EXPECT_TRUE(window.Tells(kHint, "Cannot write " + folder->File("brindle.ini").toStdString()));
+  EXPECT_TRUE(
+      window.Tells(kHint, "Cannot write " + PathsIn(folder->Path().toStdString()).settings));
   window.App().Close();
   EXPECT_FALSE(window.App().HasSaved());
   EXPECT_EQ(folder->Content("brindle.ini"), before);
